@@ -1,0 +1,24 @@
+# Settings that all of our own targets share, in one interface target.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+# "Dev": quick enough to replay real recordings, with assertions and line numbers.
+set(CMAKE_CXX_FLAGS_DEV "-O1 -g1" CACHE STRING "Flags of the Dev build type")
+
+add_library(fathomline_settings INTERFACE)
+target_include_directories(fathomline_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(fathomline_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+  # Figures must not depend on the machine: no fused multiply-add, no reassociation.
+  -ffp-contract=off)
+
+if(FATHOMLINE_SANITIZE)
+  set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(fathomline_settings INTERFACE ${sanitizers})
+  target_link_options(fathomline_settings INTERFACE ${sanitizers})
+endif()
+if(FATHOMLINE_FUZZ)
+  target_compile_options(fathomline_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -1,0 +1,13 @@
+// Locale and time zone are set before anything else runs: a comma locale where there is one, so
+// that a figure which depends on it shows itself.
+#include <clocale>
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+  setenv("TZ", "UTC", 1);
+  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
