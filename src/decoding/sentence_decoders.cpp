@@ -1,0 +1,227 @@
+#include "decoding/sentence_decoders.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "decoding/angles.h"
+#include "platform/fault.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace fathomline {
+namespace {
+
+constexpr std::size_t kMostEntries = 20;
+
+// The fields of one sentence, as views into it. Entries that are never reached stay empty.
+struct Fields {
+  std::array<std::string_view, kMostEntries> entry{};
+  std::size_t commas = 0;
+  std::string_view last;  // behind the last comma taken, up to the first "*"
+};
+
+// Cuts off one field for each comma, as many as there are passes.
+void SplitFields(std::string_view& sentence, std::size_t passes, Fields& fields) {
+  const char* begin = sentence.data();
+  const char* const end = begin + sentence.size();
+  const char* at = begin;
+  std::size_t commas = 0;
+  for (; commas < passes; ++commas) {
+    while (at != end && *at != ',') ++at;
+    if (at == end) break;
+    const std::string_view field(begin, static_cast<std::size_t>(at - begin));
+    // The entry behind the table is not there; its store is what faults.
+    if (commas < kMostEntries) fields.entry[commas] = field;
+    begin = ++at;
+  }
+  fields.commas = commas;
+  sentence.remove_prefix(static_cast<std::size_t>(begin - sentence.data()));
+  fields.last = sentence.substr(0, sentence.find('*'));
+}
+
+void AssignText(std::string& text, std::string_view bytes) {
+  const bool plain = std::none_of(bytes.begin(), bytes.end(),
+                                  [](char c) { return static_cast<unsigned char>(c) > 127; });
+  if (plain) {
+    text.assign(bytes);
+  } else {
+    text = FromLatin1(bytes);
+  }
+}
+
+template <class Number>
+void StoreValue(Number& member, std::string_view field) {
+  member = ConvertTo<Number>(ValueOrNoValue(field));
+}
+void StoreValue(char& member, std::string_view field) {
+  member = field.empty() ? ' ' : field.front();
+}
+void StoreValue(std::string& member, std::string_view field) {
+  AssignText(member, field);
+}
+
+template <class Record, class Member>
+void Store(Record& record, const Column<Record, Member>& column, const Fields& fields) {
+  StoreValue(record.*column.member, fields.entry[column.field]);
+}
+
+template <class Record>
+void Store(Record& record, const TimeColumn<Record>& column, const Fields& fields) {
+  const std::string_view field = fields.entry[column.field];
+  std::string& time = record.*column.member;
+  time.assign(field.substr(0, 2)).push_back(':');
+  time.append(Mid(field, 3, 2)).push_back(':');
+  time.append(Mid(field, 5));
+  AssignText(time, std::string_view(time));
+}
+
+template <class Record>
+void Store(Record& record, const BytesColumn<Record>& column, const Fields& fields) {
+  (record.*column.member).assign(fields.entry[column.field]);
+}
+
+template <class Record>
+void Store(Record& record, const LatitudeColumn<Record>& column, const Fields& fields) {
+  record.*column.member =
+      LatitudeFromText(fields.entry[column.field], fields.entry[column.field + 1]);
+}
+
+template <class Record>
+void Store(Record& record, const LongitudeColumn<Record>& column, const Fields& fields) {
+  record.*column.member =
+      LongitudeFromText(fields.entry[column.field], fields.entry[column.field + 1]);
+}
+
+class DecoderFaults {
+ public:
+  DecoderFaults(const SentenceForm& form, std::string_view sentence, Dialogs& dialogs)
+      : form_(form), sentence_(sentence), dialogs_(dialogs) {}
+
+  void operator()(const Fault& fault) const {
+    if (!form_.reportsFaults) return;
+    const std::string type(form_.type);
+    dialogs_.Ask({.text = "Error " + std::to_string(fault.Number()) + " : " + fault.Description() +
+                          "  " + type + "-message : " + FromLatin1(sentence_),
+                  .title = "Error Extract" + type,
+                  .canBeSilenced = true,
+                  .kind = "decoder"});
+  }
+
+ private:
+  const SentenceForm& form_;
+  std::string_view sentence_;
+  Dialogs& dialogs_;
+};
+
+template <class Record, class RowOfLayout>
+void StoreGuarded(Record& record, const RowOfLayout& row, const Fields& fields,
+                  const DecoderFaults& faults) {
+  ResumeNext([&] { Store(record, row, fields); }, faults);
+}
+
+// Each element of an array is a statement of its own.
+template <class Record, class Element, std::size_t Count>
+void StoreGuarded(Record& record, const ArrayColumn<Record, Element, Count>& row,
+                  const Fields& fields, const DecoderFaults& faults) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    ResumeNext([&] { StoreValue((record.*row.member)[i], fields.entry[row.field + i * row.step]); },
+               faults);
+  }
+}
+
+// True when the record was filled.
+template <class Record>
+void Extract(std::string_view& sentence, Record& record, Dialogs& dialogs) {
+  constexpr SentenceForm kForm = Record::kForm;
+  static_assert(kForm.entries <= kMostEntries);
+  const DecoderFaults faults(Record::kForm, sentence, dialogs);
+
+  Fields fields;
+  SplitFields(sentence, kForm.passes, fields);
+  if (kForm.leavesWhenTooLong && fields.commas == kForm.passes) return;
+  ResumeNext(
+      [&] {
+        if (fields.commas >= kForm.entries) Raise(FaultNumber::OutOfRange);
+        fields.entry[fields.commas] = fields.last;
+      },
+      faults);
+  std::apply([&](const auto&... row) { (StoreGuarded(record, row, fields, faults), ...); },
+             Record::Layout());
+}
+
+double AngleFromText(std::string_view text, std::size_t degreeDigits, bool negative) {
+  const double degrees = ReadNumber(text.substr(0, degreeDigits));
+  const double minutes = ReadNumber(Mid(text, degreeDigits + 1));
+  const double value = degrees + minutes / 60.0;
+  return (negative ? -value : value) * kRadiansPerDegree;
+}
+
+}  // namespace
+
+double ValueOrNoValue(std::string_view text) {
+  return text.empty() ? NoValue : ReadNumber(text);
+}
+
+double LatitudeFromText(std::string_view text, std::string_view hemisphere) {
+  return AngleFromText(text, 2, hemisphere == "S");
+}
+
+double LongitudeFromText(std::string_view text, std::string_view hemisphere) {
+  return AngleFromText(text, 3, hemisphere == "W");
+}
+
+void ExtractGGA(std::string_view& s, GGARecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractGNS(std::string_view& s, GNSRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractGLL(std::string_view& s, GLLRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractRMC(std::string_view& s, RMCRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractVTG(std::string_view& s, VTGRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractZDA(std::string_view& s, ZDARecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractHDT(std::string_view& s, HDTRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractATT(std::string_view& s, ATTRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractROT(std::string_view& s, ROTRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractVHW(std::string_view& s, VHWRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractDBT(std::string_view& s, DBTRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractGSA(std::string_view& s, GSARecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractGST(std::string_view& s, GSTRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractTTM(std::string_view& s, TTMRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+void ExtractVDM(std::string_view& s, VDMRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+}
+
+void ExtractGSV(std::string_view& s, GSVRecord& r, Dialogs& d) {
+  Extract(s, r, d);
+  for (std::size_t slot = 0; slot < r.PRN.size(); ++slot) {
+    if (r.PRN[slot] == 1 && r.Elevation[slot] == NoValue) r.PRN[slot] = NoValue;
+  }
+}
+
+}  // namespace fathomline
