@@ -1,0 +1,87 @@
+// Files: a table of open files by number, and the few operations on paths.
+//
+// Text written reaches the operating system before the call returns, so that a killed program
+// loses nothing. All raise a Fault with the cause and the path where the system refuses.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace fathomline {
+
+// Reads a file line by line in large blocks. A line ends at LF or CR LF, which both are dropped; a
+// CR without LF stays in the line, and a last line without an ending counts.
+class LineReader {
+ public:
+  explicit LineReader(const std::string& path);
+  ~LineReader();
+  LineReader(const LineReader&) = delete;
+  LineReader& operator=(const LineReader&) = delete;
+
+  bool AtEnd() { return begin_ == end_ && !Fill(); }
+  // The view holds until the next call. Raises PastEndOfFile.
+  std::string_view Next();
+
+  // Bytes taken so far, and of the whole file; 0 for what has no size, such as a pipe.
+  std::uint64_t Position() const { return consumed_; }
+  std::uint64_t Size() const { return size_; }
+
+ private:
+  bool Fill();
+
+  int descriptor_;
+  std::string path_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t capacity_;
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+  bool exhausted_ = false;
+  std::uint64_t consumed_ = 0;
+  std::uint64_t size_ = 0;
+};
+
+// Open files by number. Numbers 1 to 4 belong to the replay; free ones begin at 5.
+class FileTable {
+ public:
+  FileTable();
+  ~FileTable();
+
+  int FreeFile() const;
+
+  // Each raises FileAlreadyOpen for a number in use. Output replaces an existing file.
+  void OpenForInput(int number, const std::string& path);
+  void OpenForOutput(int number, const std::string& path);
+  void OpenForAppend(int number, const std::string& path);
+
+  // Each raises BadFileNumber for a number that is not open for it.
+  LineReader& Reader(int number);
+  void Write(int number, std::string_view bytes);
+
+  bool IsOpen(int number) const { return files_.count(number) != 0; }
+  void Close(int number);
+  // Every file of the table, whoever opened it.
+  void CloseAll();
+
+ private:
+  struct OpenFile;
+  void OpenForWriting(int number, const std::string& path, int flags);
+
+  std::map<int, std::unique_ptr<OpenFile>> files_;
+};
+
+bool FileExists(const std::string& path);
+bool FolderExists(const std::string& path);
+// One level; the folder above must exist.
+void MakeFolder(const std::string& path);
+void RenameFile(const std::string& from, const std::string& to);
+std::string ReadWholeFile(const std::string& path);
+
+// Replaces a file by writing a temporary one beside it and renaming, so that a reader finds the
+// old content or the new one whole, whatever happens meanwhile.
+void ReplaceFile(const std::string& path, std::string_view content);
+
+}  // namespace fathomline
