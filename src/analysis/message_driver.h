@@ -1,0 +1,80 @@
+// What happens to a sentence after its decoder has filled the record: the clock of its system, the
+// reference, the means, and then everybody who is to see it, in a fixed order.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "analysis/statistics.h"
+#include "pipeline/records.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+
+namespace fathomline {
+
+// The views that follow the sentences, each called with the system and the type. A view that does
+// not stand is left at doing nothing.
+class MessageViews {
+ public:
+  virtual ~MessageViews() = default;
+  virtual void UpdateNumerics(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateARPATargets(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateAISTargets(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateStatisticsView(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateTimeSeries(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateScatter(int /*system*/, SentenceType /*type*/) {}
+  virtual void UpdateSkyplot(int /*system*/) {}
+  virtual void UpdateSatelliteTracking(int /*system*/) {}
+};
+
+class MessageDriver {
+ public:
+  // At start the sentence time of all systems is the present time, and their date the present one.
+  MessageDriver(Records& records, Statistics& statistics, const Clock& clock, Dialogs& dialogs,
+                MessageViews& views);
+
+  // Takes the latest sentence of a type through all steps. A type that is not analysed by the
+  // system ends at once. Raises TypeMismatch for a GLL or RMC whose time, an RMC whose date, or a
+  // ZDA whose year cannot be read; the rest of the steps is then skipped.
+  void ProcessMessage(int system, SentenceType type);
+
+ private:
+  // What GGA, GNS, GLL and RMC have in common; the last two carry no altitude.
+  struct PositionSample {
+    std::string_view time;
+    double latitude;
+    double longitude;
+    std::optional<float> altitude;
+    bool usable;
+  };
+
+  void TakePosition(int system, const PositionSample& sample);
+  void ReadTime(int system, std::string_view time);
+  void StageGGA(int system);
+  void StageGNS(int system);
+  void StageGLL(int system);
+  void StageRMC(int system);
+  void StageZDA(int system);
+  void StageHDT(int system);
+  void StageATT(int system);
+  void StageUnknown(SentenceType type);
+  void KeepClock(int system);
+  void MoveReferenceToMean(int system);
+  std::string_view MessageTimeText(int system);
+
+  // The text of a sentence time, made once for all sentences of the same second.
+  struct TimeText {
+    DateTime of;
+    std::string text;
+  };
+
+  Records& records_;
+  Statistics& statistics_;
+  const Clock& clock_;
+  Dialogs& dialogs_;
+  MessageViews& views_;
+  PerSystem<TimeText> timeTexts_;
+};
+
+}  // namespace fathomline
