@@ -1,0 +1,53 @@
+// AIS messages out of VDM and VDO sentences: joins the payloads of a group and decodes the whole.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "ais/ais_messages.h"
+#include "decoding/sentence_records.h"
+#include "platform/clock.h"
+
+namespace fathomline {
+
+// What `AISMessageId` is while a group of sentences is still open.
+inline constexpr std::int16_t kOpenGroup = -99;
+
+// The AIS state of one system.
+struct AISReceiver {
+  std::string AISAssembly;  // the payloads of the open group, at most kLongestAssembly characters
+  std::int16_t AISMessageId = 0;
+  AISMessages Messages;
+
+  static constexpr std::size_t kLongestAssembly = 32767;
+};
+
+class AISDecoder {
+ public:
+  static constexpr int kSystems = 4;
+
+  explicit AISDecoder(const Clock& clock) : clock_(clock) {}
+
+  // Takes a sentence that has just been read. `system` is 1 to 4.
+  //
+  // Payloads are joined in order of arrival until a sentence says that it is the last of its
+  // group; sequence id and channel are not compared. Raises Overflow where the joined payload
+  // becomes too long, and what decoding raises; either leaves nothing joined.
+  void ProcessVDM(int system, const VDMRecord& sentence);
+
+  const AISReceiver& Receiver(int system) const { return receivers_[Index(system)]; }
+
+  bool BinaryStandardIALA() const { return options_.binaryStandardIALA; }
+  void SetBinaryStandardIALA(bool iala) { options_.binaryStandardIALA = iala; }
+
+ private:
+  static std::size_t Index(int system) { return static_cast<std::size_t>(system - 1); }
+
+  const Clock& clock_;
+  AISDecodingOptions options_;
+  std::array<AISReceiver, kSystems> receivers_;
+};
+
+}  // namespace fathomline
