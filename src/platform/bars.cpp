@@ -45,6 +45,11 @@ void StatusBar::SetPanelVisible(int panel, bool visible) {
   Change(PanelAt(panel).visible, visible);
 }
 
+void StatusBar::Seal() {
+  Control::Seal();
+  design_ = panels_;
+}
+
 void StatusBar::Reset() {
   Control::Reset();
   Change(panels_, design_);
@@ -81,6 +86,11 @@ void ToolBar::Click(std::string_view key) {
   OwningWindow().Act([this, pressed = found->key] {
     if (onClick) onClick(pressed);
   });
+}
+
+void ToolBar::Seal() {
+  Control::Seal();
+  design_ = buttons_;
 }
 
 void ToolBar::Reset() {

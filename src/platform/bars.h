@@ -24,7 +24,7 @@ class StatusBar : public Control {
   void SetPanelVisible(int panel, bool visible);
 
  protected:
-  void Seal() override { Control::Seal(), design_ = panels_; }
+  void Seal() override;
   void Reset() override;
 
  private:
@@ -67,7 +67,7 @@ class ToolBar : public Control {
   std::function<void(const std::string& key)> onClick;
 
  protected:
-  void Seal() override { Control::Seal(), design_ = buttons_; }
+  void Seal() override;
   void Reset() override;
 
  private:

@@ -104,6 +104,8 @@ class Control {
     ++revision_;
   }
   void Touch() { ++revision_; }
+  // For parts of a control, which count their changes with it.
+  std::uint64_t& Changes() { return revision_; }
   void AppendText(std::string_view text) {
     state_.text += text;
     ++revision_;

@@ -83,6 +83,11 @@ void Grid::ClickRow(int row, int x, int y) {
   });
 }
 
+void Grid::Seal() {
+  Control::Seal();
+  design_ = state_;
+}
+
 void Grid::Reset() {
   Control::Reset();
   if (state_ == design_) return;

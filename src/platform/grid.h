@@ -45,7 +45,7 @@ class Grid : public Control {
   std::function<void(int row, int x, int y)> onClickRow;
 
  protected:
-  void Seal() override { Control::Seal(), design_ = state_; }
+  void Seal() override;
   void Reset() override;
 
  private:

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/chart.h"
 #include "platform/grid.h"
 #include "platform/numbers.h"
 #include "platform/window.h"
@@ -32,6 +33,21 @@ void WriteGrid(std::ostream& out, const Grid& grid) {
   }
 }
 
+void WriteSeries(std::ostream& out, const Chart& chart, int index) {
+  const auto& series = chart.Series(index);
+  out << "series\t" << chart.Name() << '\t' << index << '\t' << OnOneLine(series.Title()) << '\t'
+      << series.Count() << '\n';
+  for (int i = 0; i < series.Count(); ++i) {
+    const Series::Point point = series.At(i);
+    out << ExactText(point.x);
+    if (series.Kind() == SeriesKind::Gantt) out << '/' << ExactText(point.end);
+    out << '\t';
+    if (!point.null) out << ExactText(point.y);
+    if (point.colour != kSeriesColour) out << '\t' << point.colour;
+    out << '\n';
+  }
+}
+
 template <class Action>
 void ForEachShown(const Window& window, ControlKind kind, Action&& action) {
   for (const Control* control : window.Controls()) {
@@ -48,6 +64,10 @@ void Window::Write(std::ostream& out) {
   });
   ForEachShown(*this, ControlKind::Grid,
                [&out](const Control& grid) { WriteGrid(out, static_cast<const Grid&>(grid)); });
+  ForEachShown(*this, ControlKind::Chart, [&out](const Control& control) {
+    const auto& chart = static_cast<const Chart&>(control);
+    for (int i = 0; i < chart.SeriesCount(); ++i) WriteSeries(out, chart, i);
+  });
 }
 
 }  // namespace fathomline
