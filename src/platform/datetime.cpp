@@ -14,7 +14,9 @@ constexpr int kUnixEpochDay = 25569;  // 1 January 1970
 constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-std::int64_t WholeSeconds(DateTime moment) { return std::llround(moment.days * kSecondsPerDay); }
+std::int64_t WholeSeconds(DateTime moment) {
+  return std::llround(moment.days * kSecondsPerDay);
+}
 
 std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
   return value / divisor - (value % divisor < 0 ? 1 : 0);
@@ -57,13 +59,15 @@ DateTime TimeFromParts(int hour, int minute, int second) {
   return {(hour * 3600.0 + minute * 60.0 + second) / kSecondsPerDay};
 }
 
-DateTime FromUnixSeconds(double seconds) { return {seconds / kSecondsPerDay + kUnixEpochDay}; }
+DateTime FromUnixSeconds(double seconds) {
+  return {seconds / kSecondsPerDay + kUnixEpochDay};
+}
 
 DateTime ReadTimeOfDay(std::string_view text) {
   std::array<int, 3> parts{};
   std::size_t count = 0;
   std::size_t i = 0;
-  do {
+  for (;;) {
     if (count == parts.size()) Raise(FaultNumber::TypeMismatch);
     const std::size_t begin = i;
     int value = 0;
@@ -72,9 +76,10 @@ DateTime ReadTimeOfDay(std::string_view text) {
     }
     if (i == begin) Raise(FaultNumber::TypeMismatch);
     parts[count++] = value;
-  } while (i < text.size() && text[i++] == ':');
-  const bool atEnd = i == text.size() && text.back() != ':';
-  if (!atEnd || count < 2 || parts[0] > 23 || parts[1] > 59 || parts[2] > 59) {
+    if (i == text.size()) break;
+    if (text[i++] != ':') Raise(FaultNumber::TypeMismatch);
+  }
+  if (count < 2 || parts[0] > 23 || parts[1] > 59 || parts[2] > 59) {
     Raise(FaultNumber::TypeMismatch);
   }
   return TimeFromParts(parts[0], parts[1], parts[2]);
@@ -84,7 +89,9 @@ std::int64_t DifferenceInSeconds(DateTime earlier, DateTime later) {
   return WholeSeconds(later) - WholeSeconds(earlier);
 }
 
-DateTime DateOnly(DateTime moment) { return {std::floor(moment.days)}; }
+DateTime DateOnly(DateTime moment) {
+  return {std::floor(moment.days)};
+}
 
 std::string FormatDateTime(DateTime moment, std::string_view picture) {
   const CalendarTime time = ToCalendar(moment);

@@ -244,14 +244,16 @@ std::string ReadWholeFile(const std::string& path) {
 void ReplaceFile(const std::string& path, std::string_view content) {
   const std::string temporary = path + ".tmp";
   try {
-    const Descriptor file(OpenDescriptor(temporary, O_WRONLY | O_CREAT | O_TRUNC));
-    WriteAll(file.Get(), content, temporary);
-    if (::fsync(file.Get()) != 0) RaiseSystemError(errno, temporary);
+    {
+      const Descriptor file(OpenDescriptor(temporary, O_WRONLY | O_CREAT | O_TRUNC));
+      WriteAll(file.Get(), content, temporary);
+      if (::fsync(file.Get()) != 0) RaiseSystemError(errno, temporary);
+    }
+    RenameFile(temporary, path);
   } catch (const Fault&) {
     ::unlink(temporary.c_str());
     throw;
   }
-  RenameFile(temporary, path);
 }
 
 }  // namespace fathomline

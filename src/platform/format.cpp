@@ -5,6 +5,8 @@
 #include <cmath>
 #include <vector>
 
+#include "platform/numbers.h"
+
 namespace fathomline {
 namespace {
 
@@ -38,7 +40,9 @@ std::string RoundedDigits(double magnitude, int decimals) {
   return "1" + digits;
 }
 
-bool IsPlaceholder(char c) { return c == '0' || c == '#'; }
+bool IsPlaceholder(char c) {
+  return c == '0' || c == '#';
+}
 
 }  // namespace
 
@@ -48,6 +52,7 @@ std::string Format(double value, std::string_view picture) {
   const std::string_view fractionPicture =
       point == std::string_view::npos ? std::string_view{} : picture.substr(point + 1);
   if (picture.find('%') != std::string_view::npos) value *= 100.0;
+  if (!std::isfinite(value)) return PlainText(value);
 
   const auto places = static_cast<int>(
       std::count_if(fractionPicture.begin(), fractionPicture.end(), IsPlaceholder));

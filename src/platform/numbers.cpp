@@ -1,5 +1,6 @@
 #include "platform/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -12,12 +13,14 @@ namespace fathomline {
 namespace {
 
 // Powers of ten that a double holds exactly.
-constexpr std::array<double, 23> kExactPowers = {
-    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::array<double, 23> kExactPowers = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // The extent of a number in the text, found by one walk, and its digits as an integer as long as
 // that stays exact.
@@ -66,6 +69,26 @@ Scan ScanNumber(std::string_view text) {
   return scan;
 }
 
+// The power of ten of the first significant digit, which tells a number that is too large for a
+// double from one that is too small to be told from zero.
+std::int64_t PowerOfTen(std::string_view number) {
+  const std::size_t e = std::min(number.find_first_of("Ee"), number.size());
+  const std::string_view mantissa = number.substr(0, e);
+  const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto first = static_cast<std::int64_t>(mantissa.find_first_of("123456789"));
+  const std::int64_t power = first < point ? point - first - 1 : point - first;
+  if (e == number.size()) return power;
+
+  std::string_view digits = number.substr(e + 1);
+  const bool negative = digits.front() == '-';
+  if (negative || digits.front() == '+') digits.remove_prefix(1);
+  // Nine digits are beyond any text that could outweigh them.
+  digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
+  std::int64_t exponent = 0;
+  for (const char c : digits.substr(0, 9)) exponent = exponent * 10 + (c - '0');
+  return negative ? power - exponent : power + exponent;
+}
+
 // from_chars takes no text that begins with a point.
 double ParseGeneral(std::string_view digits) {
   std::string padded;
@@ -77,13 +100,7 @@ double ParseGeneral(std::string_view digits) {
   double value = 0.0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (error == std::errc::result_out_of_range) {
-    // Too large, or too small to be told from zero. A leading zero and a negative exponent make
-    // the second.
-    const auto exponent = digits.find_first_of("Ee");
-    const bool tiny = exponent != std::string_view::npos && exponent + 1 < digits.size() &&
-                      digits[exponent + 1] == '-';
-    const bool fraction = exponent == std::string_view::npos && digits.front() == '0';
-    if (tiny || fraction) return 0.0;
+    if (PowerOfTen(digits) < 0) return 0.0;
     Raise(FaultNumber::Overflow);
   }
   return value;
@@ -165,8 +182,12 @@ double ReadNumber(std::string_view text) {
   return scan.negative ? -value : value;
 }
 
-std::int16_t ToInt16(double value) { return RoundTo<std::int16_t>(value); }
-std::int32_t ToInt32(double value) { return RoundTo<std::int32_t>(value); }
+std::int16_t ToInt16(double value) {
+  return RoundTo<std::int16_t>(value);
+}
+std::int32_t ToInt32(double value) {
+  return RoundTo<std::int32_t>(value);
+}
 
 float ToSingle(double value) {
   // Half a unit above the largest single rounds to infinity; anything below it fits.
@@ -175,8 +196,12 @@ float ToSingle(double value) {
   return static_cast<float>(value);
 }
 
-std::string PlainText(float value) { return GeneralText(value, 7); }
-std::string PlainText(double value) { return GeneralText(value, 15); }
+std::string PlainText(float value) {
+  return GeneralText(value, 7);
+}
+std::string PlainText(double value) {
+  return GeneralText(value, 15);
+}
 
 std::string PlainText(std::int32_t value) {
   std::array<char, 16> buffer;
@@ -184,7 +209,11 @@ std::string PlainText(std::int32_t value) {
   return {buffer.data(), end};
 }
 
-std::string ExactText(double value) { return RoundTripText(value); }
-std::string ExactText(float value) { return RoundTripText(value); }
+std::string ExactText(double value) {
+  return RoundTripText(value);
+}
+std::string ExactText(float value) {
+  return RoundTripText(value);
+}
 
 }  // namespace fathomline

@@ -44,7 +44,9 @@ Number ConvertTo(double value) {
 std::string PlainText(float value);
 std::string PlainText(double value);
 std::string PlainText(std::int32_t value);
-inline std::string PlainText(std::int16_t value) { return PlainText(std::int32_t{value}); }
+inline std::string PlainText(std::int16_t value) {
+  return PlainText(std::int32_t{value});
+}
 
 // The general number-to-text conversion: as PlainText, with a leading blank when not negative.
 template <class Number>

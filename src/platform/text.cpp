@@ -12,7 +12,9 @@ constexpr std::array<char32_t, 32> kWindows1252 = {
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+bool IsContinuation(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
 
 template <class Transform>
 std::string Transformed(std::string_view text, Transform transform) {
@@ -122,7 +124,9 @@ std::string ToWindows1252(std::string_view text) {
   std::string bytes;
   for (std::size_t at = 0; at < text.size();) {
     const char32_t c = NextCharacter(text, at);
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
+    // A code that the set leaves undefined stands for itself, so that a file comes back as it was.
+    const bool undefined = c >= 0x80 && c < 0xA0 && kWindows1252[c - 0x80U] == 0;
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF) || undefined) {
       bytes.push_back(static_cast<char>(c));
       continue;
     }
@@ -146,7 +150,8 @@ std::string FromWindows1252(std::string_view bytes) {
 }
 
 std::string FileNamePart(std::string_view name) {
-  return Transformed(name, [](char32_t c) { return c < 0x20 || c == 0x7F || c == U'/' ? U'_' : c; });
+  return Transformed(name,
+                     [](char32_t c) { return c < 0x20 || c == 0x7F || c == U'/' ? U'_' : c; });
 }
 
 std::string WithoutQuotes(std::string_view text) {
