@@ -135,6 +135,7 @@ class Control {
   const Frame* frame_;
   std::uint64_t revision_ = 0;
   ControlKind kind_;
+  bool sealed_ = false;
 };
 
 // An array of controls of one name; each element is called name(index).

@@ -50,11 +50,6 @@ void Timer::Tick() {
   });
 }
 
-void Timer::Seal() {
-  designInterval_ = interval_;
-  designEnabled_ = enabled_;
-}
-
 void Timer::Reset() {
   interval_ = designInterval_;
   enabled_ = designEnabled_;

@@ -37,7 +37,6 @@ class Timer {
   bool Running() const;
   void Restart();
   void Tick();
-  void Seal();
   void Reset();
 
   Window& window_;

@@ -130,12 +130,11 @@ void Window::UserState(WindowState state) {
 }
 
 void Window::ResetToDesign() {
-  if (!sealed_) {
-    for (Control* control : controls_) control->Seal();
-    for (Timer* timer : timers_) timer->Seal();
-    sealed_ = true;
+  // Whatever the constructors of the window have done by its first load belongs to the design.
+  for (Control* control : controls_) {
+    if (!std::exchange(control->sealed_, true)) control->Seal();
+    control->Reset();
   }
-  for (Control* control : controls_) control->Reset();
   for (Timer* timer : timers_) timer->Reset();
   SetCaption(design_.caption);
   SetPlace(design_.place);

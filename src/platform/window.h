@@ -162,7 +162,6 @@ class Window {
   std::uint64_t loads_ = 0;
   int depth_ = 0;
   WindowState state_ = WindowState::Normal;
-  bool sealed_ = false;
   bool loaded_ = false;
   bool visible_ = false;
   bool sized_ = false;

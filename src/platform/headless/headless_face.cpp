@@ -24,10 +24,10 @@ void HeadlessFace::RunUntil(const std::function<bool()>& done) {
     if (UserActs()) continue;
     const Desktop::Outcome outcome =
         AttachedDesktop() != nullptr ? AttachedDesktop()->Turn() : Desktop::Outcome{};
-    if (outcome.busy) continue;
+    if (outcome.busy || done()) continue;
     if (outcome.nextDue && *outcome.nextDue <= latest) {
       now_ = std::max(now_, *outcome.nextDue);
-    } else if (!done()) {
+    } else {
       if (!EndWait()) throw EndlessWait("nothing is left that could end this wait");
       latest = now_ + kLongestWait;
     }

@@ -28,9 +28,9 @@ class ScriptedFace : public HeadlessFace {
   };
 
   // The boxes to come, in their order.
-  void ExpectBox(Box box) { expectedBoxes_.push_back(std::move(box)); }
+  void Expect(Box box) { expectedBoxes_.push_back(std::move(box)); }
   void ExpectBox(std::string text, Answer answer = Answer::Ok) {
-    ExpectBox(Box{std::move(text), answer});
+    Expect({std::move(text), answer});
   }
   // The file dialogs to come; none: cancelled.
   void ExpectFile(std::optional<std::string> path) { expectedFiles_.push_back(std::move(path)); }

@@ -1,0 +1,72 @@
+#include "platform/grid.h"
+
+#include <gtest/gtest.h>
+#include <vector>
+
+#include "platform/desktop.h"
+#include "platform/headless/scripted_face.h"
+#include "platform/window.h"
+
+namespace fathomline {
+namespace {
+
+class GridTest : public testing::Test {
+ protected:
+  ScriptedFace face;
+  Desktop desktop{face};
+  Window window{desktop, {.name = "frmSample"}};
+  Grid grid{window, "fgSample", 1, 15};
+};
+
+TEST_F(GridTest, ManyRowsOfWhichFewAreFilled) {
+  grid.SetRows(32767);
+  grid.Set(32766, 13, "10:11:12");
+  EXPECT_EQ(grid.Text(32766, 13), "10:11:12");
+  EXPECT_EQ(grid.Text(32766, 14), "");
+  EXPECT_EQ(grid.Text(16000, 0), "");
+  // What was cut off does not come back.
+  grid.SetRows(10);
+  grid.SetRows(32767);
+  EXPECT_EQ(grid.Text(32766, 13), "");
+}
+
+TEST_F(GridTest, ColumnsMayGrowBehindWhatIsWritten) {
+  grid.Set(0, 14, "last");
+  grid.SetColumns(20);
+  EXPECT_EQ(grid.Text(0, 19), "");
+  grid.Set(0, 19, "new");
+  EXPECT_EQ(grid.Text(0, 14), "last");
+  EXPECT_EQ(grid.Text(0, 19), "new");
+  grid.SetColumns(15);
+  grid.SetColumns(20);
+  EXPECT_EQ(grid.Text(0, 19), "");
+}
+
+TEST_F(GridTest, ShapeTellsOfSizesAndWidths) {
+  const auto shape = grid.Shape();
+  grid.SetColumnWidth(1, 0);
+  grid.SetRows(1);
+  EXPECT_EQ(grid.Shape(), shape);
+  grid.SetColumnWidth(1, 3200);
+  EXPECT_EQ(grid.ColumnWidth(1), 3200);
+  grid.SetRows(2);
+  EXPECT_EQ(grid.Shape(), shape + 2);
+}
+
+TEST_F(GridTest, CellsBeyondTheTableAreFaults) {
+  EXPECT_THROW(grid.Set(1, 0, "x"), Fault);
+  EXPECT_THROW(grid.Set(0, 15, "x"), Fault);
+  EXPECT_THROW(grid.Set(-1, 0, "x"), Fault);
+  EXPECT_THROW(grid.Text(0, -1), Fault);
+}
+
+TEST_F(GridTest, AClickTellsTheRowAndThePlace) {
+  window.Show();
+  std::vector<int> seen;
+  grid.onClickRow = [&](int row, int x, int y) { seen = {row, x, y}; };
+  grid.ClickRow(3, 150, 4000);
+  EXPECT_EQ(seen, (std::vector<int>{3, 150, 4000}));
+}
+
+}  // namespace
+}  // namespace fathomline
