@@ -62,10 +62,10 @@ TEST_F(IniSettingsTest, ReadsWhatAPersonHasWritten) {
 }
 
 TEST_F(IniSettingsTest, RubbishIsPassedOver) {
+  using namespace std::string_literals;
   WriteFile(
-      std::string("before=1\n\0\xff\xfe=\n[\n[]\n[broken\nlost=1\n[Settings]\n=5\nno sign\n"
-                  "Left=12\nTop=99999999999\nWidth=12x\nHeight=\n",
-                  105));
+      "before=1\n\0\xff\xfe=\n[\n[]\n[broken\nlost=1\n[Settings]\n=5\nno sign\n"
+      "Left=12\nTop=99999999999\nWidth=12x\nHeight=\n"s);
   IniSettings settings(file);
   EXPECT_EQ(settings.GetNumber("Settings", "Left", 1000), 12);
   EXPECT_EQ(settings.GetNumber("Settings", "Top", 1000), 1000);
