@@ -1,0 +1,169 @@
+#include "app/replay_output.h"
+
+#include "platform/format.h"
+
+namespace fathomline {
+namespace {
+
+constexpr int kSystem = 1;
+
+// Calls visit(record) with the sentence record of a type.
+template <class Visitor>
+void VisitSentence(const SystemMessages& messages, SentenceType type, Visitor&& visit) {
+  switch (type) {
+    case SentenceType::GGA:
+      return visit(messages.GGA.Record);
+    case SentenceType::GNS:
+      return visit(messages.GNS.Record);
+    case SentenceType::GLL:
+      return visit(messages.GLL.Record);
+    case SentenceType::RMC:
+      return visit(messages.RMC.Record);
+    case SentenceType::VTG:
+      return visit(messages.VTG.Record);
+    case SentenceType::ZDA:
+      return visit(messages.ZDA.Record);
+    case SentenceType::HDT:
+      return visit(messages.HDT.Record);
+    case SentenceType::ATT:
+      return visit(messages.ATT.Record);
+    case SentenceType::ROT:
+      return visit(messages.ROT.Record);
+    case SentenceType::VHW:
+      return visit(messages.VHW.Record);
+    case SentenceType::DBT:
+      return visit(messages.DBT.Record);
+    case SentenceType::GSA:
+      return visit(messages.GSA.Record);
+    case SentenceType::GSV:
+      return visit(messages.GSV.Record);
+    case SentenceType::GST:
+      return visit(messages.GST.Record);
+    case SentenceType::TTM:
+      return visit(messages.TTM.Record);
+    default:
+      return;
+  }
+}
+
+template <class Number>
+void WriteMean(JsonWriter& json, std::string_view name, const RunningStat<Number>& stat) {
+  json.Key(name);
+  json.BeginObject();
+  json.Field("Count", stat.Count);
+  json.Field("Mean", stat.Mean);
+  json.Field("Sdev", stat.Sdev);
+  json.Field("Max", stat.Max);
+  json.Field("Min", stat.Min);
+  json.Field("First", stat.First);
+  json.EndObject();
+}
+
+template <class Stat>
+void WriteStat(JsonWriter& json, std::string_view name, const Stat& stat) {
+  const Percentiles percentiles = stat.ComputePercentiles();
+  json.Key(name);
+  json.BeginObject();
+  json.Field("Count", stat.Stat.Count);
+  json.Field("RejectedCount", stat.RejectedCount);
+  json.Field("Mean", stat.Stat.Mean);
+  json.Field("Sdev", stat.Stat.Sdev);
+  json.Field("Max", stat.Stat.Max);
+  json.Field("Min", stat.Stat.Min);
+  json.Field("P68", percentiles.P68);
+  json.Field("P95", percentiles.P95);
+  json.Field("First", stat.Stat.First);
+  json.EndObject();
+}
+
+// Satellites in view, and every satellite that was ever reported, as "GPS 05".
+void WriteSatellites(JsonWriter& json, const SystemStatistics& statistics) {
+  json.Key("GSV");
+  json.BeginObject();
+  WriteStat(json, "SatellitesInView", statistics.SatellitesInView);
+  for (std::size_t g = 0; g < kSatelliteGroups.size(); ++g) {
+    const SatelliteGroup& group = kSatelliteGroups[g];
+    for (std::size_t i = 0; i < group.Entries; ++i) {
+      const SNRStat& stat = statistics.Satellites[g][i];
+      if (stat.Stat.Count == 0 && stat.RejectedCount == 0) continue;
+      const auto prn = group.FirstPRN + static_cast<int>(i);
+      WriteStat(json, std::string(group.Name) + " " + Format(prn, "00"), stat);
+    }
+  }
+  json.EndObject();
+}
+
+}  // namespace
+
+void TraceWriter::LineDone() {
+  const SentenceType type = program_.pipeline.HandedOn();
+  json_.BeginObject();
+  json_.Field("line", ++line_);
+  json_.Field("type", ToText(type));
+  if (type == SentenceType::VDM) {
+    WriteAIS();
+  } else {
+    VisitSentence(program_.records.Messages[kSystem], type,
+                  [this](const auto& record) { json_.Field("record", record); });
+  }
+  json_.EndObject();
+  json_.EndLine();
+}
+
+void TraceWriter::WriteAIS() {
+  const AISReceiver& receiver = program_.ais.Receiver(kSystem);
+  json_.Field("vdm", program_.records.Messages[kSystem].VDM.Record);
+  json_.Field("id", receiver.AISMessageId);
+  VisitMessage(receiver.Messages, receiver.AISMessageId,
+               [this](const auto& record) { json_.Field("record", record); });
+}
+
+void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& decoderBoxes) {
+  const SystemStatistics& statistics = program.statistics[kSystem];
+  JsonWriter json(out);
+  json.BeginObject();
+  json.Field("lines", program.records.SentenceCount);
+  json.Field("checksum_errors", program.records.ChecksumErrors[kSystem]);
+
+  json.Key("faults");
+  json.BeginObject();
+  json.Key("decoder_boxes");
+  json.BeginObject();
+  for (const auto& [title, count] : decoderBoxes) json.Field(title, count);
+  json.EndObject();
+  json.Field("error_log", program.errorLog.Written());
+  json.EndObject();
+
+  json.Field("ais_targets", program.targets.AISTargetCount(kSystem));
+
+  json.Key("means");
+  json.BeginObject();
+  WriteMean(json, "LatitudeMean", statistics.LatitudeMean);
+  WriteMean(json, "LongitudeMean", statistics.LongitudeMean);
+  WriteMean(json, "HeightMean", statistics.HeightMean);
+  WriteMean(json, "HeadingMean", statistics.HeadingMean);
+  WriteMean(json, "PitchMean", statistics.PitchMean);
+  WriteMean(json, "RollMean", statistics.RollMean);
+  json.EndObject();
+
+  json.Key("statistics");
+  json.BeginObject();
+  SentenceType open = SentenceType::None;
+  statistics.Visit([&](SentenceType type, std::string_view name, const DeviationStat& stat) {
+    if (type != open) {
+      if (open != SentenceType::None) json.EndObject();
+      json.Key(ToText(type));
+      json.BeginObject();
+      open = type;
+    }
+    WriteStat(json, name, stat);
+  });
+  json.EndObject();
+  WriteSatellites(json, statistics);
+  json.EndObject();
+
+  json.EndObject();
+  json.EndLine();
+}
+
+}  // namespace fathomline

@@ -1,0 +1,239 @@
+#include "app/replay_tool.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <sys/resource.h>
+
+#include "app/replay_options.h"
+#include "app/replay_output.h"
+#include "pipeline/program.h"
+#include "platform/format.h"
+#include "platform/headless/headless_face.h"
+#include "setup/setup_file.h"
+#include "version.h"
+
+namespace fathomline {
+namespace {
+
+constexpr int kSystem = 1;
+
+// A run that cannot go on; the text says why, in one line.
+class RunError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+std::string DefaultProgramFolder() {
+  const char* const home = std::getenv("HOME");
+  return std::string(home == nullptr ? "." : home) + "/Keelhaven/Fathomline/";
+}
+
+std::string InOneLine(std::string text) {
+  for (char& c : text) {
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  return text;
+}
+
+std::ofstream OpenOutput(const std::string& path) {
+  std::ofstream file(path, std::ios::binary);
+  if (!file) throw RunError("cannot write " + path);
+  return file;
+}
+
+void Finish(std::ostream& file, const std::string& path) {
+  file.flush();
+  if (!file) throw RunError("cannot write " + path);
+}
+
+class ReplayRun {
+ public:
+  ReplayRun(const ReplayOptions& options, std::ostream& out, std::ostream& err)
+      : options_(options),
+        out_(out),
+        err_(err),
+        clock_(options.now ? std::unique_ptr<Clock>(std::make_unique<FrozenClock>(*options.now))
+                           : std::make_unique<SystemClock>()),
+        face_([this](const MessageBox& box) { Tell(box); }),
+        program_({face_, *clock_, settings_, [] {}}) {}
+
+  void Run() {
+    Prepare();
+    if (options_.windows || !WritesSomething()) program_.OpenAnalysedWindows(kSystem);
+    std::ofstream trace;
+    std::unique_ptr<TraceWriter> tracer;
+    if (options_.trace) {
+      trace = OpenOutput(*options_.trace);
+      tracer = std::make_unique<TraceWriter>(trace, program_);
+      program_.Listen(tracer.get());
+    }
+    Replay();
+    program_.Listen(nullptr);
+    if (options_.trace) Finish(trace, *options_.trace);
+    Write();
+  }
+
+ private:
+  bool WritesSomething() const {
+    return options_.report || options_.windows || options_.counters || options_.trace ||
+           options_.time;
+  }
+
+  void Tell(const MessageBox& box) {
+    err_ << box.title << ": " << InOneLine(box.text) << '\n';
+    ++boxes_[box.title];
+    if (box.kind == "decoder") ++decoderBoxes_[box.title];
+  }
+
+  void Prepare() {
+    Records& records = program_.records;
+    // Looked at before anything else is done, so that a misspelt name leaves nothing behind.
+    try {
+      LineReader(options_.recording).AtEnd();
+      program_.UseProgramFolder(options_.programFolder.value_or(DefaultProgramFolder()));
+    } catch (const Fault& fault) {
+      throw RunError(fault.Description());
+    }
+    records.SetDefaultSetup();
+    if (options_.setup) {
+      try {
+        LineReader(*options_.setup).AtEnd();
+      } catch (const Fault& fault) {
+        throw RunError(fault.Description());
+      }
+      if (ReadSetupFile(*options_.setup, records, program_.desktop) != SetupRead::Complete) {
+        throw RunError("the setup file cannot be used: " + *options_.setup);
+      }
+    }
+    records.Mode = kOffline;
+    CommSetup& setup = records.CommSetups[kSystem];
+    setup.Enabled = true;
+    setup.OfflineFile = options_.recording;
+    for (int system = kSystem + 1; system <= kSystems; ++system) {
+      records.CommSetups[system].Enabled = false;
+      records.CommSetups[system].OfflineFile.clear();
+    }
+    if (options_.name) setup.Name = *options_.name;
+    if (options_.checksum) records.ChecksumTest[kSystem] = true;
+    if (options_.sessionInfo) records.SessionInfo = *options_.sessionInfo;
+    if (options_.outlier) records.OutlierLimit = *options_.outlier;
+    TakeMessages();
+    TakeReference();
+    if (options_.dms) records.CoordinateFormatIsDMS = *options_.dms;
+    if (options_.decimals) records.CoordinateDecimals = *options_.decimals;
+    if (!records.CoordinateFormatIsDMS && records.CoordinateDecimals == 0) {
+      records.CoordinateDecimals = 4;
+    }
+    records.ReloadWindows = true;
+  }
+
+  void TakeMessages() {
+    Records& records = program_.records;
+    CommSetup& setup = records.CommSetups[kSystem];
+    records.SetMessageFlags(kSystem);
+    if (!options_.messages && options_.setup) return;
+    for (const AnalyseFlag& row : kAnalyseFlags) setup.*row.flag = !options_.messages;
+    if (!options_.messages) return;
+    for (const SentenceType type : *options_.messages) {
+      for (const AnalyseFlag& row : kAnalyseFlags) {
+        if (row.type == type) setup.*row.flag = true;
+      }
+    }
+  }
+
+  void TakeReference() {
+    ReferenceSetup& reference = program_.records.References[kSystem];
+    if (options_.reference) {
+      const std::string name = reference.ReferenceName;
+      reference = *options_.reference;
+      reference.ReferenceName = name;
+      reference.ReferenceUsed = kTruePosition;
+    }
+    if (options_.referenceUsed) reference.ReferenceUsed = *options_.referenceUsed;
+  }
+
+  void Replay() {
+    const auto begin = std::chrono::steady_clock::now();
+    program_.replay.Press("PLAY");
+    program_.desktop.RunUntil([this] { return !program_.records.OfflineRunning; });
+    seconds_ = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  }
+
+  void Write() {
+    if (options_.report) {
+      program_.report.Print_Report(kSystem);
+      out_ << program_.report.ReportPath(kSystem) << '\n';
+    }
+    if (options_.windows) {
+      std::error_code error;
+      std::filesystem::create_directories(*options_.windows, error);
+      if (error) throw RunError("cannot make the folder " + *options_.windows);
+    }
+    for (Window* const window : program_.desktop.Windows()) {
+      if (!window->Visible() || window->Index() != kSystem) continue;
+      if (options_.windows) {
+        const std::string path = *options_.windows + "/" + window->FullName() + ".txt";
+        std::ofstream file = OpenOutput(path);
+        window->Write(file);
+        Finish(file, path);
+      } else if (!WritesSomething()) {
+        window->Write(out_);
+      }
+    }
+    if (options_.counters) {
+      std::ofstream file = OpenOutput(*options_.counters);
+      WriteCounters(file, program_, decoderBoxes_);
+      Finish(file, *options_.counters);
+    }
+    for (const auto& [title, count] : boxes_) err_ << count << " x " << title << '\n';
+    if (options_.time) WriteTime();
+  }
+
+  void WriteTime() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const double lines = program_.records.SentenceCount;
+    out_ << Format(lines, "0") << " lines in " << Format(seconds_, "0.000") << " s, "
+         << Format(seconds_ > 0.0 ? lines / seconds_ : 0.0, "0") << " lines/s, peak memory "
+         << Format(static_cast<double>(usage.ru_maxrss) / 1024.0, "0.0") << " MiB\n";
+  }
+
+  const ReplayOptions& options_;
+  std::ostream& out_;
+  std::ostream& err_;
+  BoxCounts boxes_;
+  BoxCounts decoderBoxes_;
+  std::unique_ptr<Clock> clock_;
+  SettingsStore settings_;
+  BatchFace face_;
+  Program program_;
+  double seconds_ = 0.0;
+};
+
+}  // namespace
+
+int RunReplayTool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  try {
+    const ReplayOptions options = ParseReplayOptions(arguments);
+    if (options.help) {
+      out << ReplayHelp();
+    } else if (options.version) {
+      out << "fathomline-replay " << kVersion << '\n';
+    } else {
+      ReplayRun(options, out, err).Run();
+    }
+    return 0;
+  } catch (const UsageError& error) {
+    err << "fathomline-replay: " << error.what() << '\n';
+  } catch (const RunError& error) {
+    err << "fathomline-replay: " << error.what() << '\n';
+  }
+  return 2;
+}
+
+}  // namespace fathomline
