@@ -41,14 +41,18 @@ frmStatistics::SentenceGrid::SentenceGrid(Window& window, const StatisticsGrid& 
       frame(window, table.frame, table.frameCaption),
       grid(frame, table.grid, kStatisticsRows, static_cast<int>(table.columns.size()) + 1) {}
 
+std::deque<frmStatistics::SentenceGrid> frmStatistics::MakeGrids(Window& window) {
+  std::deque<SentenceGrid> grids;
+  for (const StatisticsGrid& design : kStatisticsGrids) grids.emplace_back(window, design);
+  return grids;
+}
+
 frmStatistics::frmStatistics(Desktop& desktop, int system, Records& records,
                              const Statistics& statistics, SettingsStore& settings)
     : Window(desktop, {.name = "frmStatistics", .index = system, .place = kDefaultPlace}),
       records_(records),
       statistics_(statistics),
       settings_(settings) {
-  for (const StatisticsGrid& design : kStatisticsGrids) grids_.emplace_back(*this, design);
-
   std::vector<Layout> rows;
   rows.push_back(Layout::Row(
       {Layout::Box(frameRefPos,

@@ -73,6 +73,7 @@ class frmStatistics : public Window {
     bool due = false;
   };
 
+  static std::deque<SentenceGrid> MakeGrids(Window& window);
   SentenceGrid* Find(SentenceType type);
   void NoteReferencePosition();
   void NoteReferenceAttitude();
@@ -86,9 +87,10 @@ class frmStatistics : public Window {
   Records& records_;
   const Statistics& statistics_;
   SettingsStore& settings_;
-  std::deque<SentenceGrid> grids_;
+  std::deque<SentenceGrid> grids_ = MakeGrids(*this);
 
  public:
+  // Behind the grids of the sentences, which are built from their table.
   Frame frameGSV_GPS{*this, "frameGSV_GPS", "GSV/GPS SNR Statistics"};
   Grid fgGSV_GPS{frameGSV_GPS, "fgGSV_GPS", 10, kGPSSatellites + 1};
 
