@@ -5,11 +5,15 @@
 namespace fathomline {
 namespace {
 
-std::time_t UnixNow() { return std::time(nullptr); }
+std::time_t UnixNow() {
+  return std::time(nullptr);
+}
 
 }  // namespace
 
-DateTime SystemClock::NowUtc() const { return FromUnixSeconds(static_cast<double>(UnixNow())); }
+DateTime SystemClock::NowUtc() const {
+  return FromUnixSeconds(static_cast<double>(UnixNow()));
+}
 
 DateTime SystemClock::NowLocal() const {
   const std::time_t now = UnixNow();
