@@ -33,6 +33,7 @@ StatusBar::Panel& StatusBar::PanelAt(int panel) {
 
 void StatusBar::SetPanels(const std::vector<std::string>& texts) {
   std::vector<Panel> panels;
+  panels.reserve(texts.size());
   for (const std::string& text : texts) panels.push_back({text});
   Change(panels_, panels);
 }
