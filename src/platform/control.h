@@ -6,10 +6,9 @@
 //   Grid fgGGA{frameGGA, "fgGGA", 10, 10};
 //
 // The state it has after the window's constructor is its design state; every load of the window
-// begins from it. Setting
-// a property from the program is silent: it runs no handler and tells nobody, it only lets the
-// revision grow, which a face compares when it looks. What the user does enters through the
-// methods that say so, and those run the handlers.
+// begins from it. Setting a property from the program is silent: it runs no handler and tells
+// nobody, it only lets the revision grow, which a face compares when it looks. What the user does
+// enters through the methods that say so, and those run the handlers.
 #pragma once
 
 #include <cstddef>
