@@ -1,0 +1,90 @@
+#include "ais/payload_bits.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+
+#include "ais/sentence_feed.h"
+
+namespace fathomline {
+namespace {
+
+TEST(PayloadBits, Characters) {
+  EXPECT_EQ(DearmourCharacter('0') & 63, 0);
+  EXPECT_EQ(DearmourCharacter('W') & 63, 39);
+  EXPECT_EQ(DearmourCharacter('`') & 63, 40);
+  EXPECT_EQ(DearmourCharacter('w') & 63, 63);
+  EXPECT_EQ(SixBitToCharacter(0), ' ');
+  EXPECT_EQ(SixBitToCharacter(1), 'A');
+  EXPECT_EQ(SixBitToCharacter(31), '_');
+  EXPECT_EQ(SixBitToCharacter(32), ' ');
+  EXPECT_EQ(SixBitToCharacter(63), '?');
+  // 255 + 72 does not fit eight bits; the split gives ones throughout.
+  EXPECT_EQ(BitsToValue(PayloadBits("\xFF"), 1, 6), 63);
+  EXPECT_EQ(BitsToValue(PayloadBits("\xB8"), 1, 6), 63);
+  EXPECT_EQ(BitsToValue(PayloadBits("\xB7"), 1, 6), 63);
+  EXPECT_EQ(BitsToValue(PayloadBits("\xB6"), 1, 6), 62);
+  EXPECT_EQ(BitsToValue(PayloadBits("X"), 1, 6), 40);
+}
+
+// The top bit alone stays positive.
+TEST(PayloadBits, SignedNumbers) {
+  const auto value = [](int pattern) {
+    return BitsToValue(PayloadBits(MessageBits(8).Put(1, 8, pattern).Payload()), 1, 8, true);
+  };
+  EXPECT_EQ(value(0b10000000), 128);
+  EXPECT_EQ(value(0b10000001), -127);
+  EXPECT_EQ(value(0b11111111), -1);
+  EXPECT_EQ(value(0b01111111), 127);
+}
+
+TEST(PayloadBits, AllOnes) {
+  const PayloadBits bits(MessageBits(24).Put(1, 12, 0xFFF).Payload());
+  EXPECT_EQ(BitsToValue(bits, 1, 12, false, true, 1.0), -9999);
+  EXPECT_EQ(BitsToValue(bits, 1, 12, true, true, 60000.0) / 1000 / 60, -9999);
+  EXPECT_EQ(BitsToValue(bits, 1, 12, true), -1);
+  EXPECT_EQ(BitsToValue(bits, 1, 13, false, true), 0x1FFE);
+}
+
+// Every range of a payload that is longer than the array takes, against one boolean per bit.
+TEST(PayloadBits, EqualsAnArrayOfBooleans) {
+  std::mt19937 random(17);
+  std::string payload(180, '0');
+  for (char& c : payload) c = static_cast<char>(random() % 256);
+  std::array<bool, 1065> expected{};
+  for (int p = 0; p < 168; ++p) {
+    const int code = static_cast<unsigned char>(payload[static_cast<std::size_t>(p)]);
+    const int value = code + 40 < 129 ? code + 80 : code + 72 > 255 ? 255 : code + 72;
+    for (int b = 0; b < 6; ++b) {
+      expected[static_cast<std::size_t>(p * 6 + b + 1)] = (value >> (5 - b) & 1) != 0;
+    }
+  }
+  const PayloadBits bits(payload);
+  for (int first = 1; first <= PayloadBits::kCount; ++first) {
+    double sum = 0;
+    for (int last = first; last <= PayloadBits::kCount && last < first + 53; ++last) {
+      sum = sum * 2 + (expected[static_cast<std::size_t>(last)] ? 1 : 0);
+      ASSERT_EQ(BitsToValue(bits, first, last), sum) << first << " to " << last;
+    }
+  }
+  EXPECT_THROW(bits.Unsigned(1060, 1065), Fault);
+  EXPECT_THROW(bits.Unsigned(0, 5), Fault);
+}
+
+TEST(PayloadBits, TextPastTheEnd) {
+  const PayloadBits bits("");
+  std::string text;
+  BitsToText(bits, 1059, 1082, text);
+  EXPECT_EQ(text, " ???");
+  // Two bits of the first character still lie inside.
+  BitsToText(bits, 1063, 1069, text);
+  EXPECT_EQ(text, "O?");
+  BitsToText(bits, 73, 72, text);
+  EXPECT_EQ(text, "");
+  BitsToText(bits, 1, 7, text);
+  EXPECT_EQ(text, "  ");
+}
+
+}  // namespace
+}  // namespace fathomline
