@@ -116,8 +116,8 @@ class MessageValues {
 // The conversions of the standard.
 std::int64_t EncodeAngle(double degrees);  // longitude and latitude, 1/10000 minute
 std::int64_t EncodeRateOfTurn(double degreesPerMinute);
-inline constexpr std::int64_t kNoLongitude = 181 * 600'000;
-inline constexpr std::int64_t kNoLatitude = 91 * 600'000;
+inline constexpr std::int64_t kNoLongitude = 181 * 600'000L;
+inline constexpr std::int64_t kNoLatitude = 91 * 600'000L;
 
 struct EncodedPayload {
   std::string characters;

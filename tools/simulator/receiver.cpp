@@ -44,7 +44,7 @@ void GNSSReceiver::BeginPhase(double seconds) {
   const auto& weights = scenario_.qualityWeights;
   double total = 0.0;
   for (const double weight : weights) total += weight;
-  std::size_t chosen = phase_.quality;
+  std::size_t chosen;
   do {
     double rest = qualityRandom_.Uniform(0.0, total);
     chosen = 0;

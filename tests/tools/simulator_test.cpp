@@ -1,0 +1,301 @@
+// Whole simulated sessions.
+#include <cmath>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iomanip>
+#include <iterator>
+#include <map>
+#include <numbers>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "simulator/command.h"
+#include "tools/simulated_session.h"
+
+namespace fathomline {
+namespace {
+
+using enum SentenceKind;
+
+TEST(SimulatedSession, SameOptionsSameBytes) {
+  SimulationOptions options = OptionsOf("voyage", 60.0);
+  const std::string first = Recording(options);
+  EXPECT_EQ(first, Recording(options));
+  ++options.seed;
+  EXPECT_NE(first, Recording(options));
+}
+
+std::string ReadFile(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+// The words of a command line; double quotes hold blanks together.
+std::vector<std::string> Words(std::istringstream line) {
+  std::vector<std::string> words;
+  for (std::string word; line >> std::quoted(word);) words.push_back(word);
+  return words;
+}
+
+// The bytes in the tree were written elsewhere, so this also compares machines and compilers.
+TEST(SimulatedSession, SamplesAreWhatTheirCommandsWrite) {
+  const std::string folder = FATHOMLINE_SOURCE_DIR "/samples/";
+  int samples = 0;
+  for (const std::string& line : Split(ReadFile(folder + "README.md"), '\n')) {
+    if (!line.starts_with("    fathomline-simulate ")) continue;
+    const std::vector<std::string> words = Words(std::istringstream(line));
+    const std::vector<std::string_view> arguments(words.begin() + 1, words.end());
+    const SimulateCommand command = ParseSimulateCommand(arguments);
+    EXPECT_TRUE(ReadFile(folder + command.output) == Recording(command.options)) << line;
+    ++samples;
+  }
+  EXPECT_EQ(samples, 2);
+}
+
+TEST(SimulatedSession, EverySentenceIsWellFormed) {
+  for (const Scenario& scenario : Scenarios()) {
+    SimulationOptions options = OptionsOf(scenario.name, 300.0);
+    options.crLf = true;
+    Simulator simulator(options);
+    SimulatedTime last = -1;
+    ForEachEpoch(simulator, [&](const Epoch& epoch) {
+      EXPECT_GT(epoch.time, last);
+      last = epoch.time;
+      const auto lines = Split(epoch.lines.Text(), '\n');
+      ASSERT_EQ(lines.size(), epoch.lines.Count() + 1);
+      for (std::size_t i = 0; i < epoch.lines.Count(); ++i) {
+        const std::string line(epoch.lines.Line(i));
+        EXPECT_EQ(lines[i], line + '\r');
+        EXPECT_LE(line.size(), 80U) << line;
+        const std::size_t star = line.find('*');
+        ASSERT_EQ(star + 3, line.size()) << line;
+        int sum = 0;
+        for (std::size_t at = 1; at < star; ++at) sum ^= line[at];
+        EXPECT_EQ(std::stoi(line.substr(star + 1), nullptr, 16), sum) << line;
+      }
+    });
+  }
+}
+
+TEST(SimulatedSession, FieldCountsAreThoseOfTheForms) {
+  const std::map<std::string, std::size_t> expected{
+      {"GGA", 15}, {"GNS", 13}, {"GLL", 8}, {"RMC", 13}, {"VTG", 10}, {"ZDA", 7},
+      {"GSA", 18}, {"GST", 9},  {"HDT", 3}, {"ROT", 3},  {"ATT", 5},  {"VHW", 9},
+      {"DBT", 7},  {"TTM", 16}, {"VDM", 7}, {"VDO", 7}};
+  std::set<std::string> met;
+  for (const std::string& line : Split(Recording(OptionsOf("voyage", 3000.0)), '\n')) {
+    if (line.empty() || KindOf(line) == "GSV") continue;
+    EXPECT_EQ(Fields(line).size(), expected.at(KindOf(line))) << line;
+    met.insert(KindOf(line));
+  }
+  EXPECT_EQ(met.size(), expected.size());
+}
+
+TEST(SimulatedSession, RatesAreKept) {
+  SimulationOptions options =
+      OptionsOf("voyage", 100.0, {{GGA, 3.0}, {HDT, 7.0}, {ATT, 10.0}, {ZDA, 0.1}});
+  Simulator simulator(options);
+  std::map<std::string, int> count;
+  ForEachEpoch(simulator, [&](const Epoch& epoch) {
+    for (std::size_t i = 0; i < epoch.lines.Count(); ++i) ++count[KindOf(epoch.lines.Line(i))];
+  });
+  EXPECT_EQ(count,
+            (std::map<std::string, int>{{"GGA", 300}, {"HDT", 700}, {"ATT", 1000}, {"ZDA", 10}}));
+  EXPECT_EQ(simulator.Truth().sentences[static_cast<std::size_t>(HDT)], 700);
+
+  EXPECT_EQ(UsualRate(*options.scenario, GGA, 10.0), 10.0);
+  EXPECT_EQ(UsualRate(*options.scenario, GSV, 10.0), 1.0);
+  EXPECT_EQ(UsualRate(*options.scenario, DBT, 0.1), 0.1);
+  EXPECT_EQ(UsualRate(*options.scenario, VDM, 10.0), 1.0);
+}
+
+TEST(SimulatedSession, SentencesDoNotDisturbEachOther) {
+  const std::string alone = Recording(OptionsOf("voyage", 200.0, {{GGA, 1.0}}));
+  std::string picked;
+  for (const std::string& line : Split(Recording(OptionsOf("voyage", 200.0)), '\n')) {
+    if (!line.empty() && KindOf(line) == "GGA") picked += line + '\n';
+  }
+  EXPECT_EQ(picked, alone);
+}
+
+TEST(SimulatedSession, MidnightChangesTheDateOfTheRightSentence) {
+  SimulationOptions options = OptionsOf("moored", 4.0, {{ZDA, 1.0}, {RMC, 2.0}});
+  options.start = DateFromParts(2027, 12, 31) + TimeFromParts(23, 59, 58);
+  std::vector<std::string> told;
+  for (const std::string& line : Split(Recording(options), '\n')) {
+    if (line.empty()) continue;
+    const auto fields = Fields(line);
+    told.push_back(KindOf(line) == "RMC" ? fields[1] + " " + fields[9]
+                                         : fields[1] + " " + fields[2] + fields[3] + fields[4]);
+  }
+  ASSERT_EQ(told.size(), 12U);
+  EXPECT_EQ(told[5], "235959.50 311227");
+  EXPECT_EQ(told[6], "000000.00 01012028");
+  EXPECT_EQ(told[7], "000000.00 010128");
+}
+
+TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
+  Simulator simulator(
+      OptionsOf("voyage", 20'000.0,
+                {{GGA, 1.0}, {GNS, 1.0}, {GLL, 1.0}, {RMC, 1.0}, {VTG, 1.0}, {GSA, 1.0}}));
+  std::map<std::string, int> qualities;
+  std::set<std::string> stations;
+  bool emptyOutage = false;
+  bool heldOutage = false;
+  double oldest = 0.0;
+  ForEachEpoch(simulator, [&](const Epoch& epoch) {
+    const auto gga = Fields(epoch.lines.Line(0));
+    const auto gns = Fields(epoch.lines.Line(1));
+    const bool lost = gga[6] == "0";
+    ++qualities[gga[6]];
+    EXPECT_EQ(std::to_string(epoch.fix->quality), gga[6]);
+    EXPECT_EQ(gns[6] == "NN", lost);
+    EXPECT_EQ(Fields(epoch.lines.Line(2))[6], lost ? "V" : "A");
+    EXPECT_EQ(Fields(epoch.lines.Line(3))[2], lost ? "V" : "A");
+    EXPECT_EQ(Fields(epoch.lines.Line(4))[9] == "N", lost);
+    EXPECT_EQ(Fields(epoch.lines.Line(5))[2], lost ? "1" : "3");
+    const bool differential = !lost && gga[6] != "1";
+    EXPECT_EQ(gga[13].empty(), !differential);
+    EXPECT_EQ(gga[14].empty(), !differential);
+    EXPECT_EQ(gga[13] + gga[14], gns[11] + gns[12]);
+    if (differential) {
+      oldest = std::max(oldest, std::stod(gga[13]));
+      stations.insert(gga[14]);
+    }
+    if (lost) (gga[2].empty() ? emptyOutage : heldOutage) = true;
+  });
+  for (const char* quality : {"0", "1", "2", "4", "5"}) EXPECT_GT(qualities[quality], 50);
+  EXPECT_TRUE(emptyOutage && heldOutage);
+  EXPECT_GT(oldest, 15.0);
+  EXPECT_GT(stations.size(), 1U);
+}
+
+TEST(SimulatedSession, PositionNoiseHasTheSizeOfItsQuality) {
+  Simulator simulator(OptionsOf("moored", 400'000.0, {{GGA, 0.2}}));
+  std::map<int, RunningFigure> north;
+  std::map<int, RunningFigure> east;
+  std::map<int, RunningFigure> up;
+  ForEachEpoch(simulator, [&](const Epoch& epoch) {
+    north[epoch.fix->quality].Add(epoch.fix->northNoise);
+    east[epoch.fix->quality].Add(epoch.fix->eastNoise);
+    up[epoch.fix->quality].Add(epoch.fix->upNoise);
+  });
+  for (const FixQuality& quality : kFixQualities) {
+    EXPECT_NEAR(north[quality.indicator].Sdev(), quality.horizontal, 0.1 * quality.horizontal);
+    EXPECT_NEAR(east[quality.indicator].Sdev(), quality.horizontal, 0.1 * quality.horizontal);
+    EXPECT_NEAR(up[quality.indicator].Sdev(), quality.vertical, 0.1 * quality.vertical);
+    EXPECT_NEAR(north[quality.indicator].Mean(), 0.0, 0.15 * quality.horizontal);
+  }
+}
+
+TEST(SimulatedSession, SatelliteGroupsAreConsistent) {
+  std::string group;
+  std::size_t listed = 0;
+  std::set<std::string> inView;
+  std::set<std::string> talkers;
+  std::set<std::string> used;
+  for (const std::string& line : Split(Recording(OptionsOf("moored", 4000.0)), '\n')) {
+    if (line.empty()) continue;
+    const auto fields = Fields(line);
+    if (KindOf(line) == "GSA") {
+      used.insert(fields.begin() + 3, fields.begin() + 15);
+    } else if (KindOf(line) == "GSV") {
+      talkers.insert(fields[0]);
+      const int number = std::stoi(fields[2]);
+      EXPECT_EQ(number == 1, group.empty()) << line;
+      if (number == 1) {
+        group = fields[0] + fields[1] + fields[3];
+        listed = 0;
+      }
+      EXPECT_EQ(group, fields[0] + fields[1] + fields[3]);
+      EXPECT_EQ((fields.size() - 4) % 4, 0U);
+      for (std::size_t i = 4; i < fields.size(); i += 4) {
+        ++listed;
+        const int id = std::stoi(fields[i]);
+        const int lowest = fields[0] == "$GPGSV" ? 1 : fields[0] == "$GLGSV" ? 65 : 101;
+        EXPECT_TRUE(id >= lowest && id < lowest + (lowest == 1 ? 64 : 32)) << line;
+        EXPECT_TRUE(std::stoi(fields[i + 1]) <= 90 && std::stoi(fields[i + 2]) < 360) << line;
+        if (!fields[i + 3].empty()) inView.insert(fields[i]);
+      }
+      if (fields[1] == fields[2]) {
+        EXPECT_EQ(listed, std::stoul(fields[3])) << line;
+        group.clear();
+      }
+    } else if (KindOf(line) == "GST") {
+      for (const std::string& id : used) EXPECT_TRUE(id.empty() || inView.contains(id));
+      used.clear();
+      inView.clear();
+    }
+  }
+  EXPECT_EQ(talkers.size(), 3U);
+}
+
+// The figures of the truth, got again from the sentences alone.
+TEST(SimulatedSession, TruthAgreesWithWhatIsWritten) {
+  SimulationOptions options = OptionsOf("moored", 1800.0);
+  options.seed = 9;  // one with an outage
+  Simulator simulator(options);
+  const ReferenceTruth reference = simulator.Truth().reference;
+  // Metres per radian of WGS 84 at the reference: a / W and a (1 - e2) / W^3.
+  const double radians = std::numbers::pi / 180.0;
+  const double sine = std::sin(reference.position.latitude * radians);
+  const double w = std::sqrt(1.0 - 0.0066943799901413165 * sine * sine);
+  const double perNorth = 6335439.3272928195 / (w * w * w) * radians;
+  const double perEast = 6378137.0 / w * std::cos(reference.position.latitude * radians) * radians;
+
+  std::map<TruthFigure, std::vector<double>> samples;
+  const auto position = [&](const std::vector<std::string>& fields, std::size_t at,
+                            TruthFigure latitude, TruthFigure north, TruthFigure east) {
+    const double lat = Degrees(fields[at], fields[at + 1]);
+    const double lon = Degrees(fields[at + 2], fields[at + 3]);
+    samples[latitude].push_back(lat);
+    samples[north].push_back((lat - reference.position.latitude) * perNorth);
+    samples[east].push_back((lon - reference.position.longitude) * perEast);
+  };
+  ForEachEpoch(simulator, [&](const Epoch& epoch) {
+    for (std::size_t i = 0; i < epoch.lines.Count(); ++i) {
+      using enum TruthFigure;
+      const auto fields = Fields(epoch.lines.Line(i));
+      const std::string kind = KindOf(epoch.lines.Line(i));
+      if (kind == "GGA" && fields[6] != "0") {
+        position(fields, 2, GGALatitude, GGANorthError, GGAEastError);
+        samples[GGAHeightError].push_back(std::stod(fields[9]) - reference.height);
+        samples[GGAHDOP].push_back(std::stod(fields[8]));
+      } else if (kind == "GLL" && fields[6] == "A") {
+        position(fields, 1, GLLLatitude, GLLNorthError, GLLEastError);
+      } else if (kind == "RMC" && fields[2] == "A") {
+        position(fields, 3, RMCLatitude, RMCNorthError, RMCEastError);
+      } else if (kind == "HDT") {
+        samples[HDTHeading].push_back(std::stod(fields[1]));
+      } else if (kind == "ATT") {
+        samples[ATTPitch].push_back(std::stod(fields[3]));
+        samples[ATTRoll].push_back(std::stod(fields[4]));
+      }
+    }
+  });
+
+  const SimulationTruth& truth = simulator.Truth();
+  EXPECT_TRUE(truth.moored);
+  EXPECT_EQ(truth.fixes, 1800);
+  EXPECT_EQ(truth.usableFixes, truth[TruthFigure::GGANorthError].Count());
+  EXPECT_LT(truth.usableFixes, truth.fixes);
+  ASSERT_EQ(samples.size(), 14U);
+  for (const auto& [figure, values] : samples) {
+    const std::string_view name = kTruthFigureNames[static_cast<std::size_t>(figure)];
+    double sum = 0.0;
+    for (const double value : values) sum += value;
+    const double mean = sum / static_cast<double>(values.size());
+    double squares = 0.0;
+    for (const double value : values) squares += (value - mean) * (value - mean);
+    const double sdev = std::sqrt(squares / static_cast<double>(values.size() - 1));
+    EXPECT_EQ(truth[figure].Count(), static_cast<std::int64_t>(values.size())) << name;
+    EXPECT_NEAR(truth[figure].Mean(), mean, 1e-6) << name;
+    EXPECT_NEAR(truth[figure].Sdev(), sdev, 1e-6) << name;
+  }
+  EXPECT_NEAR(truth[TruthFigure::HDTHeading].Mean(), reference.heading, 0.02);
+}
+
+}  // namespace
+}  // namespace fathomline
