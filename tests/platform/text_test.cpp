@@ -33,6 +33,7 @@ TEST(Characters, AreCountedNotBytes) {
 // Overlong, cut off and stray bytes are taken alone, and never read past the end.
 TEST(Characters, BytesThatAreNoUtf8CountAsOneEach) {
   EXPECT_EQ(CharacterCount("\xC0\x80"), 2U);
+  EXPECT_EQ(CharacterCount("\xE0\x80\x80"), 3U);
   EXPECT_EQ(CharacterCount("\xE2\x82"), 2U);
   EXPECT_EQ(CharacterCount("\xF4\x90\x80\x80"), 4U);
   EXPECT_EQ(CharacterCount("\xFF"
