@@ -138,7 +138,7 @@ TEST(SimulatedSession, MidnightChangesTheDateOfTheRightSentence) {
 
 TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
   Simulator simulator(
-      OptionsOf("voyage", 20'000.0,
+      OptionsOf("voyage", 10'000.0,
                 {{GGA, 1.0}, {GNS, 1.0}, {GLL, 1.0}, {RMC, 1.0}, {VTG, 1.0}, {GSA, 1.0}}));
   std::map<std::string, int> qualities;
   std::set<std::string> stations;
@@ -173,7 +173,7 @@ TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
 }
 
 TEST(SimulatedSession, PositionNoiseHasTheSizeOfItsQuality) {
-  Simulator simulator(OptionsOf("moored", 400'000.0, {{GGA, 0.2}}));
+  Simulator simulator(OptionsOf("moored", 400'000.0, {{GGA, 0.05}}));
   std::map<int, RunningFigure> north;
   std::map<int, RunningFigure> east;
   std::map<int, RunningFigure> up;
