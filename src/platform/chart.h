@@ -89,7 +89,8 @@ class Axis {
   State design_;
 };
 
-enum class MarkerKind : std::uint8_t { HorizontalLine, HorizontalBand, VerticalLine };
+// A circle is drawn round the origin of the axes; its value is the radius.
+enum class MarkerKind : std::uint8_t { HorizontalLine, HorizontalBand, VerticalLine, Circle };
 
 struct MarkerDesign {
   MarkerKind kind = MarkerKind::HorizontalLine;
@@ -100,7 +101,7 @@ struct MarkerDesign {
   bool operator==(const MarkerDesign&) const = default;
 };
 
-// A line or a band across the chart; a horizontal one is measured on the left axis.
+// A line, a band or a circle across the chart; a horizontal one is measured on the left axis.
 class Marker {
  public:
   Marker(std::uint64_t& changes, MarkerDesign design);

@@ -6,6 +6,11 @@
 
 namespace fathomline {
 
+void Label::Click() {
+  if (!onClick) return;
+  OwningWindow().UserAct(*this, [this] { onClick(); });
+}
+
 void Button::Click() {
   OwningWindow().UserAct(*this, [this] {
     if (onClick) onClick();

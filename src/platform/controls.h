@@ -26,6 +26,10 @@ class Label : public Control {
 
   Look ShownLook() const { return look_; }
 
+  // The user clicks it. Only a label with a handler can be clicked.
+  void Click();
+  std::function<void()> onClick;
+
  private:
   Look look_;
 };
