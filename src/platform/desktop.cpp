@@ -39,6 +39,7 @@ Desktop::~Desktop() {
 }
 
 void Desktop::Remove(Window& window) {
+  face_.Forget(window);
   std::erase(windows_, &window);
   std::erase(modal_, &window);
 }

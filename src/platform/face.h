@@ -15,6 +15,7 @@
 namespace fathomline {
 
 class Desktop;
+class Window;
 
 class Face {
  public:
@@ -47,6 +48,9 @@ class Face {
 
  private:
   friend class Desktop;
+  // The window is about to go for good; nothing may look at it again.
+  virtual void Forget(Window& /*window*/) {}
+
   Desktop* desktop_ = nullptr;
 };
 
