@@ -1,0 +1,50 @@
+#include "analysis/geodesy.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numbers>
+
+#include "support/expect_fault.h"
+
+namespace fathomline {
+namespace {
+
+constexpr double kMinute = std::numbers::pi / 180.0 / 60.0;
+
+TEST(Geodesy, ReducesMinutesToMetres) {
+  const NorthEast none = DifferenceToNorthEast(1.0, 0.2, 1.0, 0.2);
+  EXPECT_EQ(none.North, 0.0F);
+  EXPECT_EQ(none.East, 0.0F);
+
+  EXPECT_NEAR(DifferenceToNorthEast(0, 0, kMinute, 0).North, 1842.90, 0.005);
+  const double sixty = std::numbers::pi / 3.0;
+  EXPECT_NEAR(DifferenceToNorthEast(sixty, 0, sixty, kMinute).East, 930.00, 0.005);
+  // The radius of the parallel at 60 degrees, from its definition.
+  const double w = std::sqrt(1.0 - 0.75 * kEccentricitySquared);
+  EXPECT_FLOAT_EQ(DifferenceToNorthEast(sixty, 0, sixty, kMinute).East,
+                  static_cast<float>(kSemiMajorAxis * 0.5 / w * kMinute));
+  // W to the first power in the north as well.
+  EXPECT_FLOAT_EQ(DifferenceToNorthEast(sixty, 0, sixty + kMinute, 0).North,
+                  static_cast<float>(kSemiMajorAxis * (1 - kEccentricitySquared) / w * kMinute));
+}
+
+TEST(Geodesy, DoesNotWrapAtTheDateLineAndFaultsBeyondASingle) {
+  const double west = -179.9 * std::numbers::pi / 180.0;
+  const double east = 179.9 * std::numbers::pi / 180.0;
+  EXPECT_GT(DifferenceToNorthEast(0, west, 0, east).East, 4.0e7F);
+  ExpectFault(FaultNumber::Overflow, [] { DifferenceToNorthEast(0, 0, 1e300, 0); });
+}
+
+TEST(Geodesy, TheGeneralRoutineAgreesOnWGS84AndFollowsItsArguments) {
+  const NorthEast own = DifferenceToNorthEast(1.0, 0.2, 1.0001, 0.2002);
+  const NorthEast same = DifferenceToNorthEastOnEllipsoid(1.0, 0.2, 1.0001, 0.2002, kSemiMajorAxis,
+                                                          kEccentricitySquared);
+  EXPECT_FLOAT_EQ(own.North, same.North);
+  EXPECT_FLOAT_EQ(own.East, same.East);
+  const NorthEast sphere = DifferenceToNorthEastOnEllipsoid(0, 0, 0.5, 0.25, 1000.0, 0.0);
+  EXPECT_FLOAT_EQ(sphere.North, 500.0F);
+  EXPECT_FLOAT_EQ(sphere.East, 250.0F);
+}
+
+}  // namespace
+}  // namespace fathomline

@@ -1,0 +1,198 @@
+#include "analysis/message_driver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "support/expect_fault.h"
+#include "support/recording_dialogs.h"
+#include "support/test_program.h"
+
+namespace fathomline {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// Notes who was called, in order.
+class CallList : public MessageViews {
+ public:
+  void UpdateNumerics(int, SentenceType) override { calls.emplace_back("numerics"); }
+  void UpdateARPATargets(int, SentenceType) override { calls.emplace_back("arpa"); }
+  void UpdateAISTargets(int, SentenceType) override { calls.emplace_back("ais"); }
+  void UpdateStatisticsView(int, SentenceType) override { calls.emplace_back("statistics"); }
+  void UpdateTimeSeries(int, SentenceType) override { calls.emplace_back("series"); }
+  void UpdateScatter(int, SentenceType) override { calls.emplace_back("scatter"); }
+  void UpdateSkyplot(int) override { calls.emplace_back("skyplot"); }
+  void UpdateSatelliteTracking(int) override { calls.emplace_back("tracking"); }
+
+  std::vector<std::string> Take() { return std::exchange(calls, {}); }
+  std::vector<std::string> calls;
+};
+
+class MessageDriverCalls : public testing::Test {
+ protected:
+  MessageDriverCalls() {
+    for (const AnalyseFlag& row : kAnalyseFlags) records.CommSetups[1].*row.flag = true;
+    records.Messages[1].GGA.Record.Time = "12:00:00";
+  }
+
+  std::vector<std::string> Process(SentenceType type) {
+    driver.ProcessMessage(1, type);
+    return views.Take();
+  }
+
+  Records records;
+  FrozenClock clock{TestProgram::kNow};
+  Statistics statistics{records, clock};
+  RecordingDialogs dialogs;
+  CallList views;
+  MessageDriver driver{records, statistics, clock, dialogs, views};
+};
+
+TEST_F(MessageDriverCalls, FollowTheFixedOrderAndTheOpenWindows) {
+  EXPECT_THAT(Process(SentenceType::GGA), ElementsAre("series", "scatter"));
+  SystemSetup& open = records.SystemSetups[1];
+  for (const WindowFlag flag :
+       {WindowFlag::Numerics, WindowFlag::ARPATargets, WindowFlag::AISTargets,
+        WindowFlag::Statistics, WindowFlag::Skyplot}) {
+    open[flag] = true;
+  }
+  EXPECT_THAT(Process(SentenceType::GGA),
+              ElementsAre("numerics", "arpa", "ais", "statistics", "series", "scatter"));
+  EXPECT_THAT(Process(SentenceType::GSA),
+              ElementsAre("numerics", "arpa", "ais", "statistics", "series", "skyplot"));
+  EXPECT_THAT(Process(SentenceType::GSV),
+              ElementsAre("numerics", "arpa", "ais", "statistics", "series", "tracking"));
+  EXPECT_THAT(Process(SentenceType::GST),
+              ElementsAre("numerics", "arpa", "ais", "statistics", "series", "scatter"));
+
+  records.OnlinePaused = true;
+  EXPECT_THAT(Process(SentenceType::GSA), ElementsAre("numerics", "arpa", "ais"));
+  records.Mode = kOffline;
+  EXPECT_EQ(Process(SentenceType::VTG).size(), 5U) << "a replay is held in its loop, not here";
+}
+
+TEST_F(MessageDriverCalls, EndAtOnceForATypeThatIsNotAnalysed) {
+  records.CommSetups[1] = {};
+  for (const AnalyseFlag& row : kAnalyseFlags) EXPECT_THAT(Process(row.type), IsEmpty());
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(MessageDriverCalls, OfAnUnknownTypeGoOnBehindItsBox) {
+  EXPECT_THAT(Process(SentenceTypeOf("XYZ")), ElementsAre("series"));
+  EXPECT_THAT(dialogs.TakeTexts(), ElementsAre("A NMEA message type XYZ is received. No action"));
+}
+
+class MessageDriverTest : public testing::Test {
+ protected:
+  std::string Time() { return FormatDateTime(test.records.MessageTime[1], "dd mmm yyyy hh:nn:ss"); }
+
+  TestProgram test;
+  SystemStatistics& statistics = test.program.statistics[1];
+  ReferenceSetup& reference = test.records.References[1];
+};
+
+TEST_F(MessageDriverTest, KeepsTheClockOfTheSystem) {
+  test.Analyse({"GGA", "GLL", "RMC", "ZDA", "VTG"});
+  EXPECT_EQ(Time(), "02 Jan 2026 03:04:05") << "the present time until a sentence tells another";
+  test.Feed("GPGGA,235959.75,,,,,0,,,,M,,M,,");
+  EXPECT_EQ(Time(), "02 Jan 2026 23:59:59");
+  test.Feed("GPGGA,000001,,,,,0,,,,M,,M,,");
+  EXPECT_EQ(Time(), "03 Jan 2026 00:00:01") << "past midnight";
+  test.Feed("GPRMC,000002,V,,,,,,,030126,,,N");
+  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02");
+  test.Feed("GPZDA,120000,15,08,2026,00,00");
+  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02") << "a ZDA moves the date alone";
+  test.Feed("GPGGA,nonsense,,,,,0,,,,M,,M,,");
+  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02") << "an unreadable time is passed over by GGA";
+  test.Feed("GPGGA,000003,,,,,0,,,,M,,M,,");
+  EXPECT_EQ(Time(), "15 Aug 2026 00:00:03");
+  test.Feed("GPGGA,000001,,,,,0,,,,M,,M,,");
+  EXPECT_EQ(Time(), "16 Aug 2026 00:00:01") << "a step back counts as midnight";
+  test.Feed("GPRMC,000001,V,,,,,,,320126,,,N");
+  EXPECT_EQ(FormatDateTime(test.records.MessageDate[1], "dd mmm yyyy"), "02 Feb 2026")
+      << "day 32 of January rolls over, and so does the date behind it";
+
+  test.records.SetTimeFromPC[1] = true;
+  test.clock.Set(DateFromParts(2027, 5, 6) + TimeFromParts(7, 8, 9));
+  test.Feed("GPVTG,054.7,T,034.4,M,005.5,N,010.2,K");
+  EXPECT_EQ(Time(), "06 May 2027 07:08:09");
+}
+
+TEST_F(MessageDriverTest, PassesOnATimeOrDateThatCannotBeRead) {
+  test.Analyse({"GLL", "RMC", "ZDA"});
+  struct Row {
+    const char* body;
+    FaultNumber fault;
+  };
+  for (const Row& row :
+       {Row{"GPGLL,6000.0,N,00500.0,E,,A,A", FaultNumber::TypeMismatch},
+        Row{"GPGLL,6000.0,N,00500.0,E,240000,A,A", FaultNumber::TypeMismatch},
+        Row{"GPRMC,120000,A,6000.0,N,00500.0,E,1,2,,,,A", FaultNumber::TypeMismatch},
+        Row{"GPRMC,120000,A,6000.0,N,00500.0,E,1,2,1-0126,,,A", FaultNumber::TypeMismatch},
+        Row{"GPRMC,12x000,A,6000.0,N,00500.0,E,1,2,020126,,,A", FaultNumber::TypeMismatch},
+        Row{"GPZDA,120000,01,02,99,00,00", FaultNumber::InvalidCall},
+        Row{"GPZDA,120000,01,02,,00,00", FaultNumber::InvalidCall}}) {
+    ExpectFault(row.fault, [&] { test.Feed(row.body); });
+  }
+  EXPECT_EQ(statistics.LatitudeMean.Count, 0) << "the steps behind the fault are skipped";
+}
+
+TEST_F(MessageDriverTest, TakesTheFirstUsableSampleAsReference) {
+  test.Analyse({"GGA", "GLL"});
+  test.Feed("GPGGA,120000,1000.0,N,02000.0,E,0,00,,5.0,M,,M,,");
+  EXPECT_NEAR(reference.ReferenceLatitude, 0.17453, 1e-5) << "even one without a fix, at first";
+  test.Feed("GPGGA,120001,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
+  test.Feed("GPGGA,120002,6001.0,N,00501.0,E,1,08,1.0,30.0,M,40.0,M,,");
+  test.Feed("GPGLL,6001.0,N,00501.0,E,120003,A,A");
+  EXPECT_NEAR(reference.ReferenceLatitude, 1.0471976, 1e-7);
+  EXPECT_EQ(reference.ReferenceHeight, 10.0F);
+  EXPECT_EQ(statistics.LatitudeMean.Count, 3);
+  EXPECT_EQ(statistics.HeightMean.Count, 2) << "GLL has no height";
+  EXPECT_EQ(statistics.HeightMean.Mean, 20.0F);
+  EXPECT_EQ(statistics.LatitudeMean.LastTime, "12:00:03");
+}
+
+TEST_F(MessageDriverTest, MovesTheAverageReferenceWithEachSentence) {
+  test.Analyse({"GGA"});
+  reference.ReferenceUsed = kAverageOverTime;
+  test.Feed("GPGGA,120000,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
+  EXPECT_EQ(statistics.Present.dN, 0.0F) << "the sample just taken is in the average";
+  test.Feed("GPGGA,120001,6000.002,N,00500.0,E,1,08,1.0,12.0,M,40.0,M,,");
+  EXPECT_NEAR(statistics.Present.dN, 1.8475, 0.0005);
+  EXPECT_EQ(reference.ReferenceHeight, 11.0F);
+}
+
+TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
+  test.Analyse({"GGA", "HDT"});
+  reference.ReferenceUsed = kTruePosition;
+  reference.ReferenceLatitude = 1.0;
+  test.records.OnlinePaused = true;
+  test.Feed("GPGGA,120000,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
+  test.Feed("HEHDT,10.0,T");
+  EXPECT_EQ(reference.ReferenceLatitude, 1.0);
+  EXPECT_EQ(statistics.LatitudeMean.Count, 0);
+  EXPECT_EQ(statistics.HeadingMean.Count, 0);
+  test.records.OnlinePaused = false;
+  test.Feed("HEHDT,,T");
+  EXPECT_EQ(statistics.HeadingMean.Count, 0) << "an empty heading is no value";
+}
+
+TEST_F(MessageDriverTest, KeepsOutliersOfTheAttitudeOutOfTheMeans) {
+  test.Analyse({"ATT"});
+  test.Feed("PFEC,GPatt,350.0,1.0,2.0");
+  EXPECT_EQ(reference.ReferenceRoll, 2.0F);
+  test.Feed("PFEC,GPatt,005.0,-14.0,22.0");
+  EXPECT_EQ(statistics.HeadingMean.Count, 1) << "across north the difference is not wrapped";
+  EXPECT_EQ(statistics.PitchMean.Count, 2) << "exactly at the limit";
+  EXPECT_EQ(statistics.RollMean.Count, 1);
+  test.records.OutlierLimit = 0.0F;
+  test.Feed("PFEC,GPatt,350.0,1.5,2.0");
+  EXPECT_EQ(statistics.HeadingMean.Count, 2) << "0 is a limit, not a switch";
+  EXPECT_EQ(statistics.PitchMean.Count, 2);
+}
+
+}  // namespace
+}  // namespace fathomline

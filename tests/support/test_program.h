@@ -1,0 +1,51 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "pipeline/program.h"
+#include "platform/headless/scripted_face.h"
+#include "support/sentences.h"
+#include "support/temporary_folder.h"
+
+namespace fathomline {
+
+// The whole program in a folder of its own, with a frozen clock and scripted answers.
+class TestProgram {
+ public:
+  TestProgram() {
+    program.UseProgramFolder(folder.Path());
+    records.SetDefaultSetup();
+    records.CoordinateDecimals = 4;
+    records.CommSetups[1].Enabled = true;
+    records.CommSetups[1].Name = "DGPS";
+  }
+  ~TestProgram() { EXPECT_TRUE(face.Exhausted()) << "a box, file or action was expected"; }
+
+  void Analyse(std::initializer_list<std::string_view> types, int system = 1) {
+    MessageList& list = records.MessagesToAnalyse[system];
+    list = {};
+    std::size_t row = 0;
+    for (const std::string_view type : types) list[row++] = type;
+    records.SetMessageFlags(system);
+  }
+
+  // A sentence without its "$" and checksum.
+  void Feed(std::string_view body, int system = 1) {
+    program.pipeline.ProcessSentence(system, Sentence(body));
+  }
+
+  static constexpr DateTime kNow{46024.127835648148};  // 2 January 2026, 03:04:05
+
+  TemporaryFolder folder;
+  ScriptedFace face;
+  FrozenClock clock{kNow};
+  SettingsStore settings;
+  bool ended = false;
+  Program program{{face, clock, settings, [this] { ended = true; }}};
+  Records& records = program.records;
+};
+
+}  // namespace fathomline
