@@ -1,7 +1,5 @@
 #include "ais/ais_messages.h"
 
-#include <cstdlib>
-
 #include "ais/application_messages.h"
 
 namespace fathomline {
@@ -50,24 +48,6 @@ void Decode(const AISReception& reception, int, Record& record) {
 }
 
 }  // namespace
-
-float RateOfTurn(int raw) {
-  const int size = std::abs(raw);
-  if (size == 128) return NoValue;
-  const double rate = size == 127 ? 720.0 : (size / 4.733) * (size / 4.733);
-  return static_cast<float>(raw < 0 ? -rate : rate);
-}
-
-DateTime ETAOf(const AISReception& reception) {
-  const auto part = [&](int first, int last) {
-    return static_cast<int>(reception.bits.Unsigned(first, last));
-  };
-  const int month = part(275, 278);
-  if (month == 0) return {};
-  const int year = ToCalendar(reception.clock.NowLocal()).year;
-  return DateFromParts(year, month, part(279, 283)) +
-         TimeFromParts(part(284, 288), part(289, 294), 0);
-}
 
 void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits,
                       const AISDecodingOptions& options, const Clock& clock, AISMessages& messages,
