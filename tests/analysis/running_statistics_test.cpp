@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <limits>
 
+#include "platform/numbers.h"
 #include "support/expect_fault.h"
 
 namespace fathomline {
