@@ -170,7 +170,7 @@ TEST_F(SessionReportTest, WithoutASampleStopsAtTheFirstDivision) {
 
 TEST_F(SessionReportTest, ShowsTheCauseWhereItCannotBeWritten) {
   test.folder.Write("Reports", "a file stands where the folder should");
-  test.face.ExpectBox(ScriptedFace::Box{});
+  test.face.ExpectBox("");
   test.program.report.Print_Report(1);
   EXPECT_THAT(test.face.Boxes().back().text, EndsWith("(SUB: Print_Report)"));
 }
