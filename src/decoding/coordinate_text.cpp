@@ -136,15 +136,16 @@ std::string FormatRightAligned(double value, std::string_view picture) {
   return PadLeft(Format(value, picture), CharacterCount(picture));
 }
 
+// Rounded before it is split, so that no part ever shows 60.
 std::string FormatSecondsOfDay(double seconds, int decimals) {
-  const double inHours = seconds / 60.0 / 60.0;
-  const double hours = std::trunc(inHours);
-  const double inMinutes = (inHours - hours) * 60.0;
-  const double minutes = std::trunc(inMinutes);
-  const double rest = (inMinutes - minutes) * 60.0;
-  const bool known = decimals >= 1 && decimals <= kMostSecondDecimals;
-  return Format(hours, "00:") + Format(minutes, "00:") +
-         Format(rest, LastUnitPicture(known ? decimals : 0, kMostSecondDecimals));
+  const int shown = decimals >= 1 && decimals <= kMostSecondDecimals ? decimals : 0;
+  const double scale = std::pow(10.0, shown);
+  const double units = std::round(seconds * scale);
+  const double unitsInMinute = 60.0 * scale;
+  const double minutes = std::trunc(units / unitsInMinute);
+  return Format(std::trunc(minutes / 60.0), "00:") + Format(std::fmod(minutes, 60.0), "00:") +
+         Format(std::fmod(units, unitsInMinute) / scale,
+                LastUnitPicture(shown, kMostSecondDecimals));
 }
 
 double NumberFromText(std::string_view text) {

@@ -33,8 +33,8 @@ std::string FormatCoordinate(bool isDMS, int decimals, double value, std::string
 // The value through the picture, with blanks in front up to the width of the picture.
 std::string FormatRightAligned(double value, std::string_view picture);
 
-// Seconds of a day as "hh:mm:ss", with 0 to 4 decimals; every other count gives none. Nothing is
-// carried.
+// Seconds of a day as "hh:mm:ss", with 0 to 4 decimals; every other count gives none. Rounded to
+// the decimals shown before it is split, so that neither minutes nor seconds ever read 60.
 std::string FormatSecondsOfDay(double seconds, int decimals);
 
 inline constexpr std::string_view kNotAvailable = "n/a";

@@ -92,13 +92,20 @@ TEST(FormatRightAligned, FillsUpToTheWidthOfThePicture) {
   EXPECT_EQ(FormatRightAligned(0.5, "##0.0 %"), " 50.0 %");
 }
 
-TEST(FormatSecondsOfDay, SplitsWithoutCarry) {
+TEST(FormatSecondsOfDay, RoundsBeforeItSplits) {
   EXPECT_EQ(FormatSecondsOfDay(0.0, 0), "00:00:00");
   EXPECT_EQ(FormatSecondsOfDay(1800.25, 2), "00:30:00.25");
-  EXPECT_EQ(FormatSecondsOfDay(59.96875, 1), "00:00:60.0");
+  EXPECT_EQ(FormatSecondsOfDay(3660.0, 0), "01:01:00");
+  EXPECT_EQ(FormatSecondsOfDay(59.96875, 1), "00:01:00.0");
+  EXPECT_EQ(FormatSecondsOfDay(3599.5, 0), "01:00:00");
+  EXPECT_EQ(FormatSecondsOfDay(86399.99996, 4), "24:00:00.0000");
   EXPECT_EQ(FormatSecondsOfDay(59.96875, 4), "00:00:59.9688");
   EXPECT_EQ(FormatSecondsOfDay(45000.5, 5), "12:30:01");
   EXPECT_EQ(FormatSecondsOfDay(86400.0, 0), "24:00:00");
+  for (int second = 0; second < 86400; ++second) {
+    const std::string text = FormatSecondsOfDay(second, 0);
+    ASSERT_EQ(text.find("60"), std::string::npos) << second << " shows " << text;
+  }
 }
 
 TEST(ValueText, ShowsNoValueOfEveryWidth) {
