@@ -100,7 +100,9 @@ void MessageDriver::ProcessMessage(int system, SentenceType type) {
 
   MoveReferenceToMean(system);
   statistics_.AccumulateStatistics(system, type, MessageTimeText(system));
-  if (open[WindowFlag::Statistics]) views_.UpdateStatisticsView(system, type);
+  if (open[WindowFlag::Statistics] || open[WindowFlag::StatisticsSNR]) {
+    views_.UpdateStatisticsView(system, type);
+  }
   views_.UpdateTimeSeries(system, type);
   switch (type) {
     case SentenceType::GGA:

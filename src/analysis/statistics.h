@@ -227,6 +227,8 @@ class Statistics {
 
   SystemStatistics& operator[](int system) { return systems_[system]; }
   const SystemStatistics& operator[](int system) const { return systems_[system]; }
+  auto begin() { return systems_.begin(); }
+  auto end() { return systems_.end(); }
 
   // Takes the latest sentence of a type into the figures, where the type is analysed and the
   // sentence is good. `messageTime` is the sentence time as "hh:mm:ss", the stamp of all types

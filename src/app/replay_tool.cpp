@@ -1,7 +1,6 @@
 #include "app/replay_tool.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -27,11 +26,6 @@ class RunError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
-
-std::string DefaultProgramFolder() {
-  const char* const home = std::getenv("HOME");
-  return std::string(home == nullptr ? "." : home) + "/Keelhaven/Fathomline/";
-}
 
 std::string InOneLine(std::string text) {
   for (char& c : text) {

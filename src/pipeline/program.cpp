@@ -1,7 +1,8 @@
 #include "pipeline/program.h"
 
-#include <filesystem>
-#include <system_error>
+#include <utility>
+
+#include "platform/headless/headless_links.h"
 
 namespace fathomline {
 
@@ -10,8 +11,18 @@ class Program::Views : public MessageViews {
  public:
   explicit Views(Program& program) : program_(program) {}
 
+  void UpdateNumerics(int system, SentenceType type) override {
+    program_.numericsWindows[system]->UpdateNumerics(type);
+  }
+
   void UpdateStatisticsView(int system, SentenceType type) override {
-    program_.statisticsWindows[system]->UpdateStatisticsView(type);
+    const SystemSetup& open = program_.records.SystemSetups[system];
+    if (open[WindowFlag::Statistics]) {
+      program_.statisticsWindows[system]->UpdateStatisticsView(type);
+    }
+    if (open[WindowFlag::StatisticsSNR]) {
+      program_.statisticsSNRWindows[system]->UpdateStatisticsView(type);
+    }
   }
 
  private:
@@ -35,6 +46,22 @@ class Program::Lines : public LineSink, public LineObservers {
     program_.pipeline.ProcessSentence(system, line);
   }
 
+  void ShowInput(int system, std::string_view text) override {
+    program_.monitorWindows[system]->ShowInput(text);
+  }
+
+  void ShowIgnoredMessages(int system, std::int32_t count) override {
+    program_.mainWindow.ShowIgnoredMessages(system, count);
+  }
+
+  void MonitorLine(int system, std::string_view line) override {
+    program_.monitorWindows[system]->MonitorLine(line);
+  }
+
+  void LogRawData(int system, std::string_view line) override {
+    program_.rawLog.LogRawData(system, line);
+  }
+
   void ShowChecksumErrors(int system, std::int32_t count) override {
     program_.mainWindow.ShowChecksumErrors(system, count);
   }
@@ -48,38 +75,118 @@ class Program::Lines : public LineSink, public LineObservers {
 Program::Program(const Surroundings& surroundings)
     : views_(std::make_unique<Views>(*this)),
       lines_(std::make_unique<Lines>(*this)),
+      noLinks_(surroundings.links == nullptr ? std::make_unique<HeadlessLinks>() : nullptr),
       desktop(surroundings.face),
       statistics(records, surroundings.clock),
       ais(surroundings.clock),
       targets(desktop),
-      mainWindow(desktop),
+      mainWindow(desktop, records, surroundings.clock, surroundings.settings),
       offlineStatus(desktop, records, surroundings.clock),
+      newWindow(desktop, records, [this](ViewKind kind, int system) { OpenView(kind, system); }),
+      document(desktop, records),
+      geoFormat(desktop, records),
+      comportInfo(desktop),
+      about(desktop),
       driver(records, statistics, surroundings.clock, desktop, *views_),
       pipeline(records, ais, targets, driver, *lines_, desktop),
       report(records, statistics, files, surroundings.clock, desktop),
-      session(records, statistics, statisticsWindows),
       errorLog(records, files, surroundings.clock, desktop, surroundings.endProcess),
+      rawLog(records, files, surroundings.clock, desktop),
+      input(records, surroundings.links == nullptr ? *noLinks_ : *surroundings.links, desktop,
+            *lines_, errorLog),
+      session(records, statistics, desktop, mainWindow, offlineStatus, numericsWindows,
+              statisticsWindows, statisticsSNRWindows, input, rawLog, hooks),
       replay(records, files, surroundings.clock, desktop, mainWindow.tbOffline, offlineStatus,
-             *lines_, session, errorLog) {
+             *lines_, session, errorLog),
+      startUp(records, statistics, desktop, surroundings.clock, surroundings.settings, mainWindow,
+              session, input, ais, hooks),
+      menu(records, desktop, surroundings.settings, mainWindow, session, startUp, report, ais,
+           {newWindow, document, geoFormat, about}, hooks) {
+  SettingsStore& settings = surroundings.settings;
   for (int system = 1; system <= kSystems; ++system) {
-    statisticsWindows[system] = std::make_unique<frmStatistics>(desktop, system, records,
-                                                                statistics, surroundings.settings);
+    numericsWindows[system] = std::make_unique<frmNumerics>(desktop, system, records, settings);
+    statisticsWindows[system] =
+        std::make_unique<frmStatistics>(desktop, system, records, statistics, settings);
+    statisticsSNRWindows[system] =
+        std::make_unique<frmStatisticsSNR>(desktop, system, records, statistics, settings);
+    monitorWindows[system] = std::make_unique<frmNMEA>(
+        desktop, system, records, settings, [this](int asked) { return input.TcpState(asked); });
   }
   mainWindow.tbOffline.onClick = [this](const std::string& key) { replay.Press(key); };
+  desktop.onFault = [this](const Fault& fault, Window* window) { HandleFault(fault, window); };
 }
 
 Program::~Program() = default;
 
 void Program::UseProgramFolder(std::string folder) {
-  if (!folder.ends_with('/')) folder.push_back('/');
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) Raise(FaultNumber::PathAccess, error.message() + ": " + folder);
-  records.ProgramFolder = std::move(folder);
+  MakeProgramFolder(std::move(folder), records);
+}
+
+// A fault of a dialog is its user's; any other belongs into the error log. Where that cannot be
+// written, one box says so.
+void Program::HandleFault(const Fault& fault, const Window* window) {
+  if (window != nullptr && window->Style() == WindowStyle::Dialog) {
+    desktop.Ask({.text = fault.Description(), .icon = BoxIcon::Exclamation});
+    return;
+  }
+  ResumeNext([&] { errorLog.WriteErrorLog(fault); },
+             [&](const Fault& cause) {
+               if (std::exchange(logFailureTold_, true)) return;
+               desktop.Ask({.text = "The error log cannot be written: " + cause.Description() +
+                                    "\r\nThe fault was: " + fault.Description(),
+                            .icon = BoxIcon::Exclamation});
+             });
 }
 
 void Program::OpenAnalysedWindows(int system) {
-  statisticsWindows[system]->Show();
+  OpenView(ViewKind::Numerics, system);
+  OpenView(ViewKind::Statistics, system);
+}
+
+void Program::OpenView(ViewKind kind, int system) {
+  const auto call = [system](const std::function<void(int)>& hook) {
+    if (hook) hook(system);
+  };
+  switch (kind) {
+    case ViewKind::Numerics:
+      numericsWindows[system]->Show();
+      break;
+    case ViewKind::Statistics:
+      statisticsWindows[system]->Show();
+      if (records.CommSetups[system].AnalyseGSV) statisticsSNRWindows[system]->Show();
+      break;
+    case ViewKind::TimeSeries:
+      call(hooks.openTimeSeries);
+      break;
+    case ViewKind::Scatter:
+      call(hooks.openScatter);
+      break;
+    case ViewKind::Skyplot:
+      call(hooks.openSkyplot);
+      break;
+    case ViewKind::ARPATargets:
+      call(hooks.openARPATargets);
+      break;
+    case ViewKind::AISTargets:
+      call(hooks.openAISTargets);
+      break;
+    case ViewKind::NMEA:
+      monitorWindows[system]->Show();
+      // Saving the setup has cleared the flag of a window that is still open.
+      records.SystemSetups[system][WindowFlag::NMEA] = true;
+      break;
+    case ViewKind::SNRGPS:
+    case ViewKind::SNRSBAS:
+    case ViewKind::SNRGLONASS:
+    case ViewKind::SNRBeiDou:
+    case ViewKind::SNRGalileo:
+      // The tracking of the skyplot feeds these windows.
+      call(hooks.openSkyplot);
+      if (hooks.openSNR) {
+        hooks.openSNR(system, static_cast<int>(kind) - static_cast<int>(ViewKind::SNRGPS));
+      }
+      break;
+  }
 }
 
 void Program::Listen(LineListener* listener) {

@@ -10,18 +10,32 @@
 #include "analysis/message_driver.h"
 #include "analysis/session_report.h"
 #include "analysis/statistics.h"
+#include "analysis/statistics_snr_window.h"
 #include "analysis/statistics_window.h"
+#include "pipeline/about_box.h"
 #include "pipeline/error_log.h"
+#include "pipeline/main_menu.h"
 #include "pipeline/main_window.h"
 #include "pipeline/records.h"
 #include "pipeline/sentence_pipeline.h"
 #include "pipeline/session_control.h"
+#include "pipeline/start_up.h"
+#include "pipeline/view_hooks.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
+#include "platform/links.h"
 #include "platform/settings.h"
+#include "setup/coordinate_format.h"
+#include "setup/session_text.h"
+#include "setup/view_selection.h"
+#include "sources/comport_info.h"
+#include "sources/live_input.h"
 #include "sources/offline_replay.h"
 #include "sources/offline_status.h"
+#include "sources/raw_log.h"
+#include "views/monitor_window.h"
+#include "views/numerics_window.h"
 
 namespace fathomline {
 
@@ -32,6 +46,8 @@ struct Surroundings {
   SettingsStore& settings;
   // Ends the process at once, where the user does not want to go on after a fault.
   std::function<void()> endProcess;
+  // Where live data come from; none: nothing ever arrives.
+  Links* links = nullptr;
 };
 
 // Called behind each line that has gone through the gate, whatever became of it.
@@ -54,6 +70,8 @@ class Program {
 
   // Opens every window of a system whose sentences are analysed.
   void OpenAnalysedWindows(int system);
+  // Opens a view of a system, or brings it forward.
+  void OpenView(ViewKind kind, int system);
 
   void Listen(LineListener* listener);
 
@@ -62,23 +80,41 @@ class Program {
   class Lines;
   std::unique_ptr<Views> views_;
   std::unique_ptr<Lines> lines_;
+  std::unique_ptr<Links> noLinks_;
+  bool logFailureTold_ = false;
+
+  void HandleFault(const Fault& fault, const Window* window);
 
  public:
+  // Plugged by whoever makes the windows that it tells of.
+  ViewHooks hooks;
   Records records;
   FileTable files;
   Desktop desktop;
   Statistics statistics;
   AISDecoder ais;
   AISStore targets;
+  NumericsWindows numericsWindows;
   StatisticsWindows statisticsWindows;
+  StatisticsSNRWindows statisticsSNRWindows;
+  SystemWindows<frmNMEA> monitorWindows;
   frmMain mainWindow;
   frmOfflineStatus offlineStatus;
+  frmNewWindow newWindow;
+  frmDocument document;
+  frmGeoFormat geoFormat;
+  frmComportInfo comportInfo;
+  frmAbout about;
   MessageDriver driver;
   SentencePipeline pipeline;
   SessionReport report;
-  SessionControl session;
   ErrorLog errorLog;
+  RawLog rawLog;
+  LiveInput input;
+  SessionControl session;
   OfflineReplay replay;
+  StartUp startUp;
+  MainMenu menu;
 };
 
 }  // namespace fathomline

@@ -1,34 +1,77 @@
-// The chain that brings a session back to its start.
+// The mode of the session, the tool bar of the online one, and the chain that brings a session back
+// to its start.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "analysis/statistics.h"
+#include "analysis/statistics_snr_window.h"
 #include "analysis/statistics_window.h"
+#include "pipeline/main_window.h"
 #include "pipeline/records.h"
+#include "pipeline/view_hooks.h"
+#include "platform/desktop.h"
 #include "sources/line_sink.h"
+#include "sources/live_input.h"
+#include "sources/offline_status.h"
+#include "sources/raw_log.h"
+#include "views/numerics_window.h"
 
 namespace fathomline {
 
-using StatisticsWindows = PerSystem<std::unique_ptr<frmStatistics>>;
+template <class Kind>
+using SystemWindows = PerSystem<std::unique_ptr<Kind>>;
+using NumericsWindows = SystemWindows<frmNumerics>;
+using StatisticsWindows = SystemWindows<frmStatistics>;
+using StatisticsSNRWindows = SystemWindows<frmStatisticsSNR>;
 
 class SessionControl : public SessionReset {
  public:
-  SessionControl(Records& records, Statistics& statistics, StatisticsWindows& statisticsWindows)
-      : records_(records), statistics_(statistics), statisticsWindows_(statisticsWindows) {}
+  SessionControl(Records& records, Statistics& statistics, Desktop& desktop, frmMain& mainWindow,
+                 frmOfflineStatus& offlineStatus, NumericsWindows& numericsWindows,
+                 StatisticsWindows& statisticsWindows, StatisticsSNRWindows& statisticsSNRWindows,
+                 LiveInput& input, RawLog& log, const ViewHooks& hooks);
+
+  // The mode entries of the menu. Changing from one mode to the other asks; a mode that comes into
+  // force resets the session, closes the links of the other one or opens its own.
+  void ClickModeOnline();
+  void ClickModeOffline();
+
+  // A button of tbOnline, by its key. Keys without work do nothing.
+  void Press(std::string_view key);
 
   // Neither the latest sentences nor the counts of errors are touched.
   void ResetAll() override;
+  void ResetNumerics();
   void ResetStatisticsAll();
+  void ResetTimeSeries();
+  void ResetScatter();
+  void ResetSkyplot();
+  void ResetARPA();
+  void ResetAIS();
 
  private:
-  // A view is reset by closing and opening it again, where its window flag is set.
-  void Reopen(int system, WindowFlag flag, Window& window);
+  bool MayChangeMode(const MenuItem& modeInForce);
+  bool Sure();
+  void CancelSetup();
+  void Pause();
+  void ToggleLog();
+  // A view is reset by closing and opening it again.
+  void Reopen(Window& window);
 
   Records& records_;
   Statistics& statistics_;
+  Desktop& desktop_;
+  frmMain& mainWindow_;
+  frmOfflineStatus& offlineStatus_;
+  NumericsWindows& numericsWindows_;
   StatisticsWindows& statisticsWindows_;
+  StatisticsSNRWindows& statisticsSNRWindows_;
+  LiveInput& input_;
+  RawLog& log_;
+  const ViewHooks& hooks_;
 };
 
 }  // namespace fathomline

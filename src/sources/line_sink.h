@@ -1,6 +1,7 @@
 // Where the sources deliver their lines, and what they need of the session above them.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 namespace fathomline {
@@ -12,6 +13,8 @@ class LineSink {
   virtual void ProcessSentence(int system, std::string_view line) = 0;
   // What waits in the input of a system whose monitor is open.
   virtual void ShowInput(int /*system*/, std::string_view /*text*/) {}
+  // The system's count of lines that were dropped unread has grown.
+  virtual void ShowIgnoredMessages(int /*system*/, std::int32_t /*count*/) {}
 };
 
 class SessionReset {

@@ -1,0 +1,201 @@
+#include "pipeline/start_up.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "analysis/running_statistics.h"
+#include "platform/files.h"
+#include "platform/window_places.h"
+#include "setup/setup_file.h"
+
+namespace fathomline {
+namespace {
+
+constexpr float kOutlierLimitAtStart = 15.0F;
+constexpr std::int16_t kDecimalsAtStart = 4;
+constexpr const char* kFirstStart =
+    "No setupfile exist. You have to define a primary system under Setup and open relevant windows "
+    "for display under Window! ";
+
+}  // namespace
+
+std::string DefaultProgramFolder() {
+  const char* const home = std::getenv("HOME");
+  return std::string(home == nullptr ? "." : home) + "/Keelhaven/Fathomline/";
+}
+
+void MakeProgramFolder(std::string folder, Records& records) {
+  if (!folder.ends_with('/')) folder.push_back('/');
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) Raise(FaultNumber::PathAccess, error.message() + ": " + folder);
+  records.ProgramFolder = std::move(folder);
+}
+
+FolderLock::~FolderLock() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+bool FolderLock::Take(const std::string& folder) {
+  const std::string path = folder + ".lock";
+  const auto raise = [&path] {
+    Raise(FaultNumber::PathAccess, std::string(std::strerror(errno)) + ": " + path);
+  };
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (descriptor_ < 0) raise();
+  // Ends with the program, however it ends.
+  if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return true;
+  if (errno != EWOULDBLOCK) raise();
+  return false;
+}
+
+StartUp::StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
+                 SettingsStore& settings, frmMain& mainWindow, SessionControl& session,
+                 LiveInput& input, AISDecoder& ais, const ViewHooks& hooks)
+    : records_(records),
+      statistics_(statistics),
+      desktop_(desktop),
+      clock_(clock),
+      settings_(settings),
+      mainWindow_(mainWindow),
+      session_(session),
+      input_(input),
+      ais_(ais),
+      hooks_(hooks) {
+  mainWindow_.onOpen = [this] {
+    records_.OutlierLimit = kOutlierLimitAtStart;
+    InitialiseProgram();
+    ApplySetup();
+  };
+  mainWindow_.onClosing = [this] { Closing(); };
+  mainWindow_.onUnload = [this] { Unloading(); };
+}
+
+bool StartUp::Start(const StartOptions& options) {
+  options_ = options;
+  const auto refuse = [this](const std::string& cause) {
+    desktop_.Ask({.text = cause, .icon = BoxIcon::Critical});
+    return false;
+  };
+  try {
+    MakeProgramFolder(
+        options.programFolder.empty() ? DefaultProgramFolder() : options.programFolder, records_);
+    if (!lock_.Take(records_.ProgramFolder)) {
+      return refuse(std::string(kProgramTitle) + " is already running with the folder " +
+                    records_.ProgramFolder);
+    }
+    desktop_.Show(mainWindow_);
+    return true;
+  } catch (const Fault& fault) {
+    return refuse(std::string(kProgramTitle) + " cannot start. " + fault.Description());
+  }
+}
+
+void StartUp::InitialiseProgram() {
+  for (DateTime& time : records_.LastSentenceTime) time = clock_.NowUtc();
+  ReadFirstSetup();
+  if (!records_.CoordinateFormatIsDMS && records_.CoordinateDecimals == 0) {
+    records_.CoordinateDecimals = kDecimalsAtStart;
+  }
+  const bool iala = settings_.GetNumber(kSettingsSection, kBinaryStandardIALA, 0) != 0;
+  ais_.SetBinaryStandardIALA(iala);
+  mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);
+}
+
+void StartUp::ReadFirstSetup() {
+  if (options_.setupFile) {
+    if (FileExists(*options_.setupFile)) {
+      ReadSetupFile(*options_.setupFile, records_, desktop_);
+      return;
+    }
+    desktop_.Say("File " + *options_.setupFile + " do not exist.");
+  }
+  const std::string path = records_.ProgramFolder + std::string(kSetupFileName);
+  if (!FileExists(path)) {
+    desktop_.Ask({.text = kFirstStart, .icon = BoxIcon::Information});
+    records_.SetDefaultSetup();
+  } else if (ReadSetupFile(path, records_, desktop_) == SetupRead::Faulty) {
+    // Closing the program would overwrite what its user may want to mend.
+    KeepFaultySetupFile(path);
+  }
+}
+
+void StartUp::ApplySetup() {
+  for (int system = 1; system <= kSystems; ++system) records_.SetMessageFlags(system);
+  records_.ChecksumErrors.Fill(0);
+  records_.IgnoredMessages.Fill(0);
+  records_.BaseDataFlag = -1;
+  if (records_.Offline()) {
+    session_.ClickModeOffline();
+  } else {
+    session_.ClickModeOnline();
+  }
+  mainWindow_.ShowSystems();
+  records_.ReloadWindows = true;
+}
+
+void StartUp::CloseSetup() {
+  if (hooks_.setupDialog != nullptr) hooks_.setupDialog->Close();
+  mainWindow_.mnuModeOnline.SetChecked(false);
+  mainWindow_.mnuModeOffline.SetChecked(false);
+  if (records_.OfflineRunning) records_.OfflineStopped = true;
+  for (Window* const window : desktop_.Windows()) {
+    if (window->Style() == WindowStyle::Child && window->Index() != 0) window->Close();
+  }
+  for (int system = 1; system <= kSystems; ++system) input_.CloseLinks(system);
+}
+
+void StartUp::NewSetup() {
+  CloseSetup();
+  records_.SetDefaultSetup();
+  for (SystemStatistics& statistics : statistics_) {
+    ResetDoubleStat(statistics.LatitudeMean);
+    ResetDoubleStat(statistics.LongitudeMean);
+    ResetSingleStat(statistics.HeightMean);
+  }
+  records_.ReloadWindows = true;
+  ApplySetup();
+}
+
+bool StartUp::OpenSetup(const std::string& path) {
+  if (!FileExists(path)) return false;
+  CloseSetup();
+  ReadSetupFile(path, records_, desktop_);
+  records_.ReloadWindows = true;
+  ApplySetup();
+  return true;
+}
+
+// The default file always holds the last state, whatever file was loaded. A full disk must not keep
+// the program from ending.
+void StartUp::Closing() {
+  if (records_.OfflineRunning) records_.OfflineStopped = true;
+  ResumeNext(
+      [this] { WriteSetupFile(records_.ProgramFolder + std::string(kSetupFileName), records_); },
+      [this](const Fault& fault) {
+        desktop_.Ask(
+            {.text = "Setup not saved. " + fault.Description(), .icon = BoxIcon::Exclamation});
+      });
+  records_.Closing = true;
+}
+
+void StartUp::Unloading() {
+  const auto report = [this](const Fault& fault) { desktop_.Report(fault, &mainWindow_); };
+  if (records_.LoggingOn) ResumeNext([this] { session_.Press("LOG"); }, report);
+  // The windows that were opened last go first. Closing one may close another.
+  const std::vector<Window*> windows(desktop_.Windows().rbegin(), desktop_.Windows().rend());
+  for (Window* const window : windows) {
+    if (window == &mainWindow_) continue;
+    ResumeNext([window] { window->Close(CloseReason::Ending); }, report);
+  }
+}
+
+}  // namespace fathomline

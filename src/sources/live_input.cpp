@@ -1,0 +1,219 @@
+#include "sources/live_input.h"
+
+#include <algorithm>
+
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace fathomline {
+namespace {
+
+constexpr std::array kErrorsThatEmptyTheBuffer = {CommEvent::Break, CommEvent::Framing,
+                                                  CommEvent::Overrun, CommEvent::ReceiveOverflow,
+                                                  CommEvent::Parity};
+constexpr std::size_t kLongestFragment = 65535;
+// Entering offline mode leaves the ports above open.
+constexpr int kLastPortClosedForOffline = 10;
+
+// Baud rate, first letter of the parity, data bits, stop bits.
+std::string SettingsText(const ComportSetup& row) {
+  return PlainText(row.Baud) + "," + std::string(FirstCharacters(row.Parity, 1)) + "," +
+         PlainText(row.DataBits) + "," + PlainText(row.StopBits);
+}
+
+}  // namespace
+
+LiveInput::LiveInput(Records& records, Links& links, Desktop& desktop, LineSink& sink,
+                     FaultLog& faults)
+    : records_(records), links_(links), desktop_(desktop), sink_(sink), faults_(faults) {
+  for (int port = 1; port <= kSerialPorts; ++port) {
+    SerialLink& link = links_.MSComm1(port);
+    link.onComm = [this, port] { ReceiveSerial(port); };
+    link.onLost = [this, port](const std::string& cause) { LoseSerial(port, cause); };
+  }
+  for (int system = 1; system <= kSystems; ++system) {
+    TcpLink& tcp = links_.Winsock1(system);
+    tcp.onDataArrival = [this, system, &tcp] { ReceiveText(system, tcp.GetData()); };
+    tcp.onError = [this, system](int number, const std::string& description) {
+      TcpError(system, number, description);
+    };
+    UdpLink& udp = links_.WinsockUDP(system);
+    udp.onDataArrival = [this, system, &udp] { ReceiveText(system, udp.GetData()); };
+  }
+}
+
+// The links outlive this.
+LiveInput::~LiveInput() {
+  for (int port = 1; port <= kSerialPorts; ++port) {
+    SerialLink& link = links_.MSComm1(port);
+    desktop_.Stop(link);
+    link.Close();
+    link.onComm = nullptr;
+    link.onLost = nullptr;
+  }
+  for (int system = 1; system <= kSystems; ++system) {
+    TcpLink& tcp = links_.Winsock1(system);
+    desktop_.Stop(tcp);
+    tcp.Close();
+    tcp.onDataArrival = nullptr;
+    tcp.onError = nullptr;
+    UdpLink& udp = links_.WinsockUDP(system);
+    desktop_.Stop(udp);
+    udp.Close();
+    udp.onDataArrival = nullptr;
+  }
+}
+
+void LiveInput::OpenPorts() {
+  for (int system = 1; system <= kSystems; ++system) {
+    if (records_.CommSetups[system].Enabled) OpenPort(system);
+  }
+}
+
+void LiveInput::OpenPort(int system) {
+  const CommSetup& setup = records_.CommSetups[system];
+  if (setup.UseTCPIP) {
+    OpenTcp(system);
+  } else if (setup.UseUDP) {
+    ResumeNext([&] { OpenUdp(system); },
+               [&](const Fault& fault) { RefusePort(system, fault, "UDP Port ", setup.UDPPort); });
+  } else {
+    ResumeNext([&] { OpenSerial(system); },
+               [&](const Fault& fault) { RefusePort(system, fault, "Comport ", setup.ComPort); });
+  }
+}
+
+// The program is always the client.
+void LiveInput::OpenTcp(int system) {
+  const CommSetup& setup = records_.CommSetups[system];
+  TcpLink& link = links_.Winsock1(system);
+  if (link.State() != LinkState::Closed) link.Close();
+  link.SetRemoteHost(setup.IPAddress);
+  link.SetRemotePort(setup.TCPPort);
+  desktop_.Start(link);
+  link.Connect();
+}
+
+void LiveInput::OpenUdp(int system) {
+  UdpLink& link = links_.WinsockUDP(system);
+  if (link.State() != LinkState::Closed) link.Close();
+  link.Bind(records_.CommSetups[system].UDPPort);
+  desktop_.Start(link);
+}
+
+void LiveInput::OpenSerial(int system) {
+  const int port = records_.CommSetups[system].ComPort;
+  if (port == 0) Raise(FaultNumber::OutOfRange, "No comport has been chosen");
+  SerialLink& link = links_.MSComm1(port);
+  if (link.PortOpen()) link.Close();
+  Buffer(port).clear();
+  link.SetSettings(SettingsText(records_.Comport(port)));
+  link.Open();
+  desktop_.Start(link);
+}
+
+void LiveInput::RefusePort(int system, const Fault& fault, std::string_view kind,
+                           std::int32_t port) {
+  CommSetup& setup = records_.CommSetups[system];
+  desktop_.Say(fault.Description() + ". " + std::string(kind) + PlainText(port) +
+               " not available! System " + PlainText(system) + " -" + setup.Name + " disabled");
+  setup.Enabled = false;
+  setup.ComPort = 0;
+}
+
+void LiveInput::CloseLinks(int system) {
+  links_.Winsock1(system).Close();
+  links_.WinsockUDP(system).Close();
+  const int port = records_.CommSetups[system].ComPort;
+  if (port < 1 || port > kComports) return;
+  if (links_.MSComm1(port).PortOpen()) links_.MSComm1(port).Close();
+  records_.Comport(port).System = 0;
+}
+
+void LiveInput::CloseForOffline() {
+  for (int port = 1; port <= kLastPortClosedForOffline; ++port) {
+    if (links_.MSComm1(port).PortOpen()) links_.MSComm1(port).Close();
+  }
+  for (int system = 1; system <= kSystems; ++system) {
+    links_.Winsock1(system).Close();
+    links_.WinsockUDP(system).Close();
+  }
+}
+
+const std::string& LiveInput::LineBuffer(int port) const {
+  if (port < 1 || port > kSerialPorts) Raise(FaultNumber::OutOfRange);
+  return lineBuffers_[static_cast<std::size_t>(port - 1)];
+}
+
+std::string& LiveInput::Buffer(int port) {
+  if (port < 1 || port > kSerialPorts) Raise(FaultNumber::OutOfRange);
+  return lineBuffers_[static_cast<std::size_t>(port - 1)];
+}
+
+void LiveInput::ReceiveSerial(int port) {
+  const CommEvent event = links_.MSComm1(port).CommEvent();
+  if (event == CommEvent::Received) {
+    AssembleLine(port);
+  } else if (std::find(kErrorsThatEmptyTheBuffer.begin(), kErrorsThatEmptyTheBuffer.end(), event) !=
+             kErrorsThatEmptyTheBuffer.end()) {
+    Buffer(port).clear();
+  }
+}
+
+// At most one line per event; whole lines behind it wait for the next one.
+void LiveInput::AssembleLine(int port) {
+  std::string& buffer = Buffer(port);
+  buffer += links_.MSComm1(port).Input();
+  const int system = records_.Comport(port).System;
+  if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, buffer);
+  const std::size_t feed = buffer.find('\n');
+  if (feed == std::string::npos) {
+    if (buffer.size() > kLongestFragment) buffer.clear();
+    return;
+  }
+  const std::string line = buffer.substr(0, feed + 1);
+  buffer.erase(0, feed + 1);
+  if (records_.Emptybuffer[system]) IgnoreWaitingLines(system, buffer);
+  ResumeNext([&] { sink_.ProcessSentence(system, line); },
+             [&](const Fault& fault) { faults_.WriteErrorLog(fault); });
+}
+
+void LiveInput::IgnoreWaitingLines(int system, std::string& buffer) {
+  const auto waiting = static_cast<std::int32_t>(std::count(buffer.begin(), buffer.end(), '\n'));
+  if (waiting == 0) return;
+  buffer.erase(0, buffer.rfind('\n') + 1);
+  records_.IgnoredMessages[system] += waiting;
+  sink_.ShowIgnoredMessages(system, records_.IgnoredMessages[system]);
+}
+
+// The system keeps its port, so that a device that comes back can be opened again.
+void LiveInput::LoseSerial(int port, const std::string& cause) {
+  Buffer(port).clear();
+  std::string text = cause + ". Comport " + PlainText(port) + " has been closed!";
+  const int system = records_.Comport(port).System;
+  if (system >= 1 && system <= kSystems) {
+    text += " System " + PlainText(system) + " -" + records_.CommSetups[system].Name;
+  }
+  desktop_.Ask({.text = text, .icon = BoxIcon::Exclamation});
+}
+
+// What is left without a line feed is thrown away: a socket has no memory from one read to the
+// next.
+void LiveInput::ReceiveText(int system, std::string text) {
+  if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, text);
+  std::string_view rest = text;
+  for (std::size_t feed = rest.find('\n'); feed != std::string_view::npos; feed = rest.find('\n')) {
+    const std::string_view line = rest.substr(0, feed + 1);
+    rest.remove_prefix(feed + 1);
+    sink_.ProcessSentence(system, line);
+  }
+}
+
+void LiveInput::TcpError(int system, int number, const std::string& description) {
+  desktop_.Say("TCP/IP Error, system " + PlainText(system) + " :" + PlainText(number) + " - " +
+               description);
+  TcpLink& link = links_.Winsock1(system);
+  if (link.State() != LinkState::Closed) link.Close();
+}
+
+}  // namespace fathomline

@@ -1,0 +1,61 @@
+// Live sources: opens the links of the systems and turns what they receive into lines.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "pipeline/records.h"
+#include "platform/desktop.h"
+#include "platform/fault_log.h"
+#include "platform/links.h"
+#include "sources/line_sink.h"
+
+namespace fathomline {
+
+class LiveInput {
+ public:
+  LiveInput(Records& records, Links& links, Desktop& desktop, LineSink& sink, FaultLog& faults);
+  ~LiveInput();
+  LiveInput(const LiveInput&) = delete;
+  LiveInput& operator=(const LiveInput&) = delete;
+
+  // Opens the link of every enabled system: TCP, else UDP, else its serial port. A port that cannot
+  // be opened is told in a box; its system is then disabled and has no port any more.
+  void OpenPorts();
+  // The same for one system, whether or not it is enabled.
+  void OpenPort(int system);
+
+  // Closes whatever link the system has and frees its serial port.
+  void CloseLinks(int system);
+  // Closes all sockets and the serial ports 1 to 10. Those above stay open.
+  void CloseForOffline();
+
+  // The state of the system's TCP link, for who shows it.
+  LinkState TcpState(int system) { return links_.Winsock1(system).State(); }
+
+  // What a serial port has received that was not yet taken as a line.
+  const std::string& LineBuffer(int port) const;
+
+ private:
+  void OpenTcp(int system);
+  void OpenUdp(int system);
+  void OpenSerial(int system);
+  void RefusePort(int system, const Fault& fault, std::string_view kind, std::int32_t port);
+  void ReceiveSerial(int port);
+  void AssembleLine(int port);
+  void IgnoreWaitingLines(int system, std::string& buffer);
+  void LoseSerial(int port, const std::string& cause);
+  void ReceiveText(int system, std::string text);
+  void TcpError(int system, int number, const std::string& description);
+  std::string& Buffer(int port);
+
+  Records& records_;
+  Links& links_;
+  Desktop& desktop_;
+  LineSink& sink_;
+  FaultLog& faults_;
+  std::array<std::string, kSerialPorts> lineBuffers_;
+};
+
+}  // namespace fathomline
