@@ -1,0 +1,82 @@
+// The rules of the house: which folder may include which, and that only the desktop face and its
+// program know the toolkit.
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace fathomline {
+namespace {
+
+namespace fs = std::filesystem;
+
+// From the ground up. Two rooms are listed in halves: the shared records of the pipeline, and the
+// windows and targets of AIS, stand on different floors than the rest of their folder.
+const std::vector<std::string> kFloors = {"platform", "decoding", "ais",   "records",
+                                          "analysis", "charts",   "views", "setup",
+                                          "sources",  "pipeline", "app"};
+
+std::size_t Floor(const std::string& file) {
+  std::string room = file.substr(0, file.find('/'));
+  if (file.rfind("pipeline/records", 0) == 0) room = "records";
+  return static_cast<std::size_t>(std::find(kFloors.begin(), kFloors.end(), room) -
+                                  kFloors.begin());
+}
+
+// AIS windows and targets show what analysis and the records hold.
+bool IsUpperHalfOfAIS(const std::string& file) {
+  return file.find("window") != std::string::npos;
+}
+
+struct Include {
+  std::string file;
+  std::string included;
+};
+
+std::vector<Include> AllIncludes() {
+  const fs::path source = fs::path(FATHOMLINE_SOURCE_DIR) / "src";
+  const std::regex pattern("^#include [\"<]([^\">]+)[\">]");
+  std::vector<Include> includes;
+  for (const auto& entry : fs::recursive_directory_iterator(source)) {
+    const std::string extension = entry.path().extension().string();
+    if (extension != ".h" && extension != ".cpp") continue;
+    std::ifstream in(entry.path());
+    std::smatch match;
+    for (std::string line; std::getline(in, line);) {
+      if (std::regex_search(line, match, pattern)) {
+        includes.push_back({fs::relative(entry.path(), source).generic_string(), match[1].str()});
+      }
+    }
+  }
+  return includes;
+}
+
+TEST(House, IncludesPointDownwards) {
+  const std::vector<Include> includes = AllIncludes();
+  ASSERT_GT(includes.size(), 100U);
+  for (const Include& include : includes) {
+    const std::size_t to = Floor(include.included);
+    if (to == kFloors.size()) continue;  // a system header, or a generated one
+    std::size_t from = Floor(include.file);
+    if (include.file.rfind("ais/", 0) == 0 && IsUpperHalfOfAIS(include.file)) {
+      from = Floor("charts/");
+    }
+    EXPECT_LE(to, from) << include.file << " includes " << include.included;
+  }
+}
+
+TEST(House, OnlyTheDesktopFaceKnowsItsToolkit) {
+  const std::regex toolkit("^(Q[A-Z][A-Za-z]+|qcustomplot\\.h|Qt[A-Z].*)$");
+  for (const Include& include : AllIncludes()) {
+    if (include.file.rfind("platform/qt/", 0) == 0 || include.file == "app/main.cpp") continue;
+    EXPECT_FALSE(std::regex_match(include.included, toolkit))
+        << include.file << " includes " << include.included;
+  }
+}
+
+}  // namespace
+}  // namespace fathomline
