@@ -106,6 +106,7 @@ const std::string& Voyage() {
   static const std::string path = [] {
     const std::string file =
         (std::filesystem::temp_directory_path() / "fathomline-bench.log").string();
+    using namespace simulator;
     SimulationOptions options;
     options.scenario = FindScenario("voyage");
     options.duration = 8000;

@@ -11,6 +11,8 @@
 namespace fathomline {
 namespace {
 
+using namespace simulator;
+
 constexpr double kDegrees = 180.0 / std::numbers::pi;
 
 class SimulatedTruth : public testing::Test {

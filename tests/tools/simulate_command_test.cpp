@@ -14,7 +14,7 @@
 #include "simulator/command.h"
 #include "tools/simulated_session.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using testing::HasSubstr;
@@ -116,4 +116,4 @@ TEST(SimulateCommandLine, HelpNamesEverything) {
 }
 
 }  // namespace
-}  // namespace fathomline
+}  // namespace fathomline::simulator

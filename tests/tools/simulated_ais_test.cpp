@@ -8,7 +8,7 @@
 #include "simulator/ais_encoder.h"
 #include "tools/simulated_session.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum EncodedField;
@@ -190,4 +190,4 @@ TEST(SimulatedAIS, OwnShipReportsWhatTheReceiverHas) {
 }
 
 }  // namespace
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -10,7 +10,7 @@
 
 #include "simulator/simulator.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 inline SimulationOptions OptionsOf(std::string_view scenario, double duration,
                                    const std::vector<SentenceRate>& sentences = {}) {
@@ -97,4 +97,4 @@ inline std::string SixBitText(const std::string& bits, std::size_t first, std::s
   return text;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

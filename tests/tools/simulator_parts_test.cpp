@@ -13,7 +13,7 @@
 #include "simulator/sky.h"
 #include "simulator/vessel.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 TEST(PortableMath, AgreesWithTheLibrary) {
@@ -202,4 +202,4 @@ TEST(Satellites, DilutionOfAKnownGeometry) {
 }
 
 }  // namespace
-}  // namespace fathomline
+}  // namespace fathomline::simulator

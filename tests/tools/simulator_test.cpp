@@ -14,7 +14,7 @@
 #include "simulator/command.h"
 #include "tools/simulated_session.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum SentenceKind;
@@ -298,4 +298,4 @@ TEST(SimulatedSession, TruthAgreesWithWhatIsWritten) {
 }
 
 }  // namespace
-}  // namespace fathomline
+}  // namespace fathomline::simulator

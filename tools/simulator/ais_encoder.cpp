@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum EncodedField;
@@ -196,4 +196,4 @@ void AISSentences::Write(SentenceWriter& writer, std::string_view address, Messa
   channelB_ = !channelB_;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

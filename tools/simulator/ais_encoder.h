@@ -10,7 +10,7 @@
 
 #include "simulator/sentence_writer.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // What the messages carry. Numbers come first, texts behind.
 enum class EncodedField {
@@ -140,4 +140,4 @@ class AISSentences {
   bool channelB_ = false;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

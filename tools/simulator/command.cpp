@@ -12,7 +12,7 @@
 #include "platform/fault.h"
 #include "simulator/truth_file.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr std::string_view kProgram = "fathomline-simulate";
@@ -263,4 +263,4 @@ int RunSimulateCommand(std::span<const std::string_view> arguments, std::ostream
   }
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -8,7 +8,7 @@
 
 #include "simulator/simulator.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 struct SimulateCommand {
   SimulationOptions options;
@@ -26,4 +26,4 @@ SimulateCommand ParseSimulateCommand(std::span<const std::string_view> arguments
 int RunSimulateCommand(std::span<const std::string_view> arguments, std::ostream& out,
                        std::ostream& err);
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -5,7 +5,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 DegreeLengths DegreeLengthsAt(double latitude) {
   constexpr double kSemiMajorAxis = 6378137.0;
@@ -19,4 +19,4 @@ DegreeLengths DegreeLengthsAt(double latitude) {
   return {meridional * kRadiansPerDegree, transverse * cosine * kRadiansPerDegree};
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

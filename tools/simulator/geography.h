@@ -1,7 +1,7 @@
 // Positions, and the small flat map that a scenario is sailed on.
 #pragma once
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // WGS 84, degrees, north and east positive.
 struct GeoPoint {
@@ -47,4 +47,4 @@ class LocalMap {
   DegreeLengths lengths_;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

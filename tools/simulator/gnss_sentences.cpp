@@ -7,7 +7,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum TruthFigure;
@@ -287,4 +287,4 @@ void WriteGNSSSentence(SentenceKind kind, SentenceWriter& writer, const GNSSRece
   }
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

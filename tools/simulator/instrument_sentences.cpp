@@ -5,7 +5,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum TruthFigure;
@@ -192,4 +192,4 @@ void Instruments::WriteTTM(SentenceWriter& writer, const VesselState& vessel,
   }
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -10,7 +10,7 @@
 #include "simulator/truth.h"
 #include "simulator/vessel.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 class Instruments {
  public:
@@ -46,4 +46,4 @@ class Instruments {
   std::array<Track, 8> tracks_;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

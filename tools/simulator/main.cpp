@@ -7,5 +7,5 @@
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-  return fathomline::RunSimulateCommand(arguments, std::cout, std::cerr);
+  return fathomline::simulator::RunSimulateCommand(arguments, std::cout, std::cerr);
 }

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 // Sums x^first/first! - x^(first+2)/(first+2)! + ... from its smallest term.
@@ -80,4 +80,4 @@ double HalfCircle(double degrees) {
   return FullCircle(degrees + 180.0) - 180.0;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -6,7 +6,7 @@
 // 1e-15 relative to the size of their result.
 #pragma once
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 struct SineCosine {
   double sine;
@@ -31,4 +31,4 @@ double Exponential(double exponent);
 double FullCircle(double degrees);
 double HalfCircle(double degrees);
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

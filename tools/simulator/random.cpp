@@ -5,7 +5,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 Random::Random(std::uint64_t seed, RandomStream stream) : state_{} {
   std::uint64_t counter = seed + (static_cast<std::uint64_t>(stream) << 56);
@@ -64,4 +64,4 @@ double CorrelatedNoise::Next(Random& random, double stepSeconds) {
   return value_;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

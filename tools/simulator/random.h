@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // What draws from a source of its own, so that leaving one sentence type out of a recording does
 // not change the others.
@@ -58,4 +58,4 @@ class CorrelatedNoise {
   double renew_ = 0.0;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -5,7 +5,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 // Part of the variance of the position that changes slowly, and how slowly.
@@ -152,4 +152,4 @@ void GNSSReceiver::WatchSky(SimulatedTime time) {
   dilution_ = DilutionOf(usedViews_);
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

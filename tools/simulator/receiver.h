@@ -13,7 +13,7 @@
 #include "simulator/truth.h"
 #include "simulator/vessel.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // A fix as the receiver has it.
 struct ReceiverFix {
@@ -86,4 +86,4 @@ class GNSSReceiver {
   ReceiverFix fix_;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

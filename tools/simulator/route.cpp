@@ -6,7 +6,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr double kDegreesPerRadian = 180.0 / std::numbers::pi;
@@ -82,4 +82,4 @@ RoutePoint Route::At(double distance) const {
   return point;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

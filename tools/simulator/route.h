@@ -6,7 +6,7 @@
 
 #include "simulator/geography.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 struct RoutePoint {
   MapPoint place;
@@ -34,4 +34,4 @@ class Route {
   double length_ = 0.0;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

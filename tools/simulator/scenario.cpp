@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum SentenceKind;
@@ -115,4 +115,4 @@ const Scenario* FindScenario(std::string_view name) {
   return found == std::end(kScenarios) ? nullptr : &*found;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -8,7 +8,7 @@
 
 #include "simulator/geography.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // In the order in which the sentences of one moment are sent. The date comes first, so that a
 // reader that goes by it meets midnight at the right sentence.
@@ -128,4 +128,4 @@ std::span<const Scenario> Scenarios();
 // Null where there is none of that name.
 const Scenario* FindScenario(std::string_view name);
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

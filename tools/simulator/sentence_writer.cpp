@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr std::array<std::int64_t, 8> kPowersOfTen{1,      10,      100,       1'000,
@@ -148,4 +148,4 @@ void SentenceWriter::ShortDate(const UtcMoment& moment) {
   Digits(static_cast<std::uint64_t>(moment.year % 100), 2);
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

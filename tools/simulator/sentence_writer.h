@@ -9,7 +9,7 @@
 
 #include "platform/datetime.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // Simulated time since the start, in nanoseconds: whole numbers, so that no rate drifts.
 using SimulatedTime = std::int64_t;
@@ -94,4 +94,4 @@ class SentenceWriter {
   std::size_t start_ = 0;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

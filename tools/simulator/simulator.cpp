@@ -5,7 +5,7 @@
 
 #include "simulator/gnss_sentences.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 // Whether a sentence tells what the receiver has measured.
@@ -105,4 +105,4 @@ bool Simulator::NextEpoch(Epoch& epoch) {
   return true;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -13,7 +13,7 @@
 #include "simulator/truth.h"
 #include "simulator/vessel.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 inline constexpr double kLowestRate = 0.001;  // Hz
 inline constexpr double kHighestRate = 1000.0;
@@ -74,4 +74,4 @@ class Simulator {
   SimulationTruth truth_;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

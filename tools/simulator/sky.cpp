@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr double kSecondsPerTurnOfEarth = 86164.0905;
@@ -121,4 +121,4 @@ Dilution DilutionOf(std::span<const VisibleSatellite> satellites) {
   return {std::sqrt(horizontal + vertical), std::sqrt(horizontal), std::sqrt(vertical)};
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

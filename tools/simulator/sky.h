@@ -10,7 +10,7 @@
 #include "simulator/geography.h"
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // Satellite systems as NMEA 0183 numbers them: GPS 1 to 32 and SBAS 33 to 64 under one talker,
 // GLONASS 65 to 96; BeiDou 101 to 132 as receivers without system ids send it.
@@ -62,4 +62,4 @@ class Sky {
 
 Dilution DilutionOf(std::span<const VisibleSatellite> satellites);
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -6,7 +6,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr int kLanes = 9;
@@ -165,4 +165,4 @@ TargetMotion Traffic::Motion(int index, double seconds) const {
   return motion;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

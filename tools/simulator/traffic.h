@@ -10,7 +10,7 @@
 #include "simulator/route.h"
 #include "simulator/scenario.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 enum class TargetKind { ClassA, ClassB, AidToNavigation, BaseStation };
 
@@ -74,4 +74,4 @@ class Traffic {
   int shipCount_ = 0;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -6,7 +6,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 using enum EncodedField;
@@ -288,4 +288,4 @@ void OwnReports::Write(SentenceWriter& writer, const VesselState& vessel, const 
   ++count_;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

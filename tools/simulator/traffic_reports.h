@@ -9,7 +9,7 @@
 #include "simulator/receiver.h"
 #include "simulator/traffic.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 class TrafficReports {
  public:
@@ -61,4 +61,4 @@ class OwnReports {
   int count_ = 0;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 void RunningFigure::Add(double value) {
   ++count_;
@@ -13,4 +13,4 @@ void RunningFigure::Add(double value) {
   squares_ += difference * (value - mean_);
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -10,7 +10,7 @@
 #include "simulator/geography.h"
 #include "simulator/scenario.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // Mean, sample standard deviation and extremes of the numbers given to it.
 class RunningFigure {
@@ -139,4 +139,4 @@ struct SimulationTruth {
   }
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -5,7 +5,7 @@
 
 #include "platform/numbers.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 struct Member {
@@ -84,4 +84,4 @@ void TruthFile::Finish(const SimulationTruth& truth) {
   out_ << "\n}\n}\n";
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

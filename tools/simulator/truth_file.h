@@ -5,7 +5,7 @@
 
 #include "simulator/simulator.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 // Written as the simulation goes: a head, one line for each fix, and the figures at the end.
 class TruthFile {
@@ -20,4 +20,4 @@ class TruthFile {
   bool first_ = true;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -5,7 +5,7 @@
 
 #include "simulator/portable_math.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 namespace {
 
 constexpr double kTurnRadius = 900.0;
@@ -91,4 +91,4 @@ VesselState Vessel::At(double seconds) const {
   return state;
 }
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator

@@ -6,7 +6,7 @@
 #include "simulator/route.h"
 #include "simulator/scenario.h"
 
-namespace fathomline {
+namespace fathomline::simulator {
 
 struct VesselState {
   MapPoint place;
@@ -36,4 +36,4 @@ class Vessel {
   std::optional<Route> route_;
 };
 
-}  // namespace fathomline
+}  // namespace fathomline::simulator
