@@ -58,7 +58,7 @@ Vessel::Vessel(const Scenario& scenario) : scenario_(scenario), map_(scenario.or
 VesselState Vessel::At(double seconds) const {
   VesselState state;
   const Swell& swell = scenario_.swell;
-  const Swing yaw = fathomline::At(kYawWaves, swell.yaw, seconds);
+  const Swing yaw = simulator::At(kYawWaves, swell.yaw, seconds);
   double heading = scenario_.heading;
   double turning = 0.0;
   if (route_) {
@@ -83,10 +83,10 @@ VesselState Vessel::At(double seconds) const {
   state.position = map_.ToGeo(state.place);
   state.heading = FullCircle(heading + yaw.value);
   state.rateOfTurn = 60.0 * (turning + yaw.perSecond);
-  state.roll = fathomline::At(kRollWaves, swell.roll, seconds).value;
-  state.pitch = fathomline::At(kPitchWaves, swell.pitch, seconds).value;
+  state.roll = simulator::At(kRollWaves, swell.roll, seconds).value;
+  state.pitch = simulator::At(kPitchWaves, swell.pitch, seconds).value;
   state.antennaHeight =
-      scenario_.antennaHeight + fathomline::At(kHeaveWaves, swell.heave, seconds).value;
+      scenario_.antennaHeight + simulator::At(kHeaveWaves, swell.heave, seconds).value;
   state.depth = scenario_.depth + scenario_.depthVariation * BottomProfile(state.place);
   return state;
 }
