@@ -79,6 +79,9 @@ class Control {
   // None: as the desktop draws such controls.
   std::optional<Colour> ShownColour() const { return state_.colour; }
   void SetColour(std::optional<Colour> colour) { Change(state_.colour, colour); }
+  // What is told to who points at it; empty: nothing.
+  const std::string& ToolTip() const { return state_.toolTip; }
+  void SetToolTip(std::string_view text) { Change(state_.toolTip, text); }
   // A text that the program keeps with the control; nobody sees it.
   const std::string& Tag() const { return state_.tag; }
   void SetTag(std::string_view tag) { state_.tag = tag; }
@@ -121,6 +124,7 @@ class Control {
   struct State {
     std::string text;
     std::string tag;
+    std::string toolTip;
     std::optional<Colour> colour;
     bool enabled = true;
     bool visible = true;

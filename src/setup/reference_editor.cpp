@@ -1,0 +1,118 @@
+#include "setup/reference_editor.h"
+
+#include "decoding/angles.h"
+#include "decoding/coordinate_parser.h"
+#include "decoding/coordinate_text.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+
+namespace fathomline {
+namespace {
+
+// A field of one number that is no coordinate.
+struct SingleField {
+  ReferenceField field;
+  float ReferenceSetup::*member;
+  std::string_view picture;
+  bool counts;  // a change of it is a change of the reference position
+};
+constexpr std::array<SingleField, 4> kSingles = {
+    {{ReferenceField::Height, &ReferenceSetup::ReferenceHeight, "0.000", true},
+     {ReferenceField::Heading, &ReferenceSetup::ReferenceHeading, "000.00", true},
+     {ReferenceField::Pitch, &ReferenceSetup::ReferencePitch, "0.00", false},
+     {ReferenceField::Roll, &ReferenceSetup::ReferenceRoll, "0.00", false}}};
+
+struct CoordinateField {
+  ReferenceField field;
+  double ReferenceSetup::*member;
+  std::string_view type;
+};
+constexpr std::array<CoordinateField, 2> kCoordinates = {
+    {{ReferenceField::Latitude, &ReferenceSetup::ReferenceLatitude, "LAT"},
+     {ReferenceField::Longitude, &ReferenceSetup::ReferenceLongitude, "LON"}}};
+
+}  // namespace
+
+void ReferenceEditor::Load(int system) {
+  system_ = system;
+  loaded_ = values_ = records_.References[system];
+  changed_ = false;
+  ShowAll();
+}
+
+void ReferenceEditor::Show(ReferenceField field) {
+  std::string& text = texts_[Index(field)];
+  if (field == ReferenceField::Name) text = values_.ReferenceName;
+  for (const CoordinateField& row : kCoordinates) {
+    if (row.field != field) continue;
+    text = FormatCoordinate(records_.CoordinateFormatIsDMS, records_.CoordinateDecimals,
+                            values_.*row.member * kDegreesPerRadian, row.type);
+  }
+  for (const SingleField& row : kSingles) {
+    if (row.field == field) text = Format(values_.*row.member, row.picture);
+  }
+}
+
+void ReferenceEditor::ShowAll() {
+  for (const ReferenceField field : kReferenceFields) Show(field);
+}
+
+double ReferenceEditor::ReadRadians(std::string_view text, std::string_view type) {
+  std::string copy(text);
+  const double degrees = records_.CoordinateFormatIsDMS
+                             ? ParseCoordinateDMS(copy, type, dialogs_)
+                             : ParseCoordinateDM(copy, type, records_.CoordinateDecimals, dialogs_);
+  return degrees * kRadiansPerDegree;
+}
+
+void ReferenceEditor::Leave(ReferenceField field, std::string_view text) {
+  if (text == Text(field)) return;
+  if (field == ReferenceField::Name) {
+    values_.ReferenceName = WithoutQuotes(text);
+    changed_ = changed_ || values_.ReferenceName != loaded_.ReferenceName;
+  }
+  for (const CoordinateField& row : kCoordinates) {
+    if (row.field != field) continue;
+    values_.*row.member = ReadRadians(text, row.type);
+    changed_ = changed_ || values_.*row.member != loaded_.*row.member;
+  }
+  for (const SingleField& row : kSingles) {
+    if (row.field != field) continue;
+    values_.*row.member = ToSingle(NumberFromText(text));
+    changed_ = changed_ || (row.counts && values_.*row.member != loaded_.*row.member);
+  }
+  Show(field);
+}
+
+void ReferenceEditor::Choose(const ReferencePosition& position) {
+  values_.ReferenceName = position.name;
+  values_.ReferenceLatitude = position.latitude;
+  values_.ReferenceLongitude = position.longitude;
+  values_.ReferenceHeight = position.height;
+  ShowAll();
+}
+
+void ReferenceEditor::CopyAverage() {
+  const SystemStatistics& statistics = statistics_[system_];
+  values_.ReferenceName = "Avg " + FormatDateTime(clock_.NowLocal(), "hh:mm:ss dd mmm yyyy");
+  values_.ReferenceLatitude = statistics.LatitudeMean.Mean;
+  values_.ReferenceLongitude = statistics.LongitudeMean.Mean;
+  values_.ReferenceHeight = statistics.HeightMean.Mean;
+  values_.ReferenceHeading = statistics.HeadingMean.Mean;
+  changed_ = true;
+  ShowAll();
+}
+
+void ReferenceEditor::CopyPrimary() {
+  const ReferenceSetup& primary = records_.References[1];
+  values_.ReferenceName = primary.ReferenceName;
+  values_.ReferenceLatitude = primary.ReferenceLatitude;
+  values_.ReferenceLongitude = primary.ReferenceLongitude;
+  values_.ReferenceHeight = primary.ReferenceHeight;
+  values_.ReferenceHeading = primary.ReferenceHeading;
+  changed_ = true;
+  ShowAll();
+}
+
+}  // namespace fathomline

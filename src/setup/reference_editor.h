@@ -1,0 +1,80 @@
+// The reference of a system while it is being edited: texts to be seen, and the exact numbers
+// behind them.
+//
+// A text that nobody has changed stands for the number it was made from, so that showing a
+// reference and taking it back moves nothing.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "analysis/statistics.h"
+#include "pipeline/records.h"
+#include "platform/clock.h"
+#include "platform/dialogs.h"
+#include "setup/reference_positions.h"
+
+namespace fathomline {
+
+enum class ReferenceField : std::uint8_t {
+  Name,
+  Latitude,
+  Longitude,
+  Height,
+  Heading,
+  Pitch,
+  Roll,
+};
+inline constexpr std::array<ReferenceField, 7> kReferenceFields = {
+    ReferenceField::Name,   ReferenceField::Latitude, ReferenceField::Longitude,
+    ReferenceField::Height, ReferenceField::Heading,  ReferenceField::Pitch,
+    ReferenceField::Roll};
+
+class ReferenceEditor {
+ public:
+  ReferenceEditor(const Records& records, const Statistics& statistics, const Clock& clock,
+                  Dialogs& dialogs)
+      : records_(records), statistics_(statistics), clock_(clock), dialogs_(dialogs) {}
+
+  // Begins with the reference in force.
+  void Load(int system);
+
+  // What the field shows, in the user's form of coordinates.
+  const std::string& Text(ReferenceField field) const { return texts_[Index(field)]; }
+  // The user leaves the field, which now reads so. What cannot stand in a coordinate is repaired
+  // and told in a box. Raises Overflow for a number beyond a single; the field keeps its value
+  // then.
+  void Leave(ReferenceField field, std::string_view text);
+
+  // A position of the list; heading, pitch and roll stay. It is no change, since the list has it.
+  void Choose(const ReferencePosition& position);
+  // The means of the system's session up to now, but for pitch and roll.
+  void CopyAverage();
+  // The reference of system 1, but for pitch and roll.
+  void CopyPrimary();
+
+  // Whether the user has changed name, position, height or heading.
+  bool ReferenceChanged() const { return changed_; }
+  // With ReferenceUsed as it was loaded.
+  const ReferenceSetup& Values() const { return values_; }
+
+ private:
+  static std::size_t Index(ReferenceField field) { return static_cast<std::size_t>(field); }
+  void Show(ReferenceField field);
+  void ShowAll();
+  double ReadRadians(std::string_view text, std::string_view type);
+
+  const Records& records_;
+  const Statistics& statistics_;
+  const Clock& clock_;
+  Dialogs& dialogs_;
+  int system_ = 1;
+  ReferenceSetup loaded_;
+  ReferenceSetup values_;
+  std::array<std::string, kReferenceFields.size()> texts_;
+  bool changed_ = false;
+};
+
+}  // namespace fathomline
