@@ -1,0 +1,21 @@
+# Sourced by ./run and ./test: installs the Debian packages that are not there yet.
+
+build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools libqt6svg6-dev qt6-serialport-dev
+  libqcustomplot-dev libqcustomplot2.1-qt6 libgl-dev"
+run_packages="libqt6svg6 fonts-dejavu-core"
+test_packages="libgtest-dev libgmock-dev locales-all"
+
+need() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing: ${missing[*]}"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -q
+  DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -q -y --no-install-recommends \
+    "${missing[@]}"
+}
