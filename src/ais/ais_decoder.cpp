@@ -1,6 +1,13 @@
 #include "ais/ais_decoder.h"
 
 namespace fathomline {
+namespace {
+
+bool CarriesApplicationData(std::int16_t messageId) {
+  return messageId == 6 || messageId == 8 || messageId == 25 || messageId == 26;
+}
+
+}  // namespace
 
 void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
   AISReceiver& receiver = receivers_[Index(system)];
@@ -22,6 +29,9 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
     throw;
   }
   assembly.clear();
+  if (CarriesApplicationData(receiver.AISMessageId)) {
+    receiver.ApplicationMessageId = receiver.AISMessageId;
+  }
 }
 
 }  // namespace fathomline

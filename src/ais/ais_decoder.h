@@ -19,6 +19,8 @@ inline constexpr std::int16_t kOpenGroup = -99;
 struct AISReceiver {
   std::string AISAssembly;  // the payloads of the open group, at most kLongestAssembly characters
   std::int16_t AISMessageId = 0;
+  // That of the latest message with application data: 6, 8, 25 or 26; 0 before the first.
+  std::int16_t ApplicationMessageId = 0;
   AISMessages Messages;
 
   static constexpr std::size_t kLongestAssembly = 32767;

@@ -1,6 +1,7 @@
 #include "platform/grid.h"
 
 #include <algorithm>
+#include <ostream>
 
 #include "platform/window.h"
 
@@ -12,6 +13,19 @@ const std::string kEmptyCell;
 
 std::size_t Size(int count) {
   return static_cast<std::size_t>(std::max(count, 0));
+}
+
+void WriteCsvCell(std::ostream& out, const std::string& text) {
+  if (text.find_first_of(",\"\r\n") == std::string::npos) {
+    out << text;
+    return;
+  }
+  out << '"';
+  for (const char character : text) {
+    if (character == '"') out << '"';
+    out << character;
+  }
+  out << '"';
 }
 
 }  // namespace
@@ -77,6 +91,23 @@ void Grid::Set(int row, int column, std::string_view text) {
   Change(cells[Size(column)], text);
 }
 
+void Grid::MarkRow(int row) {
+  if (row < 0 || row >= Rows()) Raise(FaultNumber::OutOfRange);
+  markedRow_ = row;
+  ++marks_;
+  Touch();
+}
+
+void Grid::WriteCsv(std::ostream& out) const {
+  for (int row = 0; row < Rows(); ++row) {
+    for (int column = 0; column < Columns(); ++column) {
+      if (column > 0) out << ',';
+      WriteCsvCell(out, Text(row, column));
+    }
+    out << '\n';
+  }
+}
+
 void Grid::ClickRow(int row, int x, int y) {
   OwningWindow().UserAct(*this, [=, this] {
     if (onClickRow) onClickRow(row, x, y);
@@ -90,6 +121,7 @@ void Grid::Seal() {
 
 void Grid::Reset() {
   Control::Reset();
+  markedRow_ = 0;
   if (state_ == design_) return;
   state_ = design_;
   Reshape();

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,15 @@ class Grid : public Control {
   const std::string& Text(int row, int column) const;
   void Set(int row, int column, std::string_view text);
 
+  // The row that the program has picked out, such as one that was searched for; 0 for none. The
+  // desktop selects it and brings it into view whenever the number of marks has grown.
+  void MarkRow(int row);
+  int MarkedRow() const { return markedRow_; }
+  std::uint64_t Marks() const { return marks_; }
+
+  // All rows, heads included, as comma-separated values (RFC 4180, but for its line ends: LF).
+  void WriteCsv(std::ostream& out) const;
+
   // Grows when rows, columns or widths change; the revision grows with the texts too.
   std::uint64_t Shape() const { return shape_; }
 
@@ -64,6 +74,8 @@ class Grid : public Control {
   Cells state_;
   Cells design_;
   std::uint64_t shape_ = 0;
+  std::uint64_t marks_ = 0;
+  int markedRow_ = 0;
 };
 
 }  // namespace fathomline
