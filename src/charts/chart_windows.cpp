@@ -1,0 +1,171 @@
+#include "charts/chart_windows.h"
+
+#include "platform/desktop.h"
+
+namespace fathomline {
+
+ChartWindows::ChartWindows(Desktop& desktop, Records& records, const Statistics& statistics,
+                           const Clock& clock, SettingsStore& settings)
+    : desktop_(desktop),
+      records_(records),
+      statistics_(statistics),
+      clock_(clock),
+      settings_(settings),
+      yAxis(desktop),
+      setTimeDate(desktop),
+      xAxis(desktop, setTimeDate),
+      xyAxis(desktop, scales_),
+      visibleSNR(desktop, records),
+      surroundings_{desktop, records, statistics, settings, tables_, yAxis, xAxis},
+      feeds_(records, statistics, satellites_, timeSeries_),
+      snrFeeds_(records, satellites_, feeds_, snr_) {
+  for (int system = 1; system <= kSystems; ++system) MakeWindows(system);
+  visibleSNR.onApply = [this](int row) {
+    for (int system = 1; system <= kSystems; ++system) {
+      if (SNROf(system, row).Loaded()) SNROf(system, row).Arrange_TimeSeries();
+    }
+  };
+}
+
+void ChartWindows::MakeWindows(int system) {
+  scatters_[system] = std::make_unique<frmScatter>(desktop_, system, records_, statistics_,
+                                                   settings_, scales_, xyAxis);
+  auto& skyplot = skyplots_[system];
+  skyplot =
+      std::make_unique<frmSkyplot>(desktop_, system, records_, satellites_, clock_, settings_);
+  skyplot->onGroupDone = [this, system] { snrFeeds_.FeedAll(system); };
+  skyplot->onChooseSatellite = [this, system](int slot) { OpenSatellite(system, slot); };
+  for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
+    const TimeSeriesClass& design = kTimeSeriesClasses[i];
+    GanttTable* const gantt = design.type == SentenceType::GGA   ? &ganttGGA_
+                              : design.type == SentenceType::GNS ? &ganttGNS_
+                                                                 : nullptr;
+    timeSeries_[system][i] = std::make_unique<frmTimeSeries>(surroundings_, system, design, gantt);
+  }
+  SNRWindows& windows = snr_[system];
+  for (int row = 1; row <= kSNRConstellations; ++row) {
+    const auto at = static_cast<std::size_t>(row - 1);
+    const auto anyOther = [&windows, at] {
+      for (std::size_t other = 0; other < windows.ByRow.size(); ++other) {
+        if (other != at && windows.ByRow[other]->Visible()) return true;
+      }
+      return false;
+    };
+    windows.ByRow[at] =
+        std::make_unique<frmTimeSeriesSNR>(surroundings_, system, row, visibleSNR, anyOther);
+  }
+}
+
+void ChartWindows::UpdateScatter(int system, SentenceType type) {
+  if (scatters_[system]->Loaded()) scatters_[system]->UpdateScatter(type);
+}
+
+void ChartWindows::Reopen(ChartWindow& window, bool shown) {
+  if (records_.ReloadWindows) window.Close();
+  if (shown) {
+    window.ShowWindow();
+  } else if (keepHidden_) {
+    window.LoadHidden();
+  }
+}
+
+void ChartWindows::ResetTimeSeries() {
+  for (int system = 1; system <= kSystems; ++system) {
+    const CommSetup& setup = records_.CommSetups[system];
+    if (!setup.Enabled) continue;
+    for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
+      const TimeSeriesClass& design = kTimeSeriesClasses[i];
+      frmTimeSeries& window = *timeSeries_[system][i];
+      if (setup.*design.analysed) {
+        Reopen(window, records_.SystemSetups[system][design.flag]);
+      } else {
+        window.Close();
+      }
+    }
+    ResetSatelliteWindows(system);
+  }
+}
+
+void ChartWindows::ResetSatelliteWindows(int system) {
+  const bool analysed = records_.CommSetups[system].AnalyseGSV;
+  const auto reset = [&](ChartWindow& window) {
+    if (!window.Loaded()) return;
+    const bool shown = window.Visible();
+    if (analysed) {
+      Reopen(window, shown);
+    } else {
+      window.Close();
+    }
+  };
+  for (const auto& window : snr_[system].ByRow) reset(*window);
+  for (const auto& [slot, window] : snr_[system].BySatellite) reset(*window);
+}
+
+void ChartWindows::ResetScatter() {
+  for (int system = 1; system <= kSystems; ++system) {
+    if (!records_.CommSetups[system].Enabled) continue;
+    frmScatter& window = *scatters_[system];
+    const bool shown = window.Visible();
+    if (records_.ReloadWindows) window.Close();
+    if (shown) {
+      window.Show();
+    } else if (keepHidden_ && !window.Loaded()) {
+      window.LoadHidden();
+    }
+  }
+}
+
+void ChartWindows::ResetSkyplot() {
+  for (int system = 1; system <= kSystems; ++system) {
+    if (!records_.SystemSetups[system][WindowFlag::Skyplot]) continue;
+    if (records_.ReloadWindows) skyplots_[system]->Close();
+    skyplots_[system]->Show();
+  }
+}
+
+void ChartWindows::OpenTimeSeries(int system) {
+  for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
+    if (records_.CommSetups[system].*kTimeSeriesClasses[i].analysed) {
+      timeSeries_[system][i]->ShowWindow();
+    }
+  }
+}
+
+void ChartWindows::OpenSNR(int system, int row) {
+  OpenSkyplot(system);
+  SNROf(system, row).ShowWindow();
+}
+
+void ChartWindows::OpenSatellite(int system, int slot) {
+  if (!IsSlot(slot)) Raise(FaultNumber::OutOfRange);
+  auto& window = snr_[system].BySatellite[slot];
+  if (!window) {
+    window = std::make_unique<frmTimeSeriesGSV_SVbySV>(surroundings_, system, slot);
+  }
+  window->ShowWindow();
+}
+
+void ChartWindows::OpenAnalysed(int system) {
+  const CommSetup& setup = records_.CommSetups[system];
+  OpenTimeSeries(system);
+  if (setup.AnalyseGGA || setup.AnalyseGNS || setup.AnalyseGLL || setup.AnalyseRMC) {
+    OpenScatter(system);
+  }
+  if (setup.AnalyseGSA || setup.AnalyseGSV) OpenSkyplot(system);
+  if (!setup.AnalyseGSV) return;
+  for (int row = 1; row <= kSNRConstellations; ++row) OpenSNR(system, row);
+}
+
+frmTimeSeries& ChartWindows::TimeSeriesOf(int system, SentenceType type) {
+  for (const auto& window : timeSeries_[system]) {
+    if (window->Type() == type) return *window;
+  }
+  Raise(FaultNumber::OutOfRange);
+}
+
+frmTimeSeriesSNR& ChartWindows::SNROf(int system, int row) {
+  if (row < 1 || row > kSNRConstellations) Raise(FaultNumber::OutOfRange);
+  return *snr_[system].ByRow[static_cast<std::size_t>(row - 1)];
+}
+
+}  // namespace fathomline

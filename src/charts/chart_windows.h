@@ -1,0 +1,94 @@
+// All windows of this room, for all systems, and the calls by which the session works them.
+#pragma once
+
+#include <memory>
+
+#include "charts/axis_dialogs.h"
+#include "charts/scatter_window.h"
+#include "charts/series_feeds.h"
+#include "charts/skyplot_window.h"
+#include "charts/snr_windows.h"
+#include "charts/time_series_window.h"
+#include "platform/clock.h"
+
+namespace fathomline {
+
+class ChartWindows {
+ public:
+  ChartWindows(Desktop& desktop, Records& records, const Statistics& statistics, const Clock& clock,
+               SettingsStore& settings);
+  ChartWindows(const ChartWindows&) = delete;
+  ChartWindows& operator=(const ChartWindows&) = delete;
+
+  // The latest sentence of a type, which its decoder and the statistics have taken.
+  void UpdateTimeSeries(int system, SentenceType type) { feeds_.UpdateTimeSeries(system, type); }
+  void UpdateScatter(int system, SentenceType type);
+  void UpdateSkyplot(int system) { skyplots_[system]->UpdateSkyplot(); }
+  void UpdateSatelliteTracking(int system) { skyplots_[system]->UpdateSatelliteTracking(); }
+
+  // Bring the windows back empty, as they were: shown, hidden or closed. For every enabled system
+  // there are, loaded, the time series of each analysed type and the scatter plot.
+  void ResetTimeSeries();
+  void ResetScatter();
+  void ResetSkyplot();
+
+  // Open what a user asks for. The time series are those of the analysed types; a window of
+  // signal-to-noise ratios opens the skyplot with it, which feeds it. Rows of constellations are
+  // 1 to 5. A slot beyond the table raises OutOfRange.
+  void OpenTimeSeries(int system);
+  void OpenScatter(int system) { scatters_[system]->Show(); }
+  void OpenSkyplot(int system) { skyplots_[system]->Show(); }
+  void OpenSNR(int system, int row);
+  void OpenSatellite(int system, int slot);
+  // Opens everything that the analysed sentences of the system feed.
+  void OpenAnalysed(int system);
+
+  // Whether windows that are not shown are loaded and fed. Off, for a run that nobody watches: a
+  // window opened later begins empty.
+  void SetKeepHidden(bool keep) { keepHidden_ = keep; }
+
+  // Raises OutOfRange for a type that has no time series.
+  frmTimeSeries& TimeSeriesOf(int system, SentenceType type);
+  frmScatter& ScatterOf(int system) { return *scatters_[system]; }
+  frmSkyplot& SkyplotOf(int system) { return *skyplots_[system]; }
+  frmTimeSeriesSNR& SNROf(int system, int row);
+
+  const SatelliteTable& Satellites() const { return satellites_; }
+
+ private:
+  void MakeWindows(int system);
+  // Closes the window where the session says so and opens it again, shown or hidden as it was.
+  void Reopen(ChartWindow& window, bool shown);
+  void ResetSatelliteWindows(int system);
+
+  Desktop& desktop_;
+  Records& records_;
+  const Statistics& statistics_;
+  const Clock& clock_;
+  SettingsStore& settings_;
+  bool keepHidden_ = true;
+
+  ChartTables tables_;
+  GanttTable ganttGGA_;
+  GanttTable ganttGNS_;
+  ScatterScales scales_;
+  SatelliteTable satellites_;
+
+ public:
+  frmYAxis yAxis;
+  frmSetTimeDate setTimeDate;
+  frmXAxis xAxis;
+  frmXYAxis xyAxis;
+  frmVisibleSNRTimeSeries visibleSNR;
+
+ private:
+  ChartSurroundings surroundings_;
+  PerSystem<std::unique_ptr<frmScatter>> scatters_;
+  PerSystem<std::unique_ptr<frmSkyplot>> skyplots_;
+  PerSystem<TimeSeriesWindows> timeSeries_;
+  PerSystem<SNRWindows> snr_;
+  SeriesFeeds feeds_;
+  SNRFeeds snrFeeds_;
+};
+
+}  // namespace fathomline

@@ -1,0 +1,180 @@
+#include "charts/scatter_window.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "charts/chart_colours.h"
+#include "charts/chart_window.h"
+#include "decoding/coordinate_text.h"
+#include "platform/desktop.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/window_places.h"
+
+namespace fathomline {
+namespace {
+
+constexpr WindowPlace kPlace{0, 0, 7200, 7800};
+
+constexpr std::array<std::string_view, kSystems> kTitles = {
+    "PRIMARY SYSTEM (blue)", "Secondary system 1 (Green)", "Secondary system 2 (red)",
+    "Secondary system 3 (yellow)"};
+
+// The statistic of dLat among those of a position sentence.
+constexpr std::size_t kRadStatistic = 0;
+constexpr std::size_t kLatStatistic = 1;
+
+bool IsPosition(SentenceType type) {
+  return type == SentenceType::GGA || type == SentenceType::GNS || type == SentenceType::GLL ||
+         type == SentenceType::RMC;
+}
+
+}  // namespace
+
+frmXYAxis::frmXYAxis(Desktop& desktop, ScatterScales& scales)
+    : Window(desktop, {.name = "frmXYAxis",
+                       .caption = "Scale",
+                       .place = {1500, 1500, 4200, 2100},
+                       .style = WindowStyle::Dialog,
+                       .resizable = false}),
+      scales_(scales) {
+  cmdOk.onClick = [this] { Accept(); };
+  cmdCancel.onClick = [this] { Close(); };
+  SetContent(Layout::Column({chkAutomatic, Layout::Form({{"Max value +/-", txtMax}}),
+                             Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
+}
+
+void frmXYAxis::Open(const frmScatter& scatter) {
+  scatter_ = &scatter;
+  OwningDesktop().ShowModal(*this);
+}
+
+void frmXYAxis::Load() {
+  const ScatterScale& scale = scales_[scatter_->Index()];
+  chkAutomatic.SetChecked(scale.ScatterAuto);
+  txtMax.SetText(Format(scale.ScatterAuto ? scatter_->TChart1.Left().Maximum()
+                                          : static_cast<double>(scale.ScatterRange),
+                        "0.0"));
+}
+
+void frmXYAxis::Accept() {
+  ScatterScale& scale = scales_[scatter_->Index()];
+  if (!chkAutomatic.Checked()) {
+    const float range = ToSingle(NumberFromText(txtMax.Text()));
+    if (range <= 0.0F) {
+      OwningDesktop().Say("Max value must be above 0. Try again!");
+      return;
+    }
+    scale.ScatterRange = range;
+  }
+  scale.ScatterAuto = chkAutomatic.Checked();
+  Close();
+}
+
+frmScatter::frmScatter(Desktop& desktop, int system, Records& records, const Statistics& statistics,
+                       SettingsStore& settings, ScatterScales& scales, frmXYAxis& dialog)
+    : Window(desktop, {.name = "frmScatter", .index = system, .place = kPlace}),
+      records_(records),
+      statistics_(statistics),
+      settings_(settings),
+      scales_(scales) {
+  points_ = &TChart1.AddSeries({.title = "Fixes",
+                                .kind = SeriesKind::Points,
+                                .colour = kSystemColours.at(static_cast<std::size_t>(system - 1))});
+  TChart1.AddSeries({.title = "Dummy for extra axis", .kind = SeriesKind::Points});
+  TChart1.SetLegend(false);
+  TChart1.SetText(kTitles.at(static_cast<std::size_t>(system - 1)));
+  for (Axis* axis : {&TChart1.Left(), &TChart1.Bottom()}) {
+    axis->SetAutomatic(false);
+    axis->SetMinimum(-1.0);
+  }
+  for (const MarkerKind line : {MarkerKind::VerticalLine, MarkerKind::HorizontalLine}) {
+    TChart1.AddMarker({.kind = line, .colour = kNavy, .dashed = true});
+  }
+  for (const Colour colour : {kDarkGreen, kDarkRed}) {
+    TChart1.AddMarker({.kind = MarkerKind::Circle, .colour = colour, .visible = false});
+  }
+  // Both axes have one scale, so it does not matter which one is clicked.
+  TChart1.onClickAxis = [this, &dialog](AxisSide) { dialog.Open(*this); };
+  mnuCircle68.onClick = [this] { Toggle(mnuCircle68, kCircle68); };
+  mnuCircle95.onClick = [this] { Toggle(mnuCircle95, kCircle95); };
+  SetContent(TChart1);
+}
+
+void frmScatter::Load() {
+  records_.SystemSetups[Index()][WindowFlag::Scatter] = true;
+  SetCaption("Scatter plot " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
+  SetIconColour(SystemIcon(Index()));
+  ResumeNext([&] { RestorePlace(*this, settings_, "Scatter", kPlace, PlainText(Index())); });
+  TChart1.Left().SetTitle("Northing +/- 1.0 m");
+  TChart1.Bottom().SetTitle("Easting +/- 1.0 m");
+  scales_[Index()].ScatterShownRange = 0.0F;
+  latest_ = SentenceType::None;
+}
+
+void frmScatter::LoadHidden() {
+  OwningDesktop().Load(*this);
+  records_.SystemSetups[Index()][WindowFlag::Scatter] = false;
+}
+
+void frmScatter::Unload() {
+  records_.SystemSetups[Index()][WindowFlag::Scatter] = false;
+  ResumeNext([&] { SavePlace(*this, settings_, "Scatter", PlainText(Index())); });
+}
+
+void frmScatter::UpdateScatter(SentenceType type) {
+  if (!IsPosition(type)) return;
+  if (statistics_[Index()].Of(type)[kLatStatistic].Stat.NoValueSeen) return;
+  const Deviations& present = statistics_[Index()].Present;
+  latest_ = type;
+  AddScatterPoint(present.dN, present.dE);
+}
+
+void frmScatter::AddScatterPoint(float deltaLat, float deltaLon) {
+  constexpr float kMissing = NoValue;
+  if (deltaLat == kMissing || deltaLon == kMissing) return;
+  const float range = HalfRange();
+  if (range != scales_[Index()].ScatterShownRange) ShowRange(range);
+  points_->Add(static_cast<double>(deltaLon), deltaLat,
+               kSystemColours[static_cast<std::size_t>(Index() - 1)]);
+  TChart1.Tools(kEastLine).SetValue(static_cast<double>(deltaLon));
+  TChart1.Tools(kNorthLine).SetValue(static_cast<double>(deltaLat));
+}
+
+float frmScatter::HalfRange() const {
+  const ScatterScale& scale = scales_[Index()];
+  if (!scale.ScatterAuto) return scale.ScatterRange;
+  double furthest = 0.0;
+  for (const auto& range : {points_->RangeX(), points_->RangeY()}) {
+    if (range) furthest = std::max({furthest, std::abs(range->low), std::abs(range->high)});
+  }
+  return ToSingle(std::floor(furthest) + 1.0);
+}
+
+void frmScatter::ShowRange(float range) {
+  for (Axis* axis : {&TChart1.Left(), &TChart1.Bottom()}) {
+    axis->SetMaximum(static_cast<double>(range));
+    axis->SetMinimum(static_cast<double>(-range));
+  }
+  const bool whole = range == std::floor(range);
+  const std::string text =
+      (whole ? NumberText(range) : " " + Format(static_cast<double>(range), "0.0")) + " m";
+  TChart1.Left().SetTitle("Northing +/-" + text);
+  TChart1.Bottom().SetTitle("Easting +/-" + text);
+  scales_[Index()].ScatterShownRange = range;
+}
+
+void frmScatter::Toggle(MenuItem& item, Tool circle) {
+  item.SetChecked(!item.Checked());
+  TChart1.Tools(circle).SetVisible(item.Checked());
+}
+
+void frmScatter::Refresh() {
+  if (latest_ == SentenceType::None) return;
+  if (!mnuCircle68.Checked() && !mnuCircle95.Checked()) return;
+  const Percentiles figures = statistics_[Index()].Of(latest_)[kRadStatistic].ComputePercentiles();
+  TChart1.Tools(kCircle68).SetValue(static_cast<double>(figures.P68));
+  TChart1.Tools(kCircle95).SetValue(static_cast<double>(figures.P95));
+}
+
+}  // namespace fathomline

@@ -1,0 +1,90 @@
+// frmScatter: the fixes of one system round its reference position, north up, in metres; and
+// frmXYAxis, which sets its scale.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "analysis/statistics.h"
+#include "pipeline/records.h"
+#include "platform/bars.h"
+#include "platform/chart.h"
+#include "platform/controls.h"
+#include "platform/settings.h"
+#include "platform/window.h"
+
+namespace fathomline {
+
+// Outlives the windows.
+struct ScatterScale {
+  bool ScatterAuto = true;         // the axes follow the points
+  float ScatterRange = 0.0F;       // metres, the fixed half range
+  float ScatterShownRange = 0.0F;  // the half range last applied to the axes
+};
+using ScatterScales = PerSystem<ScatterScale>;
+
+class frmScatter;
+
+class frmXYAxis : public Window {
+ public:
+  frmXYAxis(Desktop& desktop, ScatterScales& scales);
+
+  // Returns when the dialog is closed. The next fix applies what was set.
+  void Open(const frmScatter& scatter);
+
+  CheckBox chkAutomatic{*this, "chkAutomatic", "Scale Automatic"};
+  TextBox txtMax{*this, "txtMax"};
+  Button cmdOk{*this, "cmdOk", "OK", Button::Role::Default};
+  Button cmdCancel{*this, "cmdCancel", "Cancel", Button::Role::Cancel};
+
+ protected:
+  void Load() override;
+
+ private:
+  void Accept();
+
+  ScatterScales& scales_;
+  const frmScatter* scatter_ = nullptr;
+};
+
+class frmScatter : public Window {
+ public:
+  frmScatter(Desktop& desktop, int system, Records& records, const Statistics& statistics,
+             SettingsStore& settings, ScatterScales& scales, frmXYAxis& dialog);
+
+  // Adds the fix of a sentence of that type; any type but GGA, GNS, GLL and RMC does nothing.
+  void UpdateScatter(SentenceType type);
+  // Metres north and east; nothing happens where one is NoValue. The scale follows the points that
+  // stood before this one.
+  void AddScatterPoint(float deltaLat, float deltaLon);
+
+  // The circles that hold 68% and 95% of the fixes of the latest sentence type.
+  void Refresh() override;
+  void LoadHidden();
+
+  Chart TChart1{*this, "TChart1"};
+  MenuItem mnuCircles{*this, "mnuCircles", "&Circles"};
+  MenuItem mnuCircle68{mnuCircles, "mnuCircle68", "&68% of the fixes"};
+  MenuItem mnuCircle95{mnuCircles, "mnuCircle95", "&95% of the fixes"};
+
+ protected:
+  void Load() override;
+  void Unload() override;
+
+ private:
+  // The tools of the chart.
+  enum Tool { kEastLine, kNorthLine, kCircle68, kCircle95 };
+
+  float HalfRange() const;
+  void ShowRange(float range);
+  void Toggle(MenuItem& item, Tool circle);
+
+  Records& records_;
+  const Statistics& statistics_;
+  SettingsStore& settings_;
+  ScatterScales& scales_;
+  Series* points_;
+  SentenceType latest_ = SentenceType::None;
+};
+
+}  // namespace fathomline

@@ -1,0 +1,338 @@
+#include "charts/skyplot_window.h"
+
+#include <algorithm>
+#include <string>
+
+#include "charts/chart_window.h"
+#include "decoding/coordinate_text.h"
+#include "platform/desktop.h"
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "platform/window_places.h"
+
+namespace fathomline {
+namespace {
+
+constexpr WindowPlace kPlace{0, 0, 3000, 6000};
+
+// The classic palette's numbers 9 and 12.
+constexpr Colour kPaletteBlue = RedGreenBlue(0, 0, 255);
+constexpr Colour kPaletteRed = RedGreenBlue(255, 0, 0);
+
+constexpr double kRadiansPerDegree = 0.017453292519944444;
+constexpr double kHorizon = 90.0;
+constexpr std::string_view kDegree = "\u00B0";
+
+constexpr int kSatellitesPerSentence = 4;
+constexpr int kLastCleared = 150;
+constexpr std::int64_t kTrendSeconds = 3600;
+
+int GroupOf(int prn) {
+  int group = 0;
+  while (prn > kUsedGroups[static_cast<std::size_t>(group)].lastPRN) ++group;
+  return group;
+}
+
+}  // namespace
+
+frmSkyplot::frmSkyplot(Desktop& desktop, int system, Records& records, SatelliteTable& satellites,
+                       const Clock& clock, SettingsStore& settings)
+    : Window(desktop, {.name = "frmSkyplot", .index = system, .place = kPlace}),
+      records_(records),
+      satellites_(satellites),
+      clock_(clock),
+      settings_(settings) {
+  txtElMask.onLeave = [this] { return TakeElevationMask(); };
+  for (int row = 1; row <= kTrackingRows; ++row) {
+    lblColor(row).SetColour(kWhite);
+    for (auto* labels : {&lblChannel, &lblSv, &lblElevation, &lblAzimuth, &lblSNR, &lblColor}) {
+      (*labels)(row).onClick = [this, row] { ClickRow(row); };
+    }
+  }
+  MakeContent();
+}
+
+void frmSkyplot::MakeContent() {
+  std::vector<FormLine> used;
+  int group = 0;
+  for (const UsedGroup& design : kUsedGroups) {
+    used.push_back({std::string(design.caption), lblUsedSvs(group++)});
+  }
+  constexpr int kColumns = 6;
+  std::vector<Layout> cells;
+  for (const char* const head : {"Ch", "Sv", "Elevation", "Azimuth", "SNR", ""}) {
+    cells.push_back(Layout::Words(head));
+  }
+  for (int row = 1; row <= kTrackingRows; ++row) {
+    for (auto* labels : {&lblChannel, &lblSv, &lblElevation, &lblAzimuth, &lblSNR, &lblColor}) {
+      cells.emplace_back((*labels)(row));
+    }
+  }
+  const Layout picture = Layout::Box(
+      frameSkyplot,
+      Layout::Column({Layout::Row({Layout::Space(), lblNorth, Layout::Space()}), picSkyplot,
+                      Layout::Row({Layout::Space(), lblSouth, Layout::Space()}),
+                      Layout::Row({Layout::Words("Elevation mask :"), txtElMask,
+                                   Layout::Words("deg"), Layout::Space()})}));
+  const Layout numbers = Layout::Form({{"Current Mode : ", lblCurrentMode},
+                                       {"Pdop : ", lblPdop},
+                                       {"Hdop : ", lblHdop},
+                                       {"Vdop : ", lblVdop},
+                                       {"Satellites in view : ", lblSvsInView}});
+  const Layout key = Layout::Row({Layout::Words("< decr"), Layout::Words("> incr"),
+                                  Layout::Words("d - down"), Layout::Words("u - up")});
+  SetContent(
+      Layout::Row({Layout::Column({picture, numbers, lblSvsInUse, Layout::Form(std::move(used))}),
+                   Layout::Box(frmSvTrackingStatus,
+                               Layout::Column({key, Layout::Table(kColumns, std::move(cells))}))}));
+}
+
+void frmSkyplot::Load() {
+  records_.SystemSetups[Index()][WindowFlag::Skyplot] = true;
+  SetCaption("Skyplot " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name +
+             " - GSA/GSV Numerics");
+  SetIconColour(SystemIcon(Index()));
+  ResumeNext([&] { RestorePlace(*this, settings_, "Skyplot", kPlace, PlainText(Index())); });
+  modeDue_ = inViewDue_ = dotsDue_ = false;
+  used_ = {};
+  rows_ = {};
+  dots_.clear();
+  DrawSkyplotBackground();
+}
+
+void frmSkyplot::Unload() {
+  records_.SystemSetups[Index()][WindowFlag::Skyplot] = false;
+  ResumeNext([&] { SavePlace(*this, settings_, "Skyplot", PlainText(Index())); });
+}
+
+void frmSkyplot::DrawSkyplotBackground() {
+  const std::int16_t mask = records_.ElevationMask;
+  const std::string maskText = Format(mask, "00");
+  drawnMask_ = mask;
+  txtElMask.SetText(maskText);
+
+  const auto degrees = [](std::string_view text) { return std::string(text).append(kDegree); };
+  picSkyplot.Clear();
+  picSkyplot.SetPersistent(true);
+  picSkyplot.SetPen({.width = 1, .colour = kPaletteBlue});
+  picSkyplot.Line(-kHorizon, 0.0, kHorizon, 0.0);
+  picSkyplot.Line(0.0, -kHorizon, 0.0, kHorizon);
+  picSkyplot.Circle(0.0, 0.0, 30.0);
+  picSkyplot.Text(0.0, 0.0, degrees(" 90"));
+  picSkyplot.Text(0.0, -30.0, degrees(" 60"));
+  picSkyplot.Circle(0.0, 0.0, 60.0);
+  picSkyplot.Text(0.0, -60.0, degrees(" 30"));
+  picSkyplot.Circle(0.0, 0.0, kHorizon);
+
+  picSkyplot.SetPen({.width = 1, .colour = kPaletteRed, .dashed = true});
+  picSkyplot.Circle(0.0, 0.0, kHorizon - mask);
+  constexpr std::int16_t kTextBelowEdge = 10;
+  const double raised = mask < kTextBelowEdge ? kTextBelowEdge : 0.0;
+  picSkyplot.Text(0.0, mask - kHorizon + raised, degrees(maskText));
+  picSkyplot.SetPersistent(false);
+}
+
+bool frmSkyplot::TakeElevationMask() {
+  double value = -1.0;
+  ResumeNext([&] { value = NumberFromText(txtElMask.Text()); });
+  if (value < 0.0 || value > 89.0) {
+    OwningDesktop().Say("Invalid elevation mask. Must be within range 00-89 deg.");
+    return false;
+  }
+  records_.ElevationMask = static_cast<std::int16_t>(value);
+  DrawSkyplotBackground();
+  dotsDue_ = true;
+  return true;
+}
+
+void frmSkyplot::UpdateSkyplot() {
+  mode_ = records_.Messages[Index()].GSA.Record;
+  modeDue_ = true;
+  if (records_.Messages[Index()].GSV.Record.MessageNumber == 1) {
+    for (int slot = 1; slot <= kLastSlot; ++slot) {
+      Satellite& satellite = satellites_(Index(), slot);
+      satellite.Used = false;
+      satellite.Channel = satellite.Elevation = satellite.Azimuth = satellite.SNR = 0;
+    }
+  }
+  UsedList& list = used_[static_cast<std::size_t>(GroupOf(mode_.PRN.front()))];
+  list.count = 0;
+  list.due = true;
+  for (const std::int16_t prn : mode_.PRN) {
+    if (prn == NoValue || prn == 0) continue;
+    list.prns[list.count++] = prn;
+    if (IsSlot(prn)) satellites_(Index(), prn).Used = true;
+  }
+}
+
+void frmSkyplot::UpdateSatelliteTracking() {
+  const GSVRecord& record = records_.Messages[Index()].GSV.Record;
+  satellitesInView_ = record.SatellitesInView;
+  inViewDue_ = true;
+  if (record.MessageNumber == 1) {
+    for (int slot = 1; slot <= kLastCleared; ++slot) {
+      Satellite& satellite = satellites_(Index(), slot);
+      satellite.Elevation = satellite.Azimuth = satellite.SNR = 0;
+    }
+  }
+  int lastRow = 0;
+  for (int position = 1; position <= kSatellitesPerSentence; ++position) {
+    const auto at = static_cast<std::size_t>(position - 1);
+    if (record.PRN[at] <= 0) continue;
+    lastRow = (record.MessageNumber - 1) * kSatellitesPerSentence + position;
+    TakeSatellite(record.PRN[at], at, lastRow);
+  }
+  if (record.MessageNumber != record.MessageCount) return;
+
+  const int lastOfSentence = (record.MessageNumber - 1) * kSatellitesPerSentence;
+  for (int row = std::max({lastRow, lastOfSentence, 0}) + 1; row <= kTrackingRows; ++row) {
+    if (!RowAt(row).empty) RowAt(row) = {};
+  }
+  DrawSatellites();
+  if (onGroupDone) onGroupDone();
+}
+
+void frmSkyplot::TakeSatellite(std::int16_t prn, std::size_t position, int row) {
+  if (!IsSlot(prn)) {
+    if (row >= 1 && row <= kTrackingRows) RowAt(row) = {};
+    return;
+  }
+  const GSVRecord& record = records_.Messages[Index()].GSV.Record;
+  Satellite& satellite = satellites_(Index(), prn);
+  const auto follow = [&](std::int16_t value, std::int16_t& previous, char& trend, char falls,
+                          char rises) {
+    if (value == previous) return;
+    const bool seen = satellite.LastDrawn.days != 0.0 &&
+                      DifferenceInSeconds(satellite.LastDrawn, clock_.NowUtc()) < kTrendSeconds;
+    trend = !seen ? ' ' : value <= previous ? falls : rises;
+    previous = value;
+  };
+  satellite.Elevation = record.Elevation[position];
+  satellite.Azimuth = record.Azimuth[position];
+  satellite.SNR = record.SNR[position];
+  const bool shown = row >= 1 && row <= kTrackingRows;
+  satellite.Channel = shown ? static_cast<std::int16_t>(row) : std::int16_t{0};
+  follow(satellite.Elevation, satellite.ElevationPrev, satellite.ElevationTrend, 'd', 'u');
+  follow(satellite.Azimuth, satellite.AzimuthPrev, satellite.AzimuthTrend, '<', '>');
+  if (shown) NoteRow(row, prn, satellite);
+}
+
+void frmSkyplot::NoteRow(int row, std::int16_t prn, const Satellite& satellite) {
+  TrackingRow& shown = RowAt(row);
+  shown.empty = false;
+  shown.due = true;
+  shown.prn = prn;
+  shown.satellite = satellite;
+  const auto blackIf = [](bool good) { return good ? kBlack : kPaletteRed; };
+  shown.svColour = blackIf(satellite.Used);
+  shown.elevationColour = blackIf(satellite.Elevation >= records_.ElevationMask);
+  shown.snrColour = blackIf(satellite.SNR != 0);
+}
+
+void frmSkyplot::DrawSatellites() {
+  dots_.clear();
+  dotsDue_ = true;
+  const DateTime now = clock_.NowUtc();
+  for (int slot = 1; slot <= kLastSlot; ++slot) {
+    Satellite& satellite = satellites_(Index(), slot);
+    if (satellite.Elevation <= 0) continue;
+    dots_.push_back({slot, satellite.Elevation, satellite.Azimuth, satellite.Used});
+    satellite.LastDrawn = now;
+  }
+}
+
+void frmSkyplot::ClickRow(int row) {
+  if (!RowAt(row).empty && onChooseSatellite) onChooseSatellite(RowAt(row).prn);
+}
+
+void frmSkyplot::Refresh() {
+  // The mask is shared by all systems.
+  if (drawnMask_ != records_.ElevationMask && Focus() != &txtElMask) {
+    DrawSkyplotBackground();
+    dotsDue_ = true;
+  }
+  if (modeDue_) WriteMode();
+  modeDue_ = false;
+  for (int group = 0; group <= lblUsedSvs.Last(); ++group) {
+    UsedList& list = used_[static_cast<std::size_t>(group)];
+    if (list.due) WriteUsed(group);
+    list.due = false;
+  }
+  if (inViewDue_) {
+    lblSvsInView.SetText(satellitesInView_ == NoValue ? std::string(kNotAvailable)
+                                                      : PlainText(satellitesInView_));
+  }
+  inViewDue_ = false;
+  for (int row = 1; row <= kTrackingRows; ++row) {
+    if (RowAt(row).due) WriteRow(row);
+    RowAt(row).due = false;
+  }
+  if (dotsDue_) PaintDots();
+  dotsDue_ = false;
+}
+
+void frmSkyplot::WriteMode() {
+  lblCurrentMode.SetText(mode_.FixType == 1 ? std::string("Fix Not Available")
+                                            : PlainText(mode_.FixType) +
+                                                  (mode_.Mode == 'A' ? "D Auto" : "D Manual"));
+  lblPdop.SetText(FormattedValueText(mode_.PDOP, "0.0"));
+  lblHdop.SetText(FormattedValueText(mode_.HDOP, "0.0"));
+  lblVdop.SetText(FormattedValueText(mode_.VDOP, "0.0"));
+}
+
+void frmSkyplot::WriteUsed(int group) {
+  UsedList& list = used_[static_cast<std::size_t>(group)];
+  const auto end = list.prns.begin() + static_cast<std::ptrdiff_t>(list.count);
+  std::sort(list.prns.begin(), end);
+  std::string text = PlainText(static_cast<std::int32_t>(list.count)) + " - ";
+  std::for_each(list.prns.begin(), end, [&text](std::int16_t prn) { text += NumberText(prn); });
+  lblUsedSvs(group).SetText(text);
+}
+
+void frmSkyplot::WriteRow(int row) {
+  const TrackingRow& shown = RowAt(row);
+  const Satellite& satellite = shown.satellite;
+  if (shown.empty) {
+    for (auto* labels : {&lblChannel, &lblSv, &lblElevation, &lblAzimuth, &lblSNR}) {
+      (*labels)(row).SetText("*");
+      (*labels)(row).SetColour({});
+    }
+    lblColor(row).SetColour(kWhite);
+    return;
+  }
+  lblSv(row).SetColour(shown.svColour);
+  lblElevation(row).SetColour(shown.elevationColour);
+  lblSNR(row).SetColour(shown.snrColour);
+  lblChannel(row).SetText(PlainText(row));
+  if (satellite.Elevation <= 0) {
+    for (auto* labels : {&lblSv, &lblElevation, &lblAzimuth, &lblSNR}) (*labels)(row).SetText("");
+    lblColor(row).SetColour(kWhite);
+    return;
+  }
+  const auto degrees = [](std::int16_t value, std::string_view picture, char trend) {
+    return FormattedValueText(value, picture) + trend;
+  };
+  lblSv(row).SetText(PlainText(shown.prn));
+  lblElevation(row).SetText(degrees(satellite.Elevation, "00  ", satellite.ElevationTrend));
+  lblAzimuth(row).SetText(degrees(satellite.Azimuth, "000  ", satellite.AzimuthTrend));
+  lblSNR(row).SetText(satellite.SNR == NoValue ? std::string(kNotAvailable)
+                                               : PlainText(satellite.SNR));
+  lblColor(row).SetColour(satellite.Colour);
+}
+
+void frmSkyplot::PaintDots() {
+  constexpr int kDotWidth = 5;
+  picSkyplot.ClearTransient();
+  picSkyplot.SetPersistent(false);
+  for (const Dot& dot : dots_) {
+    const double radius = kHorizon - dot.elevation;
+    const double angle = dot.azimuth * kRadiansPerDegree;
+    const double x = PolarX(radius, 0.0, angle);
+    const double y = PolarY(radius, 0.0, angle);
+    picSkyplot.SetPen({.width = kDotWidth, .colour = dot.used ? kBlack : kPaletteRed});
+    picSkyplot.Dot(x, y);
+    picSkyplot.Text(x, y, PlainText(dot.slot));
+  }
+}
+
+}  // namespace fathomline

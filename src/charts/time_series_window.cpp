@@ -1,0 +1,137 @@
+#include "charts/time_series_window.h"
+
+#include <cmath>
+
+#include "charts/satellite_table.h"
+#include "platform/desktop.h"
+#include "platform/format.h"
+
+namespace fathomline {
+namespace {
+
+constexpr int kDGPSChart = 3;
+
+}  // namespace
+
+void PointFigures::Add(double value) {
+  count_ += 1.0;
+  const double difference = value - mean_;
+  mean_ += difference / count_;
+  squares_ += difference * (value - mean_);
+}
+
+double PointFigures::Deviation() const {
+  return count_ > 1.0 ? std::sqrt(squares_ / (count_ - 1.0)) : 0.0;
+}
+
+frmTimeSeries::frmTimeSeries(const ChartSurroundings& surroundings, int system,
+                             const TimeSeriesClass& design, GanttTable* gantt)
+    : ChartWindow(surroundings, system,
+                  {.name = design.name,
+                   .caption = std::string(design.caption),
+                   .windowIndex = design.windowIndex,
+                   .charts = design.charts,
+                   .flag = design.flag}),
+      class_(design),
+      gantt_(gantt) {
+  std::vector<Layout> row = ControlRow();
+  if (gantt_ != nullptr) {
+    chkDGPS = std::make_unique<CheckBox>(*this, "chkDGPS", "Plot DGPS data(chart4)", true);
+    chkDGPS->onClick = [this] { ClickDGPS(); };
+    row.emplace_back(*chkDGPS);
+  }
+  if (Type() == SentenceType::GGA) {
+    chkAgeOff = std::make_unique<CheckBox>(*this, "chkAgeOff", "Age off");
+    lblTest = std::make_unique<Label>(*this, "lblTest");
+    row.emplace_back(*chkAgeOff);
+    row.emplace_back(*lblTest);
+  }
+  constexpr std::string_view kFurtherDatum = "-99";
+  if (Type() == SentenceType::GSA) cmbFilter.SetTag(kFurtherDatum);
+  row.push_back(Layout::Space());
+
+  MakeCharts();
+  MakeMarkers();
+  std::vector<Layout> rows{Layout::Row(std::move(row))};
+  for (Chart& chart : TChart) rows.emplace_back(chart);
+  SetContent(Layout::Column(std::move(rows)));
+}
+
+void frmTimeSeries::MakeCharts() {
+  for (const TimeSeriesChart& design : kTimeSeriesCharts) {
+    if (design.type != Type()) continue;
+    Chart& chart = TChart(design.chart);
+    chart.Left().SetTitle(design.left);
+    chart.Right().SetTitle(design.right);
+    chart.SetNote(design.note);
+  }
+  for (std::size_t i = 0; i < kTimeSeriesRows.size(); ++i) {
+    const TimeSeriesRow& row = kTimeSeriesRows[i];
+    if (row.type != Type()) continue;
+    Series& series = TChart(row.chart).AddSeries({.title = std::string(row.title),
+                                                  .kind = row.kind,
+                                                  .colour = row.colour,
+                                                  .rightAxis = row.rightAxis});
+    plots_.push_back({&row, &series, FilterRow(i)});
+  }
+  // One entry for each of 151 satellites says nothing.
+  if (Type() == SentenceType::GSA) TChart(1).SetLegend(false);
+  if (Type() == SentenceType::GSV) {
+    for (Chart& chart : TChart) chart.SetLegend(false);
+  }
+}
+
+void frmTimeSeries::MakeMarkers() {
+  constexpr Colour kBand = RedGreenBlue(200, 215, 240);
+  Chart& chart = TChart(0);
+  if (gantt_ != nullptr) {
+    chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBand});
+    // Only ever widened by the program.
+    TChart(kDGPSChart).Right().SetAutomatic(false);
+  } else if (Type() == SentenceType::HDT) {
+    chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kBlack, .dashed = true});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBand});
+    chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
+    chart.Right().SetAutomatic(false);
+    chart.Right().SetVisible(true);
+  }
+}
+
+void frmTimeSeries::AddSatellites() {
+  const auto add = [](Chart& chart) {
+    for (int slot = 1; slot <= kLastSlot; ++slot) {
+      chart.AddSeries({.title = Format(slot, "00"), .colour = SatelliteColour(slot)});
+    }
+  };
+  if (Type() == SentenceType::GSA) add(TChart(1));
+  if (Type() == SentenceType::GSV) {
+    for (Chart& chart : TChart) add(chart);
+  }
+}
+
+void frmTimeSeries::Load() {
+  ChartWindow::Load();
+  AddSatellites();
+  figures_ = {};
+  if (!chkDGPS) return;
+  chkDGPS->SetChecked(!Around().records.NotDisplayDGPS[Index()]);
+  TChart(kDGPSChart).SetVisible(chkDGPS->Checked());
+}
+
+void frmTimeSeries::Unload() {
+  ChartWindow::Unload();
+  if (gantt_ != nullptr) gantt_->RaiseGanttReset(Index());
+}
+
+void frmTimeSeries::ClickDGPS() {
+  if (State() == WindowState::Maximised) {
+    chkDGPS->SetChecked(!chkDGPS->Checked());
+    OwningDesktop().Say("No effect as long as form is maximized!");
+    return;
+  }
+  Around().records.NotDisplayDGPS[Index()] = !chkDGPS->Checked();
+  TChart(kDGPSChart).SetVisible(chkDGPS->Checked());
+}
+
+}  // namespace fathomline
