@@ -1,0 +1,204 @@
+// What stands where in the dialog, and which control runs which handler.
+#include <string>
+#include <vector>
+
+#include "platform/format.h"
+#include "platform/numbers.h"
+#include "setup/setup_dialog.h"
+
+namespace fathomline {
+namespace {
+
+constexpr WindowPlace kPlace{1500, 900, 8700, 7500};
+constexpr const char* kNoEffect = "Not yet implemented: has no effect.";
+
+struct SentenceTip {
+  SentenceType type;
+  std::string_view text;
+};
+constexpr std::array<SentenceTip, kSentenceBoxes.size()> kSentenceTips = {{
+    {SentenceType::GGA, "Position, height and quality of a GPS fix"},
+    {SentenceType::GNS, "Position and height of a fix from several satellite systems"},
+    {SentenceType::GLL, "Position"},
+    {SentenceType::RMC, "Position, speed and course, date and time"},
+    {SentenceType::VTG, "Speed and course over ground"},
+    {SentenceType::GSA, "Satellites used and dilution of precision"},
+    {SentenceType::GST, "Error statistics of the position"},
+    {SentenceType::GSV, "Satellites in view"},
+    {SentenceType::ZDA, "Date and time"},
+    {SentenceType::HDT, "True heading"},
+    {SentenceType::ATT, "Heading, pitch and roll ($PFEC,GPatt)"},
+    {SentenceType::ROT, "Rate of turn"},
+    {SentenceType::VHW, "Speed through water and heading"},
+    {SentenceType::DBT, "Depth below transducer"},
+    {SentenceType::TTM, "Tracked radar targets"},
+    {SentenceType::VDM, "AIS messages (VDM and VDO)"},
+}};
+
+constexpr bool InOrderOfBoxes() {
+  for (std::size_t i = 0; i < kSentenceBoxes.size(); ++i) {
+    if (kSentenceTips[i].type != kSentenceBoxes[i]) return false;
+  }
+  return true;
+}
+static_assert(InOrderOfBoxes());
+
+struct Steps {
+  double first;
+  double last;
+  double step;
+};
+
+void AddSteps(Choices& combo, const Steps& steps, std::string_view picture) {
+  const int count = static_cast<int>((steps.last - steps.first) / steps.step + 0.5);
+  for (int i = 0; i <= count; ++i) combo.Add(Format(steps.first + i * steps.step, picture));
+}
+
+}  // namespace
+
+std::deque<CheckBox> frmSetup::MakeSentenceBoxes(Frame& frame) {
+  std::deque<CheckBox> boxes;
+  for (const SentenceTip& row : kSentenceTips) {
+    const std::string word = ToText(row.type);
+    boxes.emplace_back(frame, "chk" + word, word).SetToolTip(row.text);
+  }
+  return boxes;
+}
+
+frmSetup::frmSetup(Desktop& desktop, Records& records, const Statistics& statistics,
+                   const Clock& clock, Links& links, SetupSession& session)
+    : Window(desktop, {.name = "frmSetup", .place = kPlace, .style = WindowStyle::Dialog}),
+      records_(records),
+      links_(links),
+      session_(session),
+      reference_(records, statistics, clock, desktop),
+      apply_(records, desktop, session),
+      limits_{{{chkOutliers, cmbOutliers, 0.0, "A outlier <> 0 has to be selected"},
+               {chkHdop, cmbHdop, 0.0, "A hdop value <> 0 has to be selected"},
+               {chkSvs, cmbSvs, 4.0, "No of svs > 3 has to be selected"}}},
+      referenceBoxes_{{{ReferenceField::Name, txtRefName},
+                       {ReferenceField::Latitude, txtLat},
+                       {ReferenceField::Longitude, txtLon},
+                       {ReferenceField::Height, txtHgt},
+                       {ReferenceField::Heading, txtHdg},
+                       {ReferenceField::Pitch, txtPitch},
+                       {ReferenceField::Roll, txtRoll}}} {
+  FillFixedChoices();
+  ConnectHandlers();
+  SetContent(Layout::Column(
+      {lblName,
+       Layout::Pages(SSTab1, {GeneralPage(), MessagesPage(), ReferencePage(), LimitsPage(),
+                              Layout::Column({Layout::Space()}), LinkPage()}),
+       Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
+}
+
+void frmSetup::FillFixedChoices() {
+  for (const SystemTypeWord& row : kSystemTypes) optType.Add(row.caption);
+  for (const ReferenceOption& row : kReferenceOptions) optReference.Add(row.caption);
+  AddSteps(cmbOutliers, {1.0, 10.0, 1.0}, "0");
+  AddSteps(cmbOutliers, {20.0, 100.0, 10.0}, "0");
+  AddSteps(cmbSvs, {4.0, 10.0, 1.0}, "0");
+  AddSteps(cmbHdop, {1.5, 6.0, 0.5}, "0.0");
+  cmbTimeZone.ShowChoice(0);
+  for (Control* control : std::initializer_list<Control*>{&chkHDM, &chkHDG, &chkDBK, &chkDBS,
+                                                          &chkLCD, &chkGLC, &cmbTimeZone}) {
+    control->SetToolTip(kNoEffect);
+  }
+}
+
+void frmSetup::ConnectHandlers() {
+  for (const SentenceType type : kSentenceBoxes) {
+    SentenceBox(type).onClick = [this, type] { TickSentence(type); };
+  }
+  for (Limit& limit : limits_) {
+    limit.box.onClick = [&limit] { limit.combo.SetEnabled(limit.box.Checked()); };
+    limit.combo.onLeave = [this, &limit] { return LeaveLimit(limit); };
+  }
+  for (const ReferenceBox& row : referenceBoxes_) {
+    row.box.onLeave = [this, &row] {
+      reference_.Leave(row.field, row.box.Text());
+      row.box.SetText(reference_.Text(row.field));
+      return true;
+    };
+  }
+  optReference.onChoose = [this] { EnableReference(); };
+  cmbRefPositions.onChoose = [this] { ChoosePosition(); };
+  cmdCopyAvg.onClick = [this] {
+    reference_.CopyAverage();
+    ShowReference();
+  };
+  cmdCopyPrimary.onClick = [this] {
+    reference_.CopyPrimary();
+    ShowReference();
+  };
+  optCom.onChoose = [this] { ShowLinkFrames(); };
+  cmbComPort.onChoose = [this] { ShowPortAdvice(); };
+  cmbIP.onLeave = [this] { return LeaveAddress(); };
+  for (TextBox* box : {&txtPort, &txtUDP_port}) {
+    box->onLeave = [this, box] { return LeavePort(*box); };
+  }
+  cmdRefreshPorts.onClick = [this] { ScanPorts(ChosenPort()); };
+  cmdComInfo.onClick = [this] { session_.ShowComportInfo(); };
+  cmdSelectFile.onClick = [this] { SelectFile(); };
+  cmdOk.onClick = [this] { Ok(); };
+  cmdCancel.onClick = [this] { Close(); };
+}
+
+Layout frmSetup::GeneralPage() {
+  return Layout::Column({chkEnabled, Layout::Form({{"Name :", txtName}}),
+                         Layout::Box(frameType, optType), chkSetTimeFromPC, Layout::Space()});
+}
+
+Layout frmSetup::MessagesPage() {
+  const std::vector<Layout> boxes(sentenceBoxes_.begin(), sentenceBoxes_.end());
+  return Layout::Column(
+      {Layout::Box(frameMessages, Layout::Table(4, boxes)), chkTestCheckSum,
+       Layout::Box(
+           frameToBeImplemented,
+           Layout::Column({Layout::Table(4, {chkHDM, chkHDG, chkDBK, chkDBS, chkLCD, chkGLC}),
+                           Layout::Form({{"Time zone :", cmbTimeZone}})})),
+       Layout::Space()});
+}
+
+Layout frmSetup::ReferencePage() {
+  return Layout::Column(
+      {Layout::Box(frameReferenceUsed, optReference),
+       Layout::Box(frameReference,
+                   Layout::Column({Layout::Form({{"Positions :", cmbRefPositions},
+                                                 {"Name :", txtRefName},
+                                                 {"Latitude :", txtLat},
+                                                 {"Longitude :", txtLon},
+                                                 {"Height (m) :", txtHgt},
+                                                 {"Heading (deg) :", txtHdg},
+                                                 {"Pitch (deg) :", txtPitch},
+                                                 {"Roll (deg) :", txtRoll}}),
+                                   Layout::Row({cmdCopyAvg, cmdCopyPrimary, Layout::Space()})})),
+       Layout::Space()});
+}
+
+Layout frmSetup::LimitsPage() {
+  return Layout::Column(
+      {Layout::Box(frameLimits, Layout::Table(2, {chkOutliers, cmbOutliers, chkHdop, cmbHdop,
+                                                  chkSvs, cmbSvs, chkNoDiff})),
+       Layout::Space()});
+}
+
+Layout frmSetup::LinkPage() {
+  return Layout::Column(
+      {Layout::Box(frameLink, optCom),
+       Layout::Box(frameCOM,
+                   Layout::Column({Layout::Form({{"Comport :", cmbComPort},
+                                                 {"Baud rate :", cmbBaudRate},
+                                                 {"Data bits :", cmbDataBits},
+                                                 {"Parity :", cmbParity},
+                                                 {"Stop bits :", cmbStopBits}}),
+                                   lblComPortAdvice, chkEmptyBuffer,
+                                   Layout::Row({cmdRefreshPorts, cmdComInfo, Layout::Space()})})),
+       Layout::Box(frameTCPIP, Layout::Form({{"IP address :", cmbIP}, {"Port :", txtPort}})),
+       Layout::Box(frameUDP, Layout::Form({{"Port :", txtUDP_port}})),
+       Layout::Box(frameLogfile,
+                   Layout::Column({lblFileName, Layout::Row({cmdSelectFile, Layout::Space()})})),
+       Layout::Space()});
+}
+
+}  // namespace fathomline
