@@ -15,6 +15,14 @@ class Program::Views : public MessageViews {
     program_.numericsWindows[system]->UpdateNumerics(type);
   }
 
+  void UpdateARPATargets(int system, SentenceType type) override {
+    program_.arpaTargetsWindows[system]->UpdateARPATargets(type);
+  }
+
+  void UpdateAISTargets(int system, SentenceType type) override {
+    program_.aisTargetsWindows[system]->UpdateAISTargets(type);
+  }
+
   void UpdateStatisticsView(int system, SentenceType type) override {
     const SystemSetup& open = program_.records.SystemSetups[system];
     if (open[WindowFlag::Statistics]) {
@@ -23,6 +31,20 @@ class Program::Views : public MessageViews {
     if (open[WindowFlag::StatisticsSNR]) {
       program_.statisticsSNRWindows[system]->UpdateStatisticsView(type);
     }
+  }
+
+  void UpdateTimeSeries(int system, SentenceType type) override {
+    program_.charts.UpdateTimeSeries(system, type);
+  }
+
+  void UpdateScatter(int system, SentenceType type) override {
+    program_.charts.UpdateScatter(system, type);
+  }
+
+  void UpdateSkyplot(int system) override { program_.charts.UpdateSkyplot(system); }
+
+  void UpdateSatelliteTracking(int system) override {
+    program_.charts.UpdateSatelliteTracking(system);
   }
 
  private:
@@ -80,6 +102,8 @@ Program::Program(const Surroundings& surroundings)
       statistics(records, surroundings.clock),
       ais(surroundings.clock),
       targets(desktop),
+      aisExtraInfo(desktop, records, targets),
+      charts(desktop, records, statistics, surroundings.clock, surroundings.settings),
       mainWindow(desktop, records, surroundings.clock, surroundings.settings),
       offlineStatus(desktop, records, surroundings.clock),
       newWindow(desktop, records, [this](ViewKind kind, int system) { OpenView(kind, system); }),
@@ -112,11 +136,41 @@ Program::Program(const Surroundings& surroundings)
     monitorWindows[system] = std::make_unique<frmNMEA>(
         desktop, system, records, settings, [this](int asked) { return input.TcpState(asked); });
   }
+  hooks.openTimeSeries = [this](int system) { charts.OpenTimeSeries(system); };
+  hooks.openScatter = [this](int system) { charts.OpenScatter(system); };
+  hooks.openSkyplot = [this](int system) { charts.OpenSkyplot(system); };
+  hooks.openSNR = [this](int system, int constellation) {
+    charts.OpenSNR(system, constellation + 1);
+  };
+  hooks.resetTimeSeries = [this] { charts.ResetTimeSeries(); };
+  hooks.resetScatter = [this] { charts.ResetScatter(); };
+  hooks.resetSkyplot = [this] { charts.ResetSkyplot(); };
+  PlugTargetWindows(settings);
   mainWindow.tbOffline.onClick = [this](const std::string& key) { replay.Press(key); };
   desktop.onFault = [this](const Fault& fault, Window* window) { HandleFault(fault, window); };
 }
 
 Program::~Program() = default;
+
+void Program::PlugTargetWindows(SettingsStore& settings) {
+  for (int system = 1; system <= kSystems; ++system) {
+    aisTargetsWindows[system] = std::make_unique<frmAISTargets>(desktop, system, records, ais,
+                                                                targets, settings, aisExtraInfo);
+    arpaTargetsWindows[system] =
+        std::make_unique<frmARPATargets>(desktop, system, records, settings);
+  }
+  const auto reset = [this](WindowFlag flag, auto& windows) {
+    for (int system = 1; system <= kSystems; ++system) {
+      if (!records.SystemSetups[system][flag]) continue;
+      if (records.ReloadWindows) windows[system]->Close();
+      windows[system]->Show();
+    }
+  };
+  hooks.openAISTargets = [this](int system) { aisTargetsWindows[system]->Show(); };
+  hooks.openARPATargets = [this](int system) { arpaTargetsWindows[system]->Show(); };
+  hooks.resetAIS = [this, reset] { reset(WindowFlag::AISTargets, aisTargetsWindows); };
+  hooks.resetARPA = [this, reset] { reset(WindowFlag::ARPATargets, arpaTargetsWindows); };
+}
 
 void Program::UseProgramFolder(std::string folder) {
   MakeProgramFolder(std::move(folder), records);
@@ -141,6 +195,7 @@ void Program::HandleFault(const Fault& fault, const Window* window) {
 void Program::OpenAnalysedWindows(int system) {
   OpenView(ViewKind::Numerics, system);
   OpenView(ViewKind::Statistics, system);
+  charts.OpenAnalysed(system);
 }
 
 void Program::OpenView(ViewKind kind, int system) {

@@ -6,12 +6,16 @@
 #include <string>
 
 #include "ais/ais_decoder.h"
+#include "ais/ais_extra_info.h"
+#include "ais/ais_targets_window.h"
+#include "ais/arpa_targets_window.h"
 #include "ais/target_store.h"
 #include "analysis/message_driver.h"
 #include "analysis/session_report.h"
 #include "analysis/statistics.h"
 #include "analysis/statistics_snr_window.h"
 #include "analysis/statistics_window.h"
+#include "charts/chart_windows.h"
 #include "pipeline/about_box.h"
 #include "pipeline/error_log.h"
 #include "pipeline/main_menu.h"
@@ -83,6 +87,7 @@ class Program {
   std::unique_ptr<Links> noLinks_;
   bool logFailureTold_ = false;
 
+  void PlugTargetWindows(SettingsStore& settings);
   void HandleFault(const Fault& fault, const Window* window);
 
  public:
@@ -98,6 +103,10 @@ class Program {
   StatisticsWindows statisticsWindows;
   StatisticsSNRWindows statisticsSNRWindows;
   SystemWindows<frmNMEA> monitorWindows;
+  frmAISExtraInfo aisExtraInfo;
+  AISTargetsWindows aisTargetsWindows;
+  ARPATargetsWindows arpaTargetsWindows;
+  ChartWindows charts;
   frmMain mainWindow;
   frmOfflineStatus offlineStatus;
   frmNewWindow newWindow;
