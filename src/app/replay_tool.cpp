@@ -58,6 +58,7 @@ class ReplayRun {
 
   void Run() {
     Prepare();
+    program_.charts.SetKeepHidden(false);
     if (options_.windows || !WritesSomething()) program_.OpenAnalysedWindows(kSystem);
     std::ofstream trace;
     std::unique_ptr<TraceWriter> tracer;
