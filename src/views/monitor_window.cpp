@@ -89,6 +89,12 @@ void frmNMEA::Resize() {
   seenFrontOrder_ = FrontOrder();
 }
 
+void frmNMEA::ShowLink() {
+  if (!Loaded()) return;
+  timer_State.SetEnabled(false);
+  LayOutStatusBar();
+}
+
 void frmNMEA::LayOutStatusBar() {
   const CommSetup& setup = records_.CommSetups[Index()];
   if (records_.Offline()) {

@@ -29,6 +29,9 @@ class frmNMEA : public Window {
   // What the input buffer of the link holds.
   void ShowInput(std::string_view text);
 
+  // The texts of the system's link, after a change of its setup.
+  void ShowLink();
+
   // Shows the counters. Brings the window's flag back, which saving the setup clears, when the
   // window has been brought forward since.
   void Refresh() override;
