@@ -120,6 +120,10 @@ Program::Program(const Surroundings& surroundings)
             *lines_, errorLog),
       session(records, statistics, desktop, mainWindow, offlineStatus, numericsWindows,
               statisticsWindows, statisticsSNRWindows, input, rawLog, hooks),
+      sessionSetup(records, surroundings.links == nullptr ? *noLinks_ : *surroundings.links, input,
+                   session, {mainWindow, offlineStatus, monitorWindows, comportInfo}),
+      setupDialog(desktop, records, statistics, surroundings.clock,
+                  surroundings.links == nullptr ? *noLinks_ : *surroundings.links, sessionSetup),
       replay(records, files, surroundings.clock, desktop, mainWindow.tbOffline, offlineStatus,
              *lines_, session, errorLog),
       startUp(records, statistics, desktop, surroundings.clock, surroundings.settings, mainWindow,
@@ -146,6 +150,8 @@ Program::Program(const Surroundings& surroundings)
   hooks.resetScatter = [this] { charts.ResetScatter(); };
   hooks.resetSkyplot = [this] { charts.ResetSkyplot(); };
   PlugTargetWindows(settings);
+  hooks.setupDialog = &setupDialog;
+  hooks.openSetup = [this](int system) { setupDialog.Open(system); };
   mainWindow.tbOffline.onClick = [this](const std::string& key) { replay.Press(key); };
   desktop.onFault = [this](const Fault& fault, Window* window) { HandleFault(fault, window); };
 }
@@ -196,6 +202,9 @@ void Program::OpenAnalysedWindows(int system) {
   OpenView(ViewKind::Numerics, system);
   OpenView(ViewKind::Statistics, system);
   charts.OpenAnalysed(system);
+  const CommSetup& setup = records.CommSetups[system];
+  if (setup.AnalyseTTM) OpenView(ViewKind::ARPATargets, system);
+  if (setup.AnalyseVDM) OpenView(ViewKind::AISTargets, system);
 }
 
 void Program::OpenView(ViewKind kind, int system) {
