@@ -1,0 +1,442 @@
+#include "platform/qt/chart_view.h"
+
+#include <qcustomplot.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QMenu>
+#include <QRubberBand>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/datetime.h"
+#include "platform/numbers.h"
+#include "platform/qt/chart_parts.h"
+#include "platform/qt/conversions.h"
+#include "platform/qt/picture_file.h"
+#include "platform/qt/qt_face.h"
+#include "platform/window.h"
+
+namespace fathomline {
+namespace {
+
+constexpr QSize kUsualSize{640, 170};
+constexpr QSize kLeastSize{300, 110};
+// The same for every chart, so that the time axes of stacked charts stand under each other.
+constexpr int kLeftMargin = 82;
+constexpr int kRightMargin = 66;
+constexpr int kTopMargin = 6;
+constexpr int kTickRoom = 22;
+constexpr int kTitleRoom = 18;
+constexpr int kTicksApart = 46;
+constexpr double kAroundAutomatic = 0.05;
+constexpr double kWheelStep = 0.8;
+constexpr int kDragStarts = 4;
+constexpr double kNarrowestAxis = 1e-9;
+
+// Black, navy and blue stand out from it as well as white, yellow and cyan do.
+constexpr QRgb kPlotGround = 0xFFA6ACB2;
+constexpr QRgb kGridLines = 0xFF979DA3;
+constexpr QRgb kFrameLines = 0xFF404040;
+
+double Step(const QCPRange& range) {
+  return range.size() / 5.0;
+}
+
+// Digits that tell two neighbouring ticks apart without an exponent.
+int Digits(const QCPRange& range) {
+  const double largest = std::max({std::abs(range.lower), std::abs(range.upper), 1e-12});
+  const double step = std::max(Step(range), 1e-12);
+  const int apart = static_cast<int>(std::ceil(std::log10(largest / step))) + 2;
+  const int whole = static_cast<int>(std::floor(std::log10(largest))) + 2;
+  return std::clamp(std::max(apart, whole), 4, 14);
+}
+
+}  // namespace
+
+class ChartView::Plot : public QCustomPlot {
+ public:
+  explicit Plot(ChartView& view) : view_(view) {
+    setFocusPolicy(Qt::ClickFocus);
+    setMinimumSize(kLeastSize);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  }
+
+  QSize sizeHint() const override { return kUsualSize; }
+  QSize minimumSizeHint() const override { return kLeastSize; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    view_.Fit();
+    QCustomPlot::resizeEvent(event);
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    pressed_ = event->pos();
+    pressedAxis_ = AxisAt(event->pos());
+    dragging_ = false;
+    bottomBefore_ = xAxis->range();
+    leftBefore_ = yAxis->range();
+    rightBefore_ = yAxis2->range();
+    event->accept();
+  }
+
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const QPoint at = event->pos();
+    if (event->buttons() == Qt::NoButton) {
+      setCursor(AxisAt(at) != nullptr ? Qt::PointingHandCursor : Qt::ArrowCursor);
+      const QString text = axisRect()->rect().contains(at) ? view_.ReadOut(at) : QString();
+      QToolTip::showText(event->globalPosition().toPoint() + QPoint(14, 10), text, this);
+      return;
+    }
+    if (!dragging_ && (at - pressed_).manhattanLength() < kDragStarts) return;
+    if (pressedAxis_ != nullptr) return;
+    dragging_ = true;
+    if (Pans(*event)) {
+      Pan(at);
+      return;
+    }
+    if (band_ == nullptr) band_ = new QRubberBand(QRubberBand::Rectangle, this);
+    band_->setGeometry(QRect(pressed_, at).normalized() & axisRect()->rect());
+    band_->show();
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (dragging_ && band_ != nullptr && band_->isVisible()) {
+      band_->hide();
+      ZoomTo(band_->geometry());
+    } else if (!dragging_ && event->button() == Qt::RightButton) {
+      view_.ShowMenu(event->globalPosition().toPoint());
+    } else if (!dragging_ && event->button() == Qt::LeftButton && pressedAxis_ != nullptr &&
+               AxisAt(event->pos()) == pressedAxis_) {
+      const AxisSide side = pressedAxis_ == xAxis   ? AxisSide::Bottom
+                            : pressedAxis_ == yAxis ? AxisSide::Left
+                                                    : AxisSide::Right;
+      // What the click opens may close this window, which must not happen under the mouse event.
+      QMetaObject::invokeMethod(
+          this, [this, side] { view_.ClickAxis(side); }, Qt::QueuedConnection);
+    }
+    dragging_ = false;
+    pressedAxis_ = nullptr;
+  }
+
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    pressedAxis_ = AxisAt(event->pos());
+    if (pressedAxis_ == nullptr) view_.UndoZoom();
+  }
+
+  void wheelEvent(QWheelEvent* event) override {
+    const QPointF at = event->position();
+    if (!axisRect()->rect().contains(at.toPoint())) {
+      event->ignore();
+      return;
+    }
+    const double factor = std::pow(kWheelStep, event->angleDelta().y() / 120.0);
+    const bool sides = (event->modifiers() & Qt::ControlModifier) != 0;
+    if (sides) {
+      for (QCPAxis* const axis : {yAxis, yAxis2}) {
+        axis->scaleRange(factor, axis->pixelToCoord(at.y()));
+      }
+    } else {
+      xAxis->scaleRange(factor, xAxis->pixelToCoord(at.x()));
+    }
+    event->accept();
+    view_.Zoom(view_.PlotRanges(!sides, sides));
+  }
+
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    // The right button also drags, so its menu comes when it is released.
+    if (event->reason() == QContextMenuEvent::Keyboard) view_.ShowMenu(event->globalPos());
+  }
+
+ private:
+  static bool Pans(const QMouseEvent& event) {
+    return (event.buttons() & (Qt::RightButton | Qt::MiddleButton)) != 0 ||
+           (event.modifiers() & Qt::ShiftModifier) != 0;
+  }
+
+  QCPAxis* AxisAt(const QPoint& at) const {
+    for (QCPAxis* const axis : {xAxis, yAxis, yAxis2}) {
+      if (axis->visible() && axis->getPartAt(at) != QCPAxis::spNone) return axis;
+    }
+    return nullptr;
+  }
+
+  void Pan(const QPoint& at) {
+    const auto shift = [](QCPAxis& axis, const QCPRange& before, double from, double to) {
+      axis.setRange(before);
+      const double by = axis.pixelToCoord(from) - axis.pixelToCoord(to);
+      axis.setRange(before.lower + by, before.upper + by);
+    };
+    shift(*xAxis, bottomBefore_, pressed_.x(), at.x());
+    shift(*yAxis, leftBefore_, pressed_.y(), at.y());
+    shift(*yAxis2, rightBefore_, pressed_.y(), at.y());
+    view_.Scroll(view_.PlotRanges(true, true));
+  }
+
+  void ZoomTo(const QRect& area) {
+    if (area.width() < kDragStarts || area.height() < kDragStarts) return;
+    const auto zoom = [](QCPAxis& axis, double from, double to) {
+      const double a = axis.pixelToCoord(from);
+      const double b = axis.pixelToCoord(to);
+      axis.setRange(std::min(a, b), std::max(a, b));
+    };
+    zoom(*xAxis, area.left(), area.right());
+    zoom(*yAxis, area.bottom(), area.top());
+    zoom(*yAxis2, area.bottom(), area.top());
+    view_.Zoom(view_.PlotRanges(true, true));
+  }
+
+  ChartView& view_;
+  QPoint pressed_;
+  QCPAxis* pressedAxis_ = nullptr;
+  QRubberBand* band_ = nullptr;
+  QCPRange bottomBefore_;
+  QCPRange leftBefore_;
+  QCPRange rightBefore_;
+  bool dragging_ = false;
+};
+
+ChartView::ChartView(ViewContext& context, Chart& chart)
+    : ControlView(context, chart),
+      chart_(chart),
+      plot_(new Plot(*this)),
+      timeTicker_(std::make_shared<TimeTicker>()) {
+  Build();
+  Style();
+  SetWidget(plot_);
+}
+
+void ChartView::Build() {
+  plot_->setMouseTracking(true);
+  plot_->legend->setVisible(false);
+  plot_->yAxis2->setVisible(false);
+  plot_->plotLayout()->insertRow(0);
+  plot_->plotLayout()->setRowSpacing(0);
+  strip_ = new LegendStrip(plot_, chart_);
+  plot_->plotLayout()->addElement(0, 0, strip_);
+  plot_->axisRect()->setAutoMargins(QCP::msNone);
+  // The plottables of series stand above the markers, which are drawn with the layer's first.
+  new MarkerLayer(plot_, chart_);
+  plot_->setNoAntialiasingOnDrag(true);
+}
+
+void ChartView::Style() {
+  plot_->setBackground(plot_->palette().window());
+  plot_->axisRect()->setBackground(QBrush(QColor{kPlotGround}));
+  plot_->xAxis2->setVisible(true);
+  plot_->xAxis2->setTicks(false);
+  plot_->xAxis2->setTickLabels(false);
+  for (QCPAxis* const axis : {plot_->xAxis, plot_->yAxis, plot_->yAxis2, plot_->xAxis2}) {
+    axis->setBasePen(QPen(QColor{kFrameLines}));
+    axis->setTickPen(QPen(QColor{kFrameLines}));
+    axis->setSubTickPen(QPen(QColor{kFrameLines}));
+    axis->grid()->setPen(QPen(QColor{kGridLines}, 1, Qt::SolidLine));
+    axis->grid()->setZeroLinePen(QPen(QColor{kFrameLines}, 0, Qt::DotLine));
+    axis->setTickLabelFont(plot_->font());
+    axis->setLabelFont(plot_->font());
+    axis->setLabelPadding(2);
+    axis->setTickLabelPadding(4);
+  }
+}
+
+void ChartView::FollowSeries() {
+  std::vector<bool> sides;
+  for (int i = 0; i < chart_.SeriesCount(); ++i) sides.push_back(chart_.Series(i).RightAxis());
+  if (sides == sides_) return;
+  sides_ = sides;
+  plot_->clearPlottables();
+  for (int i = 0; i < chart_.SeriesCount(); ++i) {
+    QCPAxis* const side = sides_[static_cast<std::size_t>(i)] ? plot_->yAxis2 : plot_->yAxis;
+    new SeriesPlottable(plot_->xAxis, side, chart_, i);
+  }
+}
+
+void ChartView::FollowAxis(QCPAxis& axis, const Axis& plain) {
+  const bool bottom = plain.Side() == AxisSide::Bottom;
+  axis.setLabel(ToQt(plain.Title()));
+  axis.setVisible(plain.Visible());
+  const AxisRange range = plain.Range();
+  double low = std::min(range.low, range.high);
+  double high = std::max(range.low, range.high);
+  if (bottom) {
+    const BottomScale scale = ScaleOf(chart_);
+    low = scale.ToPlot(low);
+    high = scale.ToPlot(high);
+    if (!scale.time) {
+      axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
+    } else {
+      timeTicker_->SetPicture(plain.LabelFormat());
+      const auto keep = timeTicker_;
+      axis.setTicker(QSharedPointer<QCPAxisTicker>(timeTicker_.get(), [keep](QCPAxisTicker*) {}));
+    }
+  } else if (!plain.Zoom()) {
+    // A curve that touches the frame is hard to tell from it.
+    const double room = (high - low) * kAroundAutomatic;
+    if (plain.Automatic() || plain.AutomaticMinimum()) low -= room;
+    if (plain.Automatic() || plain.AutomaticMaximum()) high += room;
+  }
+  const double least = std::max(std::abs(high) * 1e-14, kNarrowestAxis);
+  if (!(high - low > least)) high = low + std::max(least, 1e-6);
+  axis.setRange(low, high);
+  axis.setNumberFormat(QStringLiteral("g"));
+  axis.setNumberPrecision(Digits(axis.range()));
+}
+
+void ChartView::Update() {
+  FollowSeries();
+  FollowAxis(*plot_->xAxis, chart_.Bottom());
+  FollowAxis(*plot_->yAxis, chart_.Left());
+  FollowAxis(*plot_->yAxis2, chart_.Right());
+  plot_->setAccessibleName(ToQt(chart_.Text().empty() ? chart_.Name() : chart_.Text()));
+  Fit();
+  plot_->replot(QCustomPlot::rpQueuedRefresh);
+}
+
+// Room for legend and labels, and no more ticks than have room.
+void ChartView::Fit() {
+  if (Context().window == nullptr) return;
+  strip_->Arrange(plot_->width());
+  const int bottom =
+      kTickRoom + (chart_.Bottom().Title().empty() ? 0 : kTitleRoom) + plot_->fontMetrics().descent();
+  plot_->axisRect()->setMargins({kLeftMargin, kTopMargin, kRightMargin, bottom});
+  const int width = plot_->width() - kLeftMargin - kRightMargin;
+  const int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
+  const QString sample = ScaleOf(chart_).time
+                             ? ToQt(FormatDateTime({}, chart_.Bottom().LabelFormat()))
+                             : QStringLiteral("00000.00");
+  const int label = plot_->fontMetrics().horizontalAdvance(sample);
+  plot_->xAxis->ticker()->setTickCount(std::clamp(width / (label * 2 + 1), 2, 10));
+  for (QCPAxis* const axis : {plot_->yAxis, plot_->yAxis2}) {
+    axis->ticker()->setTickCount(std::clamp(height / kTicksApart + 1, 2, 10));
+  }
+}
+
+Chart::Ranges ChartView::PlotRanges(bool bottom, bool sides) const {
+  const auto range = [](const QCPAxis& axis) {
+    return AxisRange{axis.range().lower, axis.range().upper};
+  };
+  Chart::Ranges ranges;
+  if (bottom) {
+    const BottomScale scale = ScaleOf(chart_);
+    const AxisRange plot = range(*plot_->xAxis);
+    ranges.bottom = AxisRange{scale.FromPlot(plot.low), scale.FromPlot(plot.high)};
+  }
+  if (sides) {
+    ranges.left = range(*plot_->yAxis);
+    if (chart_.Right().Visible()) ranges.right = range(*plot_->yAxis2);
+  }
+  return ranges;
+}
+
+void ChartView::Zoom(const Chart::Ranges& ranges) {
+  User([&] { chart_.UserZoom(ranges); });
+}
+
+void ChartView::Scroll(const Chart::Ranges& ranges) {
+  User([&] { chart_.UserScroll(ranges); });
+}
+
+void ChartView::UndoZoom() {
+  User([this] { chart_.UserUndoZoom(); });
+}
+
+void ChartView::ClickAxis(AxisSide side) {
+  User([&] { chart_.ClickAxis(side); });
+}
+
+// The point of each series that is nearest in time to the mouse.
+QString ChartView::ReadOut(const QPoint& at) const {
+  if (Context().window == nullptr) return {};
+  const BottomScale scale = ScaleOf(chart_);
+  const double x = scale.FromPlot(plot_->xAxis->pixelToCoord(at.x()));
+  const double y = plot_->yAxis->pixelToCoord(at.y());
+  QStringList lines;
+  std::optional<double> nearestX;
+  for (int i = 0; i < chart_.SeriesCount(); ++i) {
+    const auto& series = chart_.Series(i);
+    const bool scattered = series.Kind() == SeriesKind::Points;
+    std::optional<Series::Point> nearest;
+    double least = 0.0;
+    for (int p = 0; p < series.Count(); ++p) {
+      const Series::Point point = series.At(p);
+      if (point.null) continue;
+      const double inside = std::clamp(x, point.x, std::max(point.x, point.end));
+      const double across = std::abs(inside - x) / std::max(plot_->xAxis->range().size(), 1e-12);
+      const double along = scattered ? std::abs(static_cast<double>(point.y) - y) /
+                                           std::max(plot_->yAxis->range().size(), 1e-12)
+                                     : 0.0;
+      const double distance = across + along;
+      if (nearest && distance >= least) continue;
+      nearest = point;
+      least = distance;
+    }
+    if (!nearest) continue;
+    if (!nearestX || std::abs(nearest->x - x) < std::abs(*nearestX - x)) nearestX = nearest->x;
+    const QString title = series.Title().empty() ? QStringLiteral("value") : ToQt(series.Title());
+    lines.append(QStringLiteral("%1: %2").arg(title, ToQt(PlainText(nearest->y)).trimmed()));
+  }
+  if (!nearestX) return {};
+  lines.prepend(scale.time ? ToQt(FormatDateTime({*nearestX}, "dd mmm yyyy hh:nn:ss"))
+                           : QString::number(*nearestX, 'g', 8));
+  return lines.join(QLatin1Char('\n'));
+}
+
+QString ChartView::PointsText() const {
+  const BottomScale scale = ScaleOf(chart_);
+  const AxisRange shown = chart_.Bottom().Range();
+  QString text = (scale.time ? QStringLiteral("Time (UTC)") : QStringLiteral("X")) +
+                 QStringLiteral(",Series,Value\n");
+  for (int i = 0; i < chart_.SeriesCount(); ++i) {
+    const auto& series = chart_.Series(i);
+    const QString title = ToQt(series.Title()).replace(QLatin1Char(','), QLatin1Char(' '));
+    for (int p = 0; p < series.Count(); ++p) {
+      const Series::Point point = series.At(p);
+      if (point.null || std::max(point.x, point.end) < shown.low || point.x > shown.high) continue;
+      text += (scale.time ? ToQt(FormatDateTime({point.x}, "yyyy-mm-dd hh:nn:ss"))
+                          : ToQt(ExactText(point.x))) +
+              QLatin1Char(',') + title + QLatin1Char(',') + ToQt(ExactText(point.y)) +
+              QLatin1Char('\n');
+    }
+  }
+  return text;
+}
+
+void ChartView::SavePoints() {
+  const auto path = Context().face.ChooseFile({.title = "Save points shown",
+                                               .filter = "Comma-separated values|*.csv",
+                                               .defaultExtension = "csv",
+                                               .save = true});
+  if (!path || Context().window == nullptr) return;
+  QFile file(ToQt(*path));
+  const bool saved = file.open(QIODevice::WriteOnly) && file.write(PointsText().toUtf8()) >= 0 &&
+                     file.flush();
+  if (!saved) {
+    Context().face.TellFailure("The points could not be saved.", FromQt(file.errorString()));
+  }
+}
+
+void ChartView::ShowMenu(const QPoint& at) {
+  const auto paint = [this](QPaintDevice& device, const QSize& size) {
+    QCPPainter painter(&device);
+    painter.setMode(QCPPainter::pmVectorized);
+    plot_->toPainter(&painter, size.width(), size.height());
+  };
+  auto* const menu = new QMenu(plot_);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addAction(QStringLiteral("&Undo zoom"), plot_, [this] { UndoZoom(); });
+  menu->addSeparator();
+  menu->addAction(QStringLiteral("&Copy picture"), plot_, [this] {
+    QApplication::clipboard()->setPixmap(plot_->toPixmap());
+  });
+  menu->addAction(QStringLiteral("&Save picture ..."), plot_, [this, paint] {
+    User([&] { SavePicture(Context().face, plot_->size(), paint); });
+  });
+  menu->addAction(QStringLiteral("Save &points shown as CSV ..."), plot_,
+                  [this] { User([this] { SavePoints(); }); });
+  menu->popup(at);
+}
+
+}  // namespace fathomline

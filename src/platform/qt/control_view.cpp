@@ -1,0 +1,121 @@
+#include "platform/qt/control_view.h"
+
+#include <utility>
+
+#include "platform/bars.h"
+#include "platform/chart.h"
+#include "platform/choices.h"
+#include "platform/controls.h"
+#include "platform/grid.h"
+#include "platform/picture.h"
+#include "platform/qt/bar_views.h"
+#include "platform/qt/chart_view.h"
+#include "platform/qt/choices_views.h"
+#include "platform/qt/conversions.h"
+#include "platform/qt/grid_view.h"
+#include "platform/qt/picture_view.h"
+#include "platform/qt/qt_face.h"
+#include "platform/qt/simple_views.h"
+#include "platform/window.h"
+
+namespace fathomline {
+
+void ControlView::SetWidget(QWidget* widget) {
+  widget_ = widget;
+  widget->setObjectName(ToQt(control_.Name()));
+  if (widget->accessibleName().isEmpty()) widget->setAccessibleName(ToQt(control_.Name()));
+  context_.face.Register(*widget, *this);
+}
+
+void ControlView::AddCompanion(QWidget* companion) {
+  companions_.emplace_back(companion);
+  drawn_ = false;
+}
+
+bool ControlView::Seen() const {
+  return widget_ != nullptr && widget_->isVisible() && !widget_->visibleRegion().isEmpty();
+}
+
+bool ControlView::Sync() {
+  if (widget_ == nullptr) return false;
+  const bool shown = control_.Shown();
+  const bool usable = control_.Usable();
+  const bool changed = revision_ != control_.Revision();
+  if (drawn_ && shown == shown_ && usable == usable_) {
+    if (!changed || !Seen()) return false;
+  }
+  Write();
+  return true;
+}
+
+void ControlView::Write() {
+  if (widget_ == nullptr) return;
+  const bool outer = std::exchange(writing_, true);
+  revision_ = control_.Revision();
+  const bool shown = control_.Shown();
+  const bool usable = control_.Usable();
+  if (!drawn_ || shown != shown_ || usable != usable_) {
+    shown_ = shown;
+    usable_ = usable;
+    widget_->setVisible(shown);
+    widget_->setEnabled(usable);
+    for (const auto& companion : companions_) {
+      if (companion == nullptr) continue;
+      companion->setVisible(shown);
+      companion->setEnabled(usable);
+    }
+  }
+  drawn_ = true;
+  if (!control_.ToolTip().empty()) widget_->setToolTip(ToQt(control_.ToolTip()));
+  Update();
+  writing_ = outer;
+}
+
+void ControlView::User(const std::function<void()>& action) {
+  if (writing_ || context_.window == nullptr) return;
+  struct Stacked {
+    int& count;
+    explicit Stacked(int& counter) : count(counter) { ++count; }
+    ~Stacked() { --count; }
+  } const stacked(context_.onStack);
+  action();
+  if (context_.window != nullptr) Write();
+  context_.face.DrawSoon();
+}
+
+std::unique_ptr<ControlView> MakeControlView(ViewContext& context, Control& control) {
+  switch (control.Kind()) {
+    case ControlKind::Label:
+      return std::make_unique<LabelView>(context, static_cast<Label&>(control));
+    case ControlKind::Button:
+      return std::make_unique<ButtonView>(context, static_cast<Button&>(control));
+    case ControlKind::TextBox:
+      if (static_cast<TextBox&>(control).Multiline()) {
+        return std::make_unique<TextAreaView>(context, static_cast<TextBox&>(control));
+      }
+      return std::make_unique<TextLineView>(context, static_cast<TextBox&>(control));
+    case ControlKind::CheckBox:
+      return std::make_unique<CheckBoxView>(context, static_cast<CheckBox&>(control));
+    case ControlKind::Progress:
+      return std::make_unique<ProgressView>(context, static_cast<ProgressBar&>(control));
+    case ControlKind::Choices:
+      return MakeChoicesView(context, static_cast<Choices&>(control));
+    case ControlKind::Grid:
+      return std::make_unique<GridView>(context, static_cast<Grid&>(control));
+    case ControlKind::Chart:
+      return std::make_unique<ChartView>(context, static_cast<Chart&>(control));
+    case ControlKind::Picture:
+      return std::make_unique<PictureView>(context, static_cast<Picture&>(control));
+    case ControlKind::StatusBar:
+      return std::make_unique<StatusBarView>(context, static_cast<StatusBar&>(control));
+    case ControlKind::ToolBar:
+      return std::make_unique<ToolBarView>(context, static_cast<ToolBar&>(control));
+    case ControlKind::Frame:
+      return std::make_unique<FrameView>(context, static_cast<Frame&>(control));
+    case ControlKind::MenuItem:
+      break;
+  }
+  return nullptr;
+}
+
+}  // namespace fathomline

@@ -1,0 +1,215 @@
+#include "platform/qt/layout_builder.h"
+
+#include <QBoxLayout>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QTabWidget>
+#include <algorithm>
+
+#include "platform/qt/choices_views.h"
+#include "platform/qt/conversions.h"
+#include "platform/qt/simple_views.h"
+#include "platform/window.h"
+
+namespace fathomline {
+namespace {
+
+constexpr int kMargin = 8;
+constexpr int kSpacing = 6;
+constexpr int kColumnSpacing = 12;
+
+// Something that can be put into a layout: a widget, a layout, or room.
+struct Piece {
+  QWidget* widget = nullptr;
+  QLayout* layout = nullptr;
+
+  bool Empty() const { return widget == nullptr && layout == nullptr; }
+};
+
+bool StretchesWith(const QLayout& layout, Qt::Orientation direction) {
+  return (layout.expandingDirections() & direction) != 0;
+}
+
+class Builder {
+ public:
+  explicit Builder(ViewContext& context) : context_(context) {}
+
+  BuiltContent Build() {
+    auto* const body = new QWidget;
+    auto* const column = new QVBoxLayout(body);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setSpacing(kSpacing);
+    Put(*column, MakePiece(context_.window->Content()));
+    for (Control* control : context_.window->Controls()) {
+      if (Placed(*control) || control->Kind() == ControlKind::Frame ||
+          control->Kind() == ControlKind::MenuItem) {
+        continue;
+      }
+      ControlView& view = ViewOf(*control);
+      const bool bar = control->Kind() == ControlKind::ToolBar ||
+                       control->Kind() == ControlKind::StatusBar;
+      if (!bar) column->addWidget(view.Widget());
+    }
+    if (!StretchesWith(*column, Qt::Vertical)) column->addStretch();
+    content_.body = body;
+    return std::move(content_);
+  }
+
+ private:
+  bool Placed(const Control& control) const {
+    return std::any_of(content_.views.begin(), content_.views.end(),
+                       [&](const auto& view) { return &view->Plain() == &control; });
+  }
+
+  ControlView& ViewOf(Control& control) {
+    content_.views.push_back(MakeControlView(context_, control));
+    return *content_.views.back();
+  }
+
+  static void Put(QBoxLayout& box, const Piece& piece) {
+    if (piece.widget != nullptr) box.addWidget(piece.widget);
+    if (piece.layout != nullptr) box.addLayout(piece.layout);
+  }
+
+  Piece MakePiece(const Layout& layout) {
+    switch (layout.ShownKind()) {
+      case Layout::Kind::Item:
+        return MakeItem(*layout.Shown());
+      case Layout::Kind::Words:
+        return MakeWords(layout);
+      case Layout::Kind::Row:
+        return MakeLine(layout, QBoxLayout::LeftToRight);
+      case Layout::Kind::Column:
+        return MakeLine(layout, QBoxLayout::TopToBottom);
+      case Layout::Kind::Form:
+        return MakeForm(layout);
+      case Layout::Kind::Table:
+        return MakeTable(layout);
+      case Layout::Kind::Box:
+        return MakeBox(layout);
+      case Layout::Kind::Pages:
+        return MakePages(layout);
+      case Layout::Kind::Nothing:
+      case Layout::Kind::Space:
+        break;
+    }
+    return {};
+  }
+
+  Piece MakeItem(Control& control) {
+    if (Placed(control)) return {};
+    ControlView& view = ViewOf(control);
+    if (words_ != nullptr) {
+      QString name = words_->text().remove(QLatin1Char('&')).trimmed();
+      while (name.endsWith(QLatin1Char(':'))) name = name.chopped(1).trimmed();
+      if (view.TakesFocus()) words_->setBuddy(view.Widget());
+      if (!name.isEmpty()) view.Widget()->setAccessibleName(name);
+      view.AddCompanion(words_);
+      words_ = nullptr;
+    }
+    return {view.Widget(), nullptr};
+  }
+
+  Piece MakeWords(const Layout& layout) {
+    words_ = new QLabel(ToQt(layout.Text()).trimmed());
+    words_->setTextFormat(Qt::PlainText);
+    return {words_, nullptr};
+  }
+
+  Piece MakeLine(const Layout& layout, QBoxLayout::Direction direction) {
+    auto* const line = new QBoxLayout(direction);
+    line->setSpacing(kSpacing);
+    bool space = false;
+    for (const Layout& child : layout.Children()) {
+      if (child.ShownKind() == Layout::Kind::Space) {
+        line->addStretch();
+        space = true;
+      } else {
+        Put(*line, MakePiece(child));
+      }
+    }
+    // What does not grow stays together at the beginning.
+    const bool across = direction == QBoxLayout::LeftToRight;
+    if (across && !space && !StretchesWith(*line, Qt::Horizontal)) line->addStretch();
+    return {nullptr, line};
+  }
+
+  Piece MakeForm(const Layout& layout) {
+    auto* const form = new QFormLayout;
+    form->setHorizontalSpacing(kColumnSpacing);
+    form->setVerticalSpacing(kSpacing);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    const auto& children = layout.Children();
+    for (std::size_t i = 0; i + 1 < children.size(); i += 2) {
+      QWidget* const words = MakeWords(children[i]).widget;
+      const Piece field = MakePiece(children[i + 1]);
+      words_ = nullptr;
+      if (field.layout != nullptr) {
+        form->addRow(words, field.layout);
+      } else {
+        form->addRow(words, field.widget);
+      }
+    }
+    return {nullptr, form};
+  }
+
+  Piece MakeTable(const Layout& layout) {
+    auto* const table = new QGridLayout;
+    table->setHorizontalSpacing(kColumnSpacing);
+    table->setVerticalSpacing(kSpacing);
+    const int columns = std::max(layout.Columns(), 1);
+    int at = 0;
+    for (const Layout& child : layout.Children()) {
+      const Piece piece = MakePiece(child);
+      const int row = at / columns;
+      const int column = at % columns;
+      ++at;
+      if (piece.widget != nullptr) table->addWidget(piece.widget, row, column);
+      if (piece.layout != nullptr) table->addLayout(piece.layout, row, column);
+    }
+    if (!StretchesWith(*table, Qt::Horizontal)) table->setColumnStretch(columns, 1);
+    return {nullptr, table};
+  }
+
+  Piece MakeBox(const Layout& layout) {
+    auto view = std::make_unique<FrameView>(context_, static_cast<Frame&>(*layout.Shown()));
+    QGroupBox& box = view->Box();
+    content_.views.push_back(std::move(view));
+    auto* const column = new QVBoxLayout(&box);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    for (const Layout& child : layout.Children()) Put(*column, MakePiece(child));
+    if (!StretchesWith(*column, Qt::Vertical)) column->addStretch();
+    return {&box, nullptr};
+  }
+
+  Piece MakePages(const Layout& layout) {
+    auto view = std::make_unique<TabsView>(context_, static_cast<Choices&>(*layout.Shown()));
+    TabsView& tabs = *view;
+    content_.views.push_back(std::move(view));
+    // The tabs themselves come with the entries.
+    tabs.Write();
+    int page = 0;
+    for (const Layout& child : layout.Children()) {
+      if (page >= tabs.Tabs().count()) break;
+      auto* const column = new QVBoxLayout(tabs.Tabs().widget(page++));
+      Put(*column, MakePiece(child));
+      if (!StretchesWith(*column, Qt::Vertical)) column->addStretch();
+    }
+    return {&tabs.Tabs(), nullptr};
+  }
+
+  ViewContext& context_;
+  BuiltContent content_;
+  QLabel* words_ = nullptr;
+};
+
+}  // namespace
+
+BuiltContent BuildContent(ViewContext& context) {
+  return Builder(context).Build();
+}
+
+}  // namespace fathomline
