@@ -23,6 +23,7 @@
 #include "pipeline/records.h"
 #include "pipeline/sentence_pipeline.h"
 #include "pipeline/session_control.h"
+#include "pipeline/session_setup.h"
 #include "pipeline/start_up.h"
 #include "pipeline/view_hooks.h"
 #include "platform/clock.h"
@@ -32,6 +33,7 @@
 #include "platform/settings.h"
 #include "setup/coordinate_format.h"
 #include "setup/session_text.h"
+#include "setup/setup_dialog.h"
 #include "setup/view_selection.h"
 #include "sources/comport_info.h"
 #include "sources/live_input.h"
@@ -121,6 +123,8 @@ class Program {
   RawLog rawLog;
   LiveInput input;
   SessionControl session;
+  SessionSetup sessionSetup;
+  frmSetup setupDialog;
   OfflineReplay replay;
   StartUp startUp;
   MainMenu menu;
