@@ -1,6 +1,7 @@
 #include "platform/grid.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -51,6 +52,32 @@ TEST_F(GridTest, ShapeTellsOfSizesAndWidths) {
   EXPECT_EQ(grid.ColumnWidth(1), 3200);
   grid.SetRows(2);
   EXPECT_EQ(grid.Shape(), shape + 2);
+}
+
+TEST_F(GridTest, CommaSeparatedValues) {
+  grid.SetRows(2);
+  grid.SetColumns(3);
+  grid.Set(0, 0, "Name");
+  grid.Set(1, 0, "BOW, \"STERN\"");
+  grid.Set(1, 2, "two\nlines");
+  std::ostringstream out;
+  grid.WriteCsv(out);
+  EXPECT_EQ(out.str(), "Name,,\n\"BOW, \"\"STERN\"\"\",,\"two\nlines\"\n");
+}
+
+TEST_F(GridTest, AMarkTellsTheDesktopEachTime) {
+  grid.SetRows(3);
+  window.Show();
+  grid.MarkRow(2);
+  const auto marks = grid.Marks();
+  const auto revision = grid.Revision();
+  grid.MarkRow(2);
+  EXPECT_GT(grid.Marks(), marks) << "the user may have selected another row meanwhile";
+  EXPECT_GT(grid.Revision(), revision);
+  EXPECT_THROW(grid.MarkRow(3), Fault);
+  window.Close();
+  window.Show();
+  EXPECT_EQ(grid.MarkedRow(), 0);
 }
 
 TEST_F(GridTest, CellsBeyondTheTableAreFaults) {
