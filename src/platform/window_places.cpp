@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/desktop.h"
+
 namespace fathomline {
 namespace {
 
@@ -33,6 +35,12 @@ void RestorePlace(Window& window, const SettingsStore& settings, std::string_vie
                                                missing.*measure.member);
   }
   window.SetPlace(place);
+  if (window.Style() != WindowStyle::Child) return;
+  for (const Window* main : window.OwningDesktop().Windows()) {
+    if (main->Style() == WindowStyle::Main) {
+      PlaceWindow(window, main->Place().width, main->Place().height);
+    }
+  }
 }
 
 void SavePlace(const Window& window, SettingsStore& settings, std::string_view prefix,

@@ -11,7 +11,7 @@ namespace fathomline {
 inline constexpr std::string_view kSettingsSection = "Settings";
 
 // Keys are the prefix, one of "Left", "Top", "Width", "Height", and the suffix: a system number
-// where the window has one of its own.
+// where the window has one of its own. A child window is brought back inside the main window.
 void RestorePlace(Window& window, const SettingsStore& settings, std::string_view prefix,
                   const WindowPlace& missing, std::string_view suffix = {});
 void SavePlace(const Window& window, SettingsStore& settings, std::string_view prefix,

@@ -197,9 +197,10 @@ void LiveInput::LoseSerial(int port, const std::string& cause) {
   desktop_.Ask({.text = text, .icon = BoxIcon::Exclamation});
 }
 
-// What is left without a line feed is thrown away: a socket has no memory from one read to the
-// next.
+// A read may have drained what a further arrival tells of. What is left without a line feed is
+// thrown away: a socket has no memory from one read to the next.
 void LiveInput::ReceiveText(int system, std::string text) {
+  if (text.empty()) return;
   if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, text);
   std::string_view rest = text;
   for (std::size_t feed = rest.find('\n'); feed != std::string_view::npos; feed = rest.find('\n')) {
