@@ -1,0 +1,208 @@
+#include "setup/reference_positions.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <numbers>
+
+#include "platform/files.h"
+#include "setup/reference_editor.h"
+#include "support/expect_fault.h"
+#include "support/recording_dialogs.h"
+#include "support/temporary_folder.h"
+
+namespace fathomline {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr const char* kFile = "Reference Positions.txt";
+
+class ReferencePositionsTest : public testing::Test {
+ protected:
+  std::vector<std::string> Names() {
+    std::vector<std::string> names;
+    for (const auto& position : ReadReferencePositions(folder.Path(), dialogs)) {
+      names.push_back(position.name);
+    }
+    return names;
+  }
+  void Store(const ReferencePosition& position) {
+    StoreReferencePosition(folder.Path(), position, dialogs);
+  }
+  std::string Content() { return ReadWholeFile(folder / kFile); }
+
+  TemporaryFolder folder;
+  RecordingDialogs dialogs;
+};
+
+TEST_F(ReferencePositionsTest, BeginWithoutAFile) {
+  EXPECT_THAT(Names(), ElementsAre());
+  Store({"Quay, north", 1.0, -0.25, 12.5F});
+  EXPECT_EQ(Content(), "\"Quay, north\",1,-0.25,12.5\r\n");
+  Store({"quay", 0.5, 0.1, -1.0F});
+  EXPECT_EQ(Content(), "\"Quay, north\",1,-0.25,12.5\r\n\"quay\",0.5,0.1,-1\r\n");
+  EXPECT_THAT(Names(), ElementsAre("Quay, north", "quay"));
+  EXPECT_TRUE(dialogs.boxes.empty());
+  EXPECT_FALSE(FileExists(folder / "BufferFile.txt"));
+}
+
+TEST_F(ReferencePositionsTest, EveryLineOfTheNameIsReplaced) {
+  folder.Write(kFile,
+               "\"A\",1,1,1\r\n\"Mast\",2,2,2\n\"mast\",3,3,3\r\n\"Mast\" , 4 , 4 , 4\r\n"
+               "\"Z\",5e-1,5,5\r\n");
+  Store({"Mast", 0.5, 0.25, 8.0F});
+  EXPECT_EQ(Content(),
+            "\"A\",1,1,1\r\n\"Mast\",0.5,0.25,8\r\n\"mast\",3,3,3\r\n\"Mast\",0.5,0.25,8\r\n"
+            "\"Z\",5e-1,5,5\r\n");
+  const std::string told =
+      "The reference target 'Mast' already exist. The position will be updated!";
+  EXPECT_THAT(dialogs.TakeTexts(), ElementsAre(told, told));
+}
+
+TEST_F(ReferencePositionsTest, NamesAreComparedAsTheFileHasThem) {
+  folder.Write(kFile, "\"K\xE5re\",1,1,1\r\n");
+  Store({"K\u00E5re", 2.0, 2.0, 2.0F});
+  EXPECT_EQ(Content(), "\"K\xE5re\",2,2,2\r\n");
+  Store({"\u03A9", 3.0, 3.0, 3.0F});
+  Store({"\u03A9", 4.0, 4.0, 4.0F});
+  EXPECT_EQ(Content(), "\"K\xE5re\",2,2,2\r\n\"?\",4,4,4\r\n");
+}
+
+TEST_F(ReferencePositionsTest, AShortLineEndsTheListAndIsTold) {
+  folder.Write(kFile, "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",1,2,3\r\n");
+  const auto positions = ReadReferencePositions(folder.Path(), dialogs);
+  ASSERT_EQ(positions.size(), 1U);
+  EXPECT_EQ(positions[0].longitude, 2.0);
+  EXPECT_EQ(positions[0].height, 3.0F);
+  EXPECT_THAT(dialogs.TakeTexts(),
+              ElementsAre(HasSubstr("Input past end of file - Error in line 3")));
+  // Storing loses nothing of it.
+  Store({"C", 7.0, 8.0, 9.0F});
+  EXPECT_EQ(Content(), "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",7,8,9\r\n");
+}
+
+class ReferenceEditorTest : public testing::Test {
+ protected:
+  ReferenceEditorTest() {
+    records.CoordinateDecimals = 4;
+    ReferenceSetup& reference = records.References[2];
+    reference = {kTruePosition, "Mast", 1.0, -0.2, 12.3456F, 271.234F, 0.126F, -1.0F};
+    editor.Load(2);
+  }
+  static double Radians(double degrees) { return degrees * std::numbers::pi / 180.0; }
+
+  Records records;
+  FrozenClock clock{DateTime{46024.127835648148}};  // 2 January 2026, 03:04:05
+  Statistics statistics{records, clock};
+  RecordingDialogs dialogs;
+  ReferenceEditor editor{records, statistics, clock, dialogs};
+};
+
+// 1 radian is 57 degrees 17.7468 minutes, 0.2 radians 11 degrees 27.5494 minutes.
+TEST_F(ReferenceEditorTest, ShowsTheReferenceInTheUsersForm) {
+  EXPECT_EQ(editor.Text(ReferenceField::Name), "Mast");
+  EXPECT_EQ(editor.Text(ReferenceField::Latitude), "57° 17.7468' N");
+  EXPECT_EQ(editor.Text(ReferenceField::Longitude), "011° 27.5494' W");
+  EXPECT_EQ(editor.Text(ReferenceField::Height), "12.346");
+  EXPECT_EQ(editor.Text(ReferenceField::Heading), "271.23");
+  EXPECT_EQ(editor.Text(ReferenceField::Pitch), "0.13");
+  EXPECT_EQ(editor.Text(ReferenceField::Roll), "-1.00");
+  records.CoordinateFormatIsDMS = true;
+  records.CoordinateDecimals = 2;
+  editor.Load(2);
+  EXPECT_EQ(editor.Text(ReferenceField::Latitude), "57° 17' 44.81\" N");
+}
+
+TEST_F(ReferenceEditorTest, WhatNobodyChangesKeepsItsExactValue) {
+  for (const ReferenceField field : kReferenceFields) editor.Leave(field, editor.Text(field));
+  EXPECT_FALSE(editor.ReferenceChanged());
+  EXPECT_EQ(editor.Values().ReferenceLatitude, 1.0);
+  EXPECT_EQ(editor.Values().ReferenceLongitude, -0.2);
+  EXPECT_EQ(editor.Values().ReferenceHeight, 12.3456F);
+  EXPECT_EQ(editor.Values().ReferenceHeading, 271.234F);
+}
+
+TEST_F(ReferenceEditorTest, TypedCoordinatesComeBackNormalised) {
+  editor.Leave(ReferenceField::Latitude, "-59 30,5");
+  EXPECT_EQ(editor.Text(ReferenceField::Latitude), "59° 30.5000' S");
+  EXPECT_NEAR(editor.Values().ReferenceLatitude, Radians(-(59.0 + 30.5 / 60.0)), 1e-12);
+  EXPECT_TRUE(editor.ReferenceChanged());
+  records.CoordinateFormatIsDMS = true;
+  records.CoordinateDecimals = 1;
+  editor.Leave(ReferenceField::Longitude, "10 20 30,5 W");
+  EXPECT_EQ(editor.Text(ReferenceField::Longitude), "010° 20' 30.5\" W");
+  EXPECT_NEAR(editor.Values().ReferenceLongitude, Radians(-(10.0 + 20.0 / 60.0 + 30.5 / 3600.0)),
+              1e-12);
+  // The text written back stands for the same number again.
+  const double exact = editor.Values().ReferenceLongitude;
+  editor.Leave(ReferenceField::Longitude, editor.Text(ReferenceField::Longitude));
+  EXPECT_EQ(editor.Values().ReferenceLongitude, exact);
+  EXPECT_TRUE(dialogs.boxes.empty());
+}
+
+TEST_F(ReferenceEditorTest, WhichFieldsChangeTheReference) {
+  editor.Leave(ReferenceField::Pitch, "2,5");
+  editor.Leave(ReferenceField::Roll, "3");
+  EXPECT_EQ(editor.Values().ReferencePitch, 2.5F);
+  EXPECT_EQ(editor.Text(ReferenceField::Roll), "3.00");
+  EXPECT_FALSE(editor.ReferenceChanged());
+  const auto changes = [this](ReferenceField field, const char* text) {
+    editor.Load(2);
+    editor.Leave(field, text);
+    return editor.ReferenceChanged();
+  };
+  EXPECT_TRUE(changes(ReferenceField::Name, "Mast 2"));
+  EXPECT_TRUE(changes(ReferenceField::Latitude, "57 17.7469 N"));
+  EXPECT_TRUE(changes(ReferenceField::Longitude, "11 27.5494 E"));
+  EXPECT_TRUE(changes(ReferenceField::Height, "12,3"));
+  EXPECT_TRUE(changes(ReferenceField::Heading, "271,24"));
+  EXPECT_FALSE(changes(ReferenceField::Heading, "271,234"));
+  EXPECT_EQ(editor.Text(ReferenceField::Heading), "271.23");
+}
+
+TEST_F(ReferenceEditorTest, ANumberBeyondASingleIsRefused) {
+  ExpectFault(FaultNumber::Overflow, [this] { editor.Leave(ReferenceField::Height, "1e39"); });
+  EXPECT_EQ(editor.Values().ReferenceHeight, 12.3456F);
+  EXPECT_EQ(editor.Text(ReferenceField::Height), "12.346");
+}
+
+TEST_F(ReferenceEditorTest, TheListIsNoChange) {
+  editor.Choose({"Quay", 0.123456789012, 1.0, 3.25F});
+  EXPECT_FALSE(editor.ReferenceChanged());
+  EXPECT_EQ(editor.Text(ReferenceField::Name), "Quay");
+  EXPECT_EQ(editor.Text(ReferenceField::Longitude), "057° 17.7468' E");
+  EXPECT_EQ(editor.Text(ReferenceField::Height), "3.250");
+  EXPECT_EQ(editor.Values().ReferenceLatitude, 0.123456789012);
+  EXPECT_EQ(editor.Values().ReferenceHeading, 271.234F);
+  for (const ReferenceField field : kReferenceFields) editor.Leave(field, editor.Text(field));
+  EXPECT_FALSE(editor.ReferenceChanged());
+}
+
+TEST_F(ReferenceEditorTest, CopiesTheAverageAndThePrimary) {
+  SystemStatistics& figures = statistics[2];
+  figures.LatitudeMean.Mean = 1.0;
+  figures.LongitudeMean.Mean = 0.2;
+  figures.HeightMean.Mean = 7.0625F;
+  figures.HeadingMean.Mean = 5.5F;
+  editor.CopyAverage();
+  EXPECT_EQ(editor.Text(ReferenceField::Name), "Avg 03:04:05 02 Jan 2026");
+  EXPECT_EQ(editor.Text(ReferenceField::Longitude), "011° 27.5494' E");
+  EXPECT_EQ(editor.Text(ReferenceField::Height), "7.063");
+  EXPECT_EQ(editor.Text(ReferenceField::Heading), "005.50");
+  EXPECT_EQ(editor.Values().ReferenceRoll, -1.0F);
+  EXPECT_TRUE(editor.ReferenceChanged());
+
+  records.References[1] = {kFirstSample, "Primary", 0.5, 0.25, 1.0F, 2.0F, 3.0F, 4.0F};
+  editor.Load(2);
+  editor.CopyPrimary();
+  EXPECT_TRUE(editor.ReferenceChanged());
+  EXPECT_EQ(editor.Values().ReferenceName, "Primary");
+  EXPECT_EQ(editor.Values().ReferenceLatitude, 0.5);
+  EXPECT_EQ(editor.Values().ReferenceHeading, 2.0F);
+  EXPECT_EQ(editor.Values().ReferencePitch, 0.126F);
+  EXPECT_EQ(editor.Values().ReferenceUsed, kTruePosition);
+}
+
+}  // namespace
+}  // namespace fathomline
