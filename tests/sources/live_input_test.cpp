@@ -1,0 +1,254 @@
+#include "sources/live_input.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/desktop.h"
+#include "platform/headless/headless_links.h"
+#include "platform/headless/scripted_face.h"
+
+namespace fathomline {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct RecordedLines : LineSink {
+  void ProcessSentence(int system, std::string_view line) override {
+    lines.push_back(std::to_string(system) + ":" + std::string(line));
+    if (onLine) onLine();
+  }
+  void ShowInput(int, std::string_view text) override { inputs.emplace_back(text); }
+  void ShowIgnoredMessages(int system, std::int32_t count) override {
+    ignored.emplace_back(system, count);
+  }
+
+  std::vector<std::string> lines;
+  std::vector<std::string> inputs;
+  std::vector<std::pair<int, int>> ignored;
+  std::function<void()> onLine;
+};
+
+struct RecordedFaults : FaultLog {
+  void WriteErrorLog(const Fault& fault) override { faults.push_back(fault.Description()); }
+  std::vector<std::string> faults;
+};
+
+struct Live : ::testing::Test {
+  ~Live() override { EXPECT_TRUE(face.Exhausted()); }
+
+  void UseSerial(int system, std::int16_t port) {
+    CommSetup& setup = records.CommSetups[system];
+    setup.Enabled = true;
+    setup.Name = "Gyro";
+    setup.ComPort = port;
+    records.Comport(port).System = static_cast<std::int16_t>(system);
+  }
+  void Deliver() { face.Turn(); }
+  void Receive(int port, std::string_view bytes) {
+    links.MSComm1(port).Arrive(bytes);
+    Deliver();
+  }
+
+  ScriptedFace face;
+  Desktop desktop{face};
+  Records records;
+  HeadlessLinks links;
+  RecordedLines sink;
+  RecordedFaults faults;
+  LiveInput input{records, links, desktop, sink, faults};
+};
+
+TEST_F(Live, OpensOneLinkPerEnabledSystem) {
+  UseSerial(1, 5);
+  records.Comport(5).Baud = 38400;
+  records.Comport(5).Parity = "even";
+  UseSerial(2, 6);
+  records.CommSetups[2].UseTCPIP = records.CommSetups[2].UseUDP = true;
+  records.CommSetups[2].IPAddress = "10.1.2.3";
+  records.CommSetups[2].TCPPort = 8040;
+  UseSerial(3, 7);
+  records.CommSetups[3].UseUDP = true;
+  records.CommSetups[3].UDPPort = 10110;
+  UseSerial(4, 8);
+  records.CommSetups[4].Enabled = false;
+  input.OpenPorts();
+  EXPECT_EQ(links.MSComm1(5).Settings(), "38400,e,8,1");
+  EXPECT_TRUE(links.MSComm1(5).PortOpen());
+  EXPECT_EQ(links.Winsock1(2).RemoteHost(), "10.1.2.3");
+  EXPECT_EQ(links.Winsock1(2).RemotePort(), 8040);
+  EXPECT_EQ(links.Winsock1(2).State(), LinkState::Connected);
+  EXPECT_EQ(links.WinsockUDP(2).State(), LinkState::Closed);
+  EXPECT_EQ(links.WinsockUDP(3).BoundPort(), 10110);
+  EXPECT_FALSE(links.MSComm1(8).PortOpen());
+}
+
+TEST_F(Live, APortThatIsTakenDisablesItsSystemAndNoOther) {
+  UseSerial(1, 5);
+  links.MSComm1(5).refusal = "Permission denied";
+  UseSerial(2, 6);
+  records.CommSetups[2].UseUDP = true;
+  records.CommSetups[2].UDPPort = 1000;
+  links.WinsockUDP(2).refusal = "Address already in use";
+  UseSerial(3, 7);
+  face.ExpectBox("Permission denied. Comport 5 not available! System 1 -Gyro disabled");
+  face.ExpectBox("Address already in use. UDP Port 1000 not available! System 2 -Gyro disabled");
+  input.OpenPorts();
+  for (int system : {1, 2}) {
+    EXPECT_FALSE(records.CommSetups[system].Enabled);
+    EXPECT_EQ(records.CommSetups[system].ComPort, 0);
+  }
+  EXPECT_TRUE(links.MSComm1(7).PortOpen());
+}
+
+TEST_F(Live, ALineInTwoPiecesComesWithTheSecondEvent) {
+  UseSerial(2, 5);
+  input.OpenPorts();
+  Receive(5, "$GPGGA,1");
+  EXPECT_THAT(sink.lines, IsEmpty());
+  EXPECT_EQ(input.LineBuffer(5), "$GPGGA,1");
+  Receive(5, ",2*5A\r\n");
+  EXPECT_THAT(sink.lines, ElementsAre("2:$GPGGA,1,2*5A\r\n"));
+  Receive(5, "a\rb\n");
+  EXPECT_EQ(sink.lines.back(), "2:a\rb\n") << "a carriage return alone ends nothing";
+}
+
+TEST_F(Live, AnEventGivesAtMostOneLine) {
+  UseSerial(1, 5);
+  input.OpenPorts();
+  Receive(5, "one\ntwo\nthr");
+  EXPECT_THAT(sink.lines, ElementsAre("1:one\n"));
+  Receive(5, "ee\n");
+  EXPECT_EQ(sink.lines.back(), "1:two\n");
+  EXPECT_EQ(input.LineBuffer(5), "three\n");
+}
+
+TEST_F(Live, EmptybufferDropsAndCountsTheLinesThatWait) {
+  UseSerial(3, 5);
+  records.Emptybuffer[3] = true;
+  input.OpenPorts();
+  Receive(5, "1\n2\n3\n4");
+  EXPECT_THAT(sink.lines, ElementsAre("3:1\n"));
+  EXPECT_THAT(sink.ignored, ElementsAre(std::pair(3, 2)));
+  EXPECT_EQ(records.IgnoredMessages[3], 2);
+  EXPECT_EQ(input.LineBuffer(5), "4");
+}
+
+TEST_F(Live, ErrorEventsThrowThePartialLineAway) {
+  UseSerial(1, 5);
+  input.OpenPorts();
+  using enum CommEvent;
+  for (const CommEvent event : {Break, Framing, Overrun, ReceiveOverflow, Parity}) {
+    Receive(5, "$GPG");
+    links.MSComm1(5).Arrive(event);
+    Deliver();
+    EXPECT_EQ(input.LineBuffer(5), "");
+  }
+  Receive(5, "$GPG");
+  links.MSComm1(5).Arrive(static_cast<CommEvent>(1007));
+  Deliver();
+  EXPECT_EQ(input.LineBuffer(5), "$GPG") << "any other event does nothing";
+}
+
+TEST_F(Live, ABufferWithoutALineFeedIsBounded) {
+  UseSerial(1, 5);
+  input.OpenPorts();
+  Receive(5, std::string(65535, 'x'));
+  EXPECT_EQ(input.LineBuffer(5).size(), 65535U);
+  Receive(5, "x");
+  EXPECT_EQ(input.LineBuffer(5), "");
+}
+
+TEST_F(Live, TheMonitorSeesTheWholeBuffer) {
+  UseSerial(1, 5);
+  records.SystemSetups[1][WindowFlag::NMEA] = true;
+  input.OpenPorts();
+  Receive(5, "one\ntw");
+  EXPECT_THAT(sink.inputs, ElementsAre("one\ntw"));
+}
+
+TEST_F(Live, AFaultOfALineGoesToTheErrorLogAndTheNextLineComes) {
+  UseSerial(1, 5);
+  input.OpenPorts();
+  sink.onLine = [] { Raise(FaultNumber::Overflow); };
+  Receive(5, "one\n");
+  EXPECT_THAT(faults.faults, ElementsAre("Overflow"));
+  sink.onLine = {};
+  Receive(5, "two\n");
+  EXPECT_EQ(sink.lines.back(), "1:two\n");
+}
+
+TEST_F(Live, ALineThatShowsABoxHoldsItsOwnLinkAlone) {
+  UseSerial(1, 5);
+  UseSerial(2, 6);
+  input.OpenPorts();
+  sink.onLine = [this] {
+    sink.onLine = {};
+    links.MSComm1(5).Arrive("waits\n");
+    links.MSComm1(6).Arrive("goes on\n");
+    Deliver();
+    EXPECT_EQ(sink.lines.back(), "2:goes on\n");
+  };
+  Receive(5, "box\n");
+  Deliver();
+  EXPECT_EQ(sink.lines.back(), "1:waits\n");
+}
+
+TEST_F(Live, ADeviceThatGoesAwayIsToldAndItsSystemKeepsThePort) {
+  UseSerial(2, 5);
+  input.OpenPorts();
+  Receive(5, "half a li");
+  face.ExpectBox("The device has gone. Comport 5 has been closed! System 2 -Gyro");
+  links.MSComm1(5).Lose("The device has gone");
+  EXPECT_TRUE(records.CommSetups[2].Enabled);
+  EXPECT_EQ(records.CommSetups[2].ComPort, 5);
+  input.OpenPorts();
+  EXPECT_EQ(input.LineBuffer(5), "");
+}
+
+TEST_F(Live, SocketsTakeWholeReadsAndForgetTheRest) {
+  UseSerial(1, 5);
+  records.CommSetups[1].UseTCPIP = true;
+  UseSerial(4, 6);
+  records.CommSetups[4].UseUDP = true;
+  records.SystemSetups[4][WindowFlag::NMEA] = true;
+  records.Emptybuffer[1] = true;
+  input.OpenPorts();
+  links.Winsock1(1).Arrive("one\r\ntwo\r\nthr");
+  Deliver();
+  EXPECT_THAT(sink.lines, ElementsAre("1:one\r\n", "1:two\r\n"));
+  links.Winsock1(1).Arrive("ee\r\n");
+  Deliver();
+  EXPECT_EQ(sink.lines.back(), "1:ee\r\n") << "the head of the line is lost";
+  EXPECT_EQ(records.IgnoredMessages[1], 0);
+
+  links.WinsockUDP(4).Arrive("a\nb\n");
+  links.WinsockUDP(4).Arrive("no line feed");
+  Deliver();
+  EXPECT_THAT(sink.inputs, ElementsAre("a\nb\nno line feed"));
+  EXPECT_EQ(sink.lines.back(), "4:b\n");
+}
+
+TEST_F(Live, ATcpErrorIsToldAndTheLinkClosed) {
+  UseSerial(2, 5);
+  records.CommSetups[2].UseTCPIP = true;
+  links.Winsock1(2).refusal = {10061, "Connection refused"};
+  input.OpenPorts();
+  face.ExpectBox("TCP/IP Error, system 2 :10061 - Connection refused");
+  Deliver();
+  EXPECT_EQ(input.TcpState(2), LinkState::Closed);
+  EXPECT_TRUE(records.CommSetups[2].Enabled);
+  Deliver();
+}
+
+TEST_F(Live, ClosingTheLinksOfASystemFreesItsPort) {
+  UseSerial(1, 5);
+  UseSerial(2, 6);
+  input.OpenPorts();
+  input.CloseLinks(1);
+  EXPECT_FALSE(links.MSComm1(5).PortOpen());
+  EXPECT_EQ(records.Comport(5).System, 0);
+  EXPECT_TRUE(links.MSComm1(6).PortOpen());
+}
+
+}  // namespace
+}  // namespace fathomline

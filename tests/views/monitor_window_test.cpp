@@ -1,0 +1,175 @@
+#include <gmock/gmock.h>
+
+#include "support/session.h"
+
+namespace fathomline {
+namespace {
+
+struct Monitor : ::testing::Test {
+  void Start(const std::function<void(CommSetup& setup)>& link, std::string_view mode = kOnline) {
+    session.Prepare([&](Records& records) {
+      records.Mode = mode;
+      link(records.CommSetups[1]);
+      records.Comport(5).System = 1;
+      records.Comport(5).Parity = "odd";
+    });
+    ASSERT_TRUE(session.Start());
+    window = session.program->monitorWindows[1].get();
+    window->Show();
+  }
+  void StartOnUdp() {
+    Start([](CommSetup& setup) {
+      setup.UseUDP = true;
+      setup.UDPPort = 10110;
+    });
+  }
+  void Receive(std::string_view text) {
+    session.links.WinsockUDP(1).Arrive(text);
+    session.Deliver();
+  }
+  // Messages, NMEA, AIS, checksum right, checksum wrong.
+  std::string Counters() {
+    window->Refresh();
+    std::string text;
+    for (const Label* label : {&window->lblMessages, &window->lblNMEACount, &window->lblAISCount,
+                               &window->lblCheckSumOK, &window->lblCheckSumError}) {
+      text += label->Text() + " ";
+    }
+    return text;
+  }
+  std::vector<std::string> Panels() {
+    std::vector<std::string> texts;
+    for (int panel = 1; panel <= window->StatusBar1.Panels(); ++panel) {
+      texts.push_back(window->StatusBar1.PanelText(panel));
+    }
+    return texts;
+  }
+
+  Session session;
+  frmNMEA* window = nullptr;
+};
+
+TEST_F(Monitor, CountsWhatItRecognises) {
+  StartOnUdp();
+  EXPECT_EQ(window->Caption(), "NMEA Monitor 1 - Bridge");
+  Receive("hello\r\n");
+  EXPECT_EQ(Counters(), "1 0 0 0 0 ");
+  Receive("!AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0*24\r\n");
+  EXPECT_EQ(Counters(), "2 0 1 1 0 ");
+  Receive("$GPHDT,1,T*\r\n");
+  Receive("$GPHDT,1,T\r\n");
+  Receive("$GPHDT,1,T*zz\r\n");
+  Receive("$HEHDT,10.0,T*17\n");  // a bare line feed is no ending
+  EXPECT_EQ(Counters(), "6 4 1 1 4 ");
+  EXPECT_EQ(session.records().ChecksumErrors[1], 0);
+}
+
+TEST_F(Monitor, StartsAgainFromTheTopWhenFull) {
+  StartOnUdp();
+  window->txtNMEA.SetHeight(2550);
+  for (int line = 0; line < 10; ++line) Receive("line\r\n");
+  EXPECT_EQ(window->txtNMEA.Text().size(), 60U);
+  EXPECT_EQ(window->txtNMEA.Tag(), "10");
+  Receive("eleven\xE6\r\n");
+  EXPECT_EQ(window->txtNMEA.Text(), "eleven\xC3\xA6\r\n");
+  EXPECT_EQ(window->txtNMEA.Tag(), "1");
+  window->cmdCLS.Click();
+  EXPECT_EQ(window->txtNMEA.Text(), "");
+  EXPECT_EQ(window->txtNMEA.Tag(), "0");
+}
+
+TEST_F(Monitor, FrozenItCountsOn) {
+  StartOnUdp();
+  Receive("one\r\n");
+  window->cmdFreeze.Click();
+  EXPECT_EQ(window->cmdFreeze.Text(), "Continue");
+  Receive("two\r\n");
+  EXPECT_EQ(window->txtNMEA.Text(), "one\r\n  \r\n");
+  EXPECT_EQ(window->lblInputBuffer2.Text(), "two\r\n");
+  window->cmdFreeze.Click();
+  EXPECT_EQ(window->cmdFreeze.Text(), "Freeze");
+  Receive("three\r\n");
+  EXPECT_EQ(window->txtNMEA.Text(), "one\r\n  \r\nthree\r\n");
+  EXPECT_EQ(Counters(), "3 0 0 0 0 ");
+
+  session.face.Expect({"", Answer::No});
+  window->cmdResetCounters.Click();
+  EXPECT_EQ(Counters(), "3 0 0 0 0 ");
+  session.face.Expect({"", Answer::Yes});
+  window->cmdResetCounters.Click();
+  EXPECT_EQ(Counters(), "0 0 0 0 0 ");
+}
+
+TEST_F(Monitor, LinesOfAFileGetAnEnding) {
+  Start([this](CommSetup& setup) { setup.OfflineFile = session.folder.Write("a.log", "one\ntwo"); },
+        kOffline);
+  EXPECT_EQ(window->lblInputBuffer1.Text(), "File inputbuffer :");
+  EXPECT_THAT(Panels(), testing::ElementsAre("File : " + session.folder / "a.log"));
+  session.mainWindow().tbOffline.Click("PLAY");
+  session.Deliver();
+  EXPECT_EQ(window->txtNMEA.Text(), "one\r\ntwo\r\n");
+  EXPECT_EQ(window->lblInputBuffer2.Text(), "two");
+}
+
+TEST_F(Monitor, ShowsTheSettingsOfASerialPort) {
+  Start([](CommSetup& setup) { setup.ComPort = 5; });
+  EXPECT_EQ(window->lblInputBuffer1.Text(), "COM-port inputbuffer :");
+  EXPECT_THAT(Panels(), testing::ElementsAre("Comport :5", "Baud rate :4800", "Data bits :8",
+                                             "Parity : odd", "Stop bits :1"));
+  EXPECT_FALSE(window->timer_State.Enabled());
+}
+
+TEST_F(Monitor, AsksAStableLinkSeldom) {
+  Start([](CommSetup& setup) {
+    setup.UseTCPIP = true;
+    setup.IPAddress = "10.0.0.9";
+    setup.TCPPort = 8040;
+  });
+  EXPECT_THAT(Panels(), testing::ElementsAre("TCP/IP", "IP :10.0.0.9", "Port :8040",
+                                             "Connected to 10.0.0.9"));
+  EXPECT_EQ(window->timer_State.Interval(), 10000);
+  session.links.Winsock1(1).Close();
+  session.face.Advance(std::chrono::milliseconds(9000));
+  EXPECT_EQ(window->StatusBar1.PanelText(4), "Connected to 10.0.0.9");
+  session.face.Advance(std::chrono::milliseconds(1000));
+  EXPECT_EQ(window->StatusBar1.PanelText(4), "Closed");
+}
+
+TEST(MonitorStates, EachHasItsWordsAndInterval) {
+  ScriptedFace face;
+  Desktop desktop(face);
+  Records records;
+  records.CommSetups[2].UseTCPIP = true;
+  records.CommSetups[2].IPAddress = "host";
+  SettingsStore settings;
+  LinkState state = LinkState::Open;
+  frmNMEA window(desktop, 2, records, settings, [&state](int) { return state; });
+  window.Show();
+  EXPECT_EQ(window.StatusBar1.PanelText(4), "");
+  struct Row {
+    int state;
+    const char* text;
+    int interval;
+  };
+  constexpr Row kRows[] = {{2, "Listening", 1000},
+                           {3, "Connection pending", 1000},
+                           {4, "Resolving host", 1000},
+                           {5, "Host Resolved", 1000},
+                           {6, "Connecting to host", 200},
+                           {7, "Connected to host", 10000},
+                           {8, "Closing", 1000},
+                           {9, "Error", 1000},
+                           {0, "Closed", 10000}};
+  for (const Row& row : kRows) {
+    state = static_cast<LinkState>(row.state);
+    window.timer_State.onTick();
+    EXPECT_EQ(window.StatusBar1.PanelText(4), row.text);
+    EXPECT_EQ(window.timer_State.Interval(), row.interval) << row.text;
+  }
+  state = LinkState::Open;
+  window.timer_State.onTick();
+  EXPECT_EQ(window.StatusBar1.PanelText(4), "Closed") << "an open one shows nothing new";
+}
+
+}  // namespace
+}  // namespace fathomline
