@@ -1,0 +1,169 @@
+#include "charts/skyplot_window.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+#include "charts/chart_session.h"
+
+namespace fathomline {
+namespace {
+
+class SkyplotTest : public ChartSession {
+ protected:
+  SkyplotTest() { charts.OpenSkyplot(1); }
+
+  std::string Row(int row) {
+    sky.Refresh();
+    return sky.lblSv(row).Text() + "|" + sky.lblElevation(row).Text() + "|" +
+           sky.lblAzimuth(row).Text() + "|" + sky.lblSNR(row).Text();
+  }
+  // A group of one sentence with one satellite.
+  void SendSatellite(int prn, int elevation, int azimuth, std::string_view snr = "40") {
+    Send("$GPGSV,1,1,01," + std::to_string(prn) + "," + std::to_string(elevation) + "," +
+         std::to_string(azimuth) + "," + std::string(snr) + "*00");
+  }
+  // The numbers drawn beside the dots.
+  std::vector<std::string> Drawn() {
+    sky.Refresh();
+    std::vector<std::string> texts;
+    for (const Shape& shape : sky.picSkyplot.Transient()) {
+      if (shape.kind == ShapeKind::Text) texts.push_back(shape.text);
+    }
+    return texts;
+  }
+
+  frmSkyplot& sky = charts.SkyplotOf(1);
+  static constexpr Colour kLightRed = 255;
+};
+
+TEST_F(SkyplotTest, ShowsTheModeAndTheSatellitesUsedByTheGroupOfTheFirst) {
+  Send("$GNGSA,A,3,70,05,33,,,,,,,,,,2.04,1.0,*00");
+  sky.Refresh();
+  EXPECT_EQ(sky.lblCurrentMode.Text(), "3D Auto");
+  EXPECT_EQ(sky.lblPdop.Text(), "2.0");
+  EXPECT_EQ(sky.lblVdop.Text(), "n/a");
+  EXPECT_EQ(sky.lblUsedSvs(2).Text(), "3 -  5 33 70");
+  EXPECT_EQ(sky.lblUsedSvs(0).Text(), "");
+  Send("$GNGSA,M,2,05,200,0,,,,,,,,,,2.0,1.0,1.7*00");
+  sky.Refresh();
+  EXPECT_EQ(sky.lblCurrentMode.Text(), "2D Manual");
+  EXPECT_EQ(sky.lblUsedSvs(0).Text(), "2 -  5 200");
+  EXPECT_EQ(sky.lblUsedSvs(2).Text(), "3 -  5 33 70");
+  Send("$GNGSA,A,1,,,,,,,,,,,,,,,*00");
+  sky.Refresh();
+  EXPECT_EQ(sky.lblCurrentMode.Text(), "Fix Not Available");
+  EXPECT_EQ(sky.lblUsedSvs(0).Text(), "0 - ");
+}
+
+TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
+  records.ElevationMask = 10;
+  Send("$GPGSA,A,3,03,,,,,,,,,,,,2.0,1.0,1.7*00");
+  Send("$GPGSV,2,1,06,03,40,120,35,04,05,030,,05,00,140,37,152,42,150,38*00");
+  Send("$GPGSV,2,2,06,07,50,160,39*00");
+  EXPECT_EQ(Row(1), "3|40   |120   |35");
+  EXPECT_EQ(Row(2), "4|05   |030   |n/a");
+  EXPECT_EQ(Row(3), "|||") << "on the horizon";
+  EXPECT_EQ(Row(4), "*|*|*|*") << "beyond the table";
+  EXPECT_EQ(Row(5), "7|50   |160   |39");
+  EXPECT_EQ(Row(6), "*|*|*|*");
+  EXPECT_EQ(sky.lblSvsInView.Text(), "6");
+  EXPECT_EQ(sky.lblSv(1).ShownColour(), 0);
+  EXPECT_EQ(sky.lblSv(2).ShownColour(), kLightRed) << "not in the GSA";
+  EXPECT_EQ(sky.lblElevation(1).ShownColour(), 0);
+  EXPECT_EQ(sky.lblElevation(2).ShownColour(), kLightRed) << "below the mask";
+  EXPECT_EQ(sky.lblColor(1).ShownColour(), charts.Satellites()(1, 3).Colour);
+  EXPECT_EQ(sky.lblColor(6).ShownColour(), 16777215);
+  EXPECT_EQ(Drawn(), (std::vector<std::string>{"3", "4", "7"}));
+  EXPECT_EQ(charts.Satellites()(1, 7).Channel, 5);
+  SendSatellite(9, 20, 200);
+  EXPECT_EQ(Row(5), "*|*|*|*");
+  EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
+}
+
+TEST_F(SkyplotTest, PutsTheDotsWhereTheSatellitesStand) {
+  SendSatellite(9, 60, 90);
+  sky.Refresh();
+  const Shape& dot = sky.picSkyplot.Transient().at(0);
+  EXPECT_EQ(dot.kind, ShapeKind::Dot);
+  EXPECT_NEAR(dot.x, 30.0, 1e-6);
+  EXPECT_NEAR(dot.y, 0.0, 1e-6);
+  EXPECT_EQ(dot.pen.width, 5);
+  EXPECT_EQ(dot.pen.colour, kLightRed);
+}
+
+TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
+  SendSatellite(9, 20, 200);
+  SendSatellite(9, 21, 199);
+  EXPECT_EQ(Row(1), "9|21  u|199  <|40");
+  SendSatellite(9, 21, 199);
+  EXPECT_EQ(Row(1), "9|21  u|199  <|40");
+  clock.Set(clock.NowUtc() + DateTime{3599.0 / 86400.0});
+  SendSatellite(9, 20, 201);
+  EXPECT_EQ(Row(1), "9|20  d|201  >|40");
+  clock.Set(clock.NowUtc() + DateTime{3600.0 / 86400.0});
+  SendSatellite(9, 25, 202);
+  EXPECT_EQ(Row(1), "9|25   |202   |40");
+}
+
+TEST_F(SkyplotTest, ClearsTheTableAsTheTwoSentencesSay) {
+  SendSatellite(151, 30, 10);
+  SendSatellite(150, 30, 10);
+  SendSatellite(9, 20, 200);
+  const SatelliteTable& table = charts.Satellites();
+  EXPECT_EQ(table(1, 150).Elevation, 0);
+  EXPECT_EQ(table(1, 151).Elevation, 30) << "the first sentence of a group stops before it";
+  Send("$GPGSA,A,3,09,,,,,,,,,,,,2.0,1.0,1.7*00");
+  EXPECT_EQ(table(1, 151).Elevation, 0);
+  EXPECT_TRUE(table(1, 9).Used);
+  EXPECT_EQ(table(2, 9).Elevation, 0);
+}
+
+TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
+  const auto enter = [this](const char* text) {
+    sky.FocusTo(sky.txtElMask);
+    sky.txtElMask.UserText(text);
+    return sky.FocusTo(sky.lblPdop);
+  };
+  EXPECT_TRUE(enter("12.7"));
+  EXPECT_EQ(records.ElevationMask, 12);
+  EXPECT_EQ(sky.txtElMask.Text(), "12");
+  EXPECT_TRUE(enter("89"));
+  for (const char* const wrong : {"90", "-1", "89.5"}) {
+    face.ExpectBox("Invalid elevation mask. Must be within range 00-89 deg.");
+    EXPECT_FALSE(enter(wrong));
+  }
+  EXPECT_EQ(records.ElevationMask, 89);
+  EXPECT_TRUE(enter("5"));
+  const auto& shapes = sky.picSkyplot.Persistent();
+  const auto circle = std::find_if(shapes.begin(), shapes.end(),
+                                   [](const Shape& shape) { return shape.pen.dashed; });
+  ASSERT_NE(circle, shapes.end());
+  EXPECT_EQ(circle->radius, 85.0);
+  EXPECT_EQ(shapes.back().text, "05\u00B0");
+  EXPECT_EQ(shapes.back().y, -75.0) << "moved up by 10";
+}
+
+TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClicked) {
+  SendSatellite(9, 20, 200);
+  sky.Refresh();
+  sky.lblSv(2).Click();
+  EXPECT_FALSE(records.SystemSetups[1][static_cast<WindowFlag>(14 + 9)]);
+  sky.lblSv(1).Click();
+  EXPECT_TRUE(records.SystemSetups[1][static_cast<WindowFlag>(14 + 9)]);
+}
+
+TEST_F(SkyplotTest, ResetsOnlyWhereItIsOpen) {
+  EXPECT_EQ(sky.Caption(), "Skyplot 1 - Bridge - GSA/GSV Numerics");
+  SendSatellite(9, 20, 200);
+  charts.ResetSkyplot();
+  EXPECT_TRUE(sky.Visible());
+  EXPECT_EQ(Row(1), "*|*|*|*");
+  EXPECT_TRUE(Drawn().empty());
+  EXPECT_FALSE(charts.SkyplotOf(2).Loaded());
+  sky.UserClose();
+  EXPECT_FALSE(records.SystemSetups[1][WindowFlag::Skyplot]);
+  EXPECT_TRUE(settings.Get("Settings", "SkyplotWidth1"));
+}
+
+}  // namespace
+}  // namespace fathomline
