@@ -1,8 +1,10 @@
-// The desktop program. A setup file may be named as its only argument.
+// The desktop program. A setup file may be named as its first argument; "--screenshots FOLDER"
+// behind it takes pictures of every window instead of waiting for a user.
 #include <QApplication>
 #include <QStandardPaths>
 #include <cstdlib>
 
+#include "app/screenshots.h"
 #include "pipeline/run_desktop.h"
 #include "platform/clock.h"
 #include "platform/qt/qt_face.h"
@@ -26,5 +28,8 @@ int main(int argc, char** argv) {
   StartOptions options;
   const QStringList arguments = QCoreApplication::arguments();
   if (arguments.size() > 1) options.setupFile = arguments[1].toStdString();
+  if (arguments.size() > 3 && arguments[2] == QStringLiteral("--screenshots")) {
+    return TakeScreenshots(program, face, options, arguments[3].toStdString());
+  }
   return RunDesktop(program, options);
 }

@@ -17,6 +17,7 @@ constexpr double kLineWidth = 1.4;
 constexpr double kFarAway = 1e5;
 constexpr double kBarShare = 0.7;
 constexpr double kWidestBar = 26.0;
+constexpr double kDenseBars = 5.0;
 constexpr double kGanttShare = 0.6;
 constexpr double kThinnestGantt = 3.0;
 constexpr double kThickestGantt = 14.0;
@@ -255,7 +256,8 @@ void SeriesPlottable::DrawBars(QCPPainter& painter, const Place& place) const {
     if (before >= 0) nearest = std::min(nearest, static_cast<double>(column - before));
     before = column;
   }
-  const double width = std::max(nearest * kBarShare, 1.0);
+  // Gaps of a pixel between bars of a few would only flicker.
+  const double width = nearest <= kDenseBars ? nearest : nearest * kBarShare;
   const double ground = place.Y(0.0);
   painter.setAntialiasing(false);
   for (std::size_t i = 0; i < bars.size(); ++i) {
@@ -421,7 +423,9 @@ void LegendStrip::draw(QCPPainter* painter) {
     painter->setPen(Qt::black);
     if (series < 0) {
       painter->setFont(TitleFont(*parentPlot()));
-      painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, text);
+      const QString shown =
+          QFontMetrics(TitleFont(*parentPlot())).elidedText(text, Qt::ElideRight, place.width());
+      painter->drawText(place, Qt::AlignLeft | Qt::AlignVCenter, shown);
       return;
     }
     const QRect sample(place.left(), place.center().y() - 4, kSampleWidth, 8);

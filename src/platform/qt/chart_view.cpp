@@ -27,6 +27,7 @@ constexpr QSize kLeastSize{300, 110};
 // The same for every chart, so that the time axes of stacked charts stand under each other.
 constexpr int kLeftMargin = 82;
 constexpr int kRightMargin = 66;
+constexpr int kNoAxisMargin = 22;
 constexpr int kTopMargin = 6;
 constexpr int kTickRoom = 22;
 constexpr int kTitleRoom = 18;
@@ -295,15 +296,35 @@ void ChartView::Update() {
   plot_->replot(QCustomPlot::rpQueuedRefresh);
 }
 
+bool ChartView::Scattered() const {
+  return chart_.SeriesCount() > 0 && chart_.Series(0).Kind() == SeriesKind::Points;
+}
+
+// Charts of one window stand under each other, so all leave room for an axis that one of them has.
+bool ChartView::AnyRightAxis() const {
+  const auto& controls = Context().window->Controls();
+  return std::any_of(controls.begin(), controls.end(), [](const Control* control) {
+    return control->Kind() == ControlKind::Chart && control->Shown() &&
+           static_cast<const Chart*>(control)->Right().Visible();
+  });
+}
+
 // Room for legend and labels, and no more ticks than have room.
 void ChartView::Fit() {
   if (Context().window == nullptr) return;
   strip_->Arrange(plot_->width());
   const int bottom =
       kTickRoom + (chart_.Bottom().Title().empty() ? 0 : kTitleRoom) + plot_->fontMetrics().descent();
-  plot_->axisRect()->setMargins({kLeftMargin, kTopMargin, kRightMargin, bottom});
-  const int width = plot_->width() - kLeftMargin - kRightMargin;
-  const int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
+  QMargins margins(kLeftMargin, kTopMargin, AnyRightAxis() ? kRightMargin : kNoAxisMargin, bottom);
+  int width = plot_->width() - margins.left() - margins.right();
+  int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
+  if (Scattered()) {
+    // Metres are as long to the north as to the east.
+    const int side = std::max(std::min(width, height), 1);
+    margins += QMargins((width - side) / 2, 0, width - side - (width - side) / 2, height - side);
+    width = height = side;
+  }
+  plot_->axisRect()->setMargins(margins);
   const QString sample = ScaleOf(chart_).time
                              ? ToQt(FormatDateTime({}, chart_.Bottom().LabelFormat()))
                              : QStringLiteral("00000.00");

@@ -34,6 +34,8 @@ class ChartView : public ControlView {
   void FollowSeries();
   void FollowAxis(QCPAxis& axis, const Axis& plain);
   void Fit();
+  bool Scattered() const;
+  bool AnyRightAxis() const;
   void ShowMenu(const QPoint& at);
   void SavePoints();
   QString ReadOut(const QPoint& at) const;
@@ -49,7 +51,6 @@ class ChartView : public ControlView {
   LegendStrip* strip_ = nullptr;
   std::shared_ptr<TimeTicker> timeTicker_;
   std::vector<bool> sides_;
-  bool moving_ = false;
 };
 
 }  // namespace fathomline

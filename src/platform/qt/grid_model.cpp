@@ -16,6 +16,8 @@ bool IsFigure(QStringView text) {
   text = text.trimmed();
   if (text.isEmpty()) return false;
   if (text.startsWith(u"n/a")) return true;
+  if (text.front() == u'>' || text.front() == u'<') text = text.sliced(1).trimmed();
+  if (text.isEmpty()) return false;
   const QChar first = text.front();
   const bool sign = first == u'-' || first == u'+' || first == u'.';
   if (!first.isDigit() && !(sign && text.size() > 1 && text[1].isDigit())) return false;

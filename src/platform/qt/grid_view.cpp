@@ -40,12 +40,12 @@ class GridView::Table : public QTableView {
   QSize sizeHint() const override {
     const int rows = model()->rowCount();
     const int shown = rows <= kWholeRows ? rows : kWholeRows;
-    return {HeadsWidth() + horizontalHeader()->length() + 2 * frameWidth(), HeightOf(shown)};
+    return {FullWidth(), HeightOf(shown)};
   }
 
   QSize minimumSizeHint() const override {
     const int rows = model()->rowCount();
-    return {kLeastWidth, HeightOf(rows <= kWholeRows ? rows : kLeastRows)};
+    return {std::min(kLeastWidth, FullWidth()), HeightOf(rows <= kWholeRows ? rows : kLeastRows)};
   }
 
   void keyboardSearch(const QString& search) override { SearchRows(search); }
@@ -76,16 +76,24 @@ class GridView::Table : public QTableView {
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
     PlaceCorner(*view_.corner_);
+    // With the scroll bar goes the room for it.
+    const bool scrolls = width() < FullWidth();
+    if (std::exchange(scrolls_, scrolls) != scrolls) updateGeometry();
   }
 
   void contextMenuEvent(QContextMenuEvent* event) override { view_.ShowMenu(event->globalPos()); }
 
  private:
-  int HeadsWidth() const { return verticalHeader()->isHidden() ? 0 : verticalHeader()->width(); }
+  int FullWidth() const {
+    const int heads = verticalHeader()->isHidden() ? 0 : verticalHeader()->width();
+    const bool scrolls = model()->rowCount() > kWholeRows;
+    const int bar = scrolls ? verticalScrollBar()->sizeHint().width() : 0;
+    return heads + horizontalHeader()->length() + 2 * frameWidth() + bar;
+  }
 
   int HeightOf(int rows) const {
     const int heads = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->sizeHint().height();
-    const int bar = horizontalScrollBar()->sizeHint().height();
+    const int bar = scrolls_ ? horizontalScrollBar()->sizeHint().height() : 0;
     return heads + rows * verticalHeader()->defaultSectionSize() + 2 * frameWidth() + bar;
   }
 
@@ -113,6 +121,7 @@ class GridView::Table : public QTableView {
 
   GridView& view_;
   QString typed_;
+  bool scrolls_ = false;
   std::chrono::steady_clock::time_point typedAt_{};
 };
 
@@ -129,9 +138,6 @@ GridView::GridView(ViewContext& context, Grid& grid)
   table_->setTabKeyNavigation(false);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-  table_->setSizePolicy(QSizePolicy::Expanding,
-                        model_->rowCount() <= kWholeRows ? QSizePolicy::Fixed
-                                                         : QSizePolicy::Expanding);
   table_->verticalHeader()->setVisible(model_->HasRowHeads());
   table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + kRowPadding);
@@ -188,6 +194,11 @@ void GridView::Resize() {
     corner_->setText(corner);
     table_->PlaceCorner(*corner_);
   }
+  // A list takes the room that there is, since its rows come as targets do.
+  const bool whole = model_->HasRowHeads() && model_->rowCount() <= kWholeRows;
+  const QSizePolicy policy(QSizePolicy::Expanding,
+                           whole ? QSizePolicy::Fixed : QSizePolicy::Expanding);
+  if (table_->sizePolicy() != policy) table_->setSizePolicy(policy);
   if (changed) table_->updateGeometry();
 }
 

@@ -10,6 +10,7 @@
 
 #include "platform/qt/choices_views.h"
 #include "platform/qt/conversions.h"
+#include "platform/qt/flow_layout.h"
 #include "platform/qt/simple_views.h"
 #include "platform/window.h"
 
@@ -68,8 +69,13 @@ class Builder {
     return *content_.views.back();
   }
 
+  // A table is no wider than its columns.
+  static Qt::Alignment AlignmentOf(const QWidget& widget) {
+    return widget.inherits("QTableView") ? Qt::AlignLeft : Qt::Alignment();
+  }
+
   static void Put(QBoxLayout& box, const Piece& piece) {
-    if (piece.widget != nullptr) box.addWidget(piece.widget);
+    if (piece.widget != nullptr) box.addWidget(piece.widget, 0, AlignmentOf(*piece.widget));
     if (piece.layout != nullptr) box.addLayout(piece.layout);
   }
 
@@ -118,7 +124,49 @@ class Builder {
     return {words_, nullptr};
   }
 
+  // Controls that neither grow nor are kept apart by room stay together at the beginning, and go
+  // on in a second line where the window is too narrow.
+  static bool Flows(const Layout& row) {
+    const auto& children = row.Children();
+    return children.size() > 1 &&
+           std::all_of(children.begin(), children.end(), [](const Layout& child) {
+             if (child.ShownKind() == Layout::Kind::Words) return true;
+             if (child.ShownKind() != Layout::Kind::Item) return false;
+             switch (child.Shown()->Kind()) {
+               case ControlKind::Label:
+               case ControlKind::Button:
+               case ControlKind::CheckBox:
+               case ControlKind::Choices:
+                 return true;
+               default:
+                 return false;
+             }
+           });
+  }
+
+  Piece MakeFlow(const Layout& layout) {
+    auto* const flow = new FlowLayout(kSpacing);
+    QHBoxLayout* pair = nullptr;
+    for (const Layout& child : layout.Children()) {
+      const Piece piece = MakePiece(child);
+      if (child.ShownKind() == Layout::Kind::Words) {
+        // Stays with what it names.
+        pair = new QHBoxLayout;
+        pair->setSpacing(kSpacing);
+        pair->addWidget(piece.widget);
+        flow->addLayout(pair);
+      } else if (pair != nullptr) {
+        if (piece.widget != nullptr) pair->addWidget(piece.widget);
+        pair = nullptr;
+      } else if (piece.widget != nullptr) {
+        flow->addWidget(piece.widget);
+      }
+    }
+    return {nullptr, flow};
+  }
+
   Piece MakeLine(const Layout& layout, QBoxLayout::Direction direction) {
+    if (direction == QBoxLayout::LeftToRight && Flows(layout)) return MakeFlow(layout);
     auto* const line = new QBoxLayout(direction);
     line->setSpacing(kSpacing);
     bool space = false;

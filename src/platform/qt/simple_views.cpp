@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -46,14 +47,35 @@ void FrameView::Update() {
   SetTextColour(*box_, frame_.ShownColour());
 }
 
+namespace {
+
+// Tells of clicks where the program listens to them.
+class ClickableLabel : public QLabel {
+ public:
+  explicit ClickableLabel(LabelView& view) : view_(view) { setCursor(Qt::PointingHandCursor); }
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QLabel::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && rect().contains(event->pos())) view_.Press();
+  }
+
+ private:
+  LabelView& view_;
+};
+
+}  // namespace
+
 LabelView::LabelView(ViewContext& context, Label& label)
-    : ControlView(context, label), label_(label), text_(new QLabel) {
+    : ControlView(context, label),
+      label_(label),
+      text_(label.onClick ? new ClickableLabel(*this) : new QLabel) {
   text_->setTextFormat(Qt::PlainText);
   if (label.ShownLook() == Label::Look::Swatch) {
     text_->setFixedSize(kSwatchWidth, kSwatchHeight);
     text_->setFrameShape(QFrame::Box);
     text_->setAutoFillBackground(true);
-  } else {
+  } else if (!label.onClick) {
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     text_->setFocusPolicy(Qt::NoFocus);
   }

@@ -31,6 +31,10 @@ class LabelView : public ControlView {
  public:
   LabelView(ViewContext& context, Label& label);
 
+  void Press() {
+    User([this] { label_.Click(); });
+  }
+
  protected:
   void Update() override;
 

@@ -29,6 +29,8 @@ constexpr int kLeastChildWidth = 180;
 constexpr int kLeastChildHeight = 90;
 // A window never takes more of the screen than this when it sizes itself, in hundredths.
 constexpr int kMostOfScreen = 92;
+constexpr int kMostOfRoom = 85;
+constexpr int kLowestWindow = 360;
 
 QRect AvailableScreen(const QWidget& widget) {
   const QScreen* const screen = widget.screen();
@@ -280,11 +282,28 @@ void WindowView::FollowPlace() {
   }
   if (child_ == nullptr) place = OnScreen(place, AvailableScreen(*host_));
   if (window.Resizable()) {
+    if (fresh_) place.setSize(Usable(place.size()));
     host_->setGeometry(place);
   } else {
     host_->move(place.topLeft());
     FixSize();
   }
+}
+
+// A place that leaves next to nothing to be seen, as an old or a very small one may, is widened
+// when the window is opened, as far as the room allows.
+QSize WindowView::Usable(const QSize& size) const {
+  if (main_ != nullptr || body_ == nullptr) return size;
+  const QSize least = body_->minimumSizeHint();
+  if (size.width() >= least.width() && size.height() >= std::min(least.height(), kLowestWindow)) {
+    return size;
+  }
+  const QMdiArea* const children = context_.face.ChildArea();
+  const QSize room = child_ != nullptr && children != nullptr ? children->viewport()->size()
+                                                              : AvailableScreen(*host_).size();
+  const QSize around = host_->sizeHint() - (scroll_ != nullptr ? scroll_->sizeHint() : QSize());
+  const QSize wanted = (BodySize() + around).boundedTo(room * kMostOfRoom / 100);
+  return size.expandedTo(wanted);
 }
 
 QSize WindowView::BodySize() const {

@@ -58,6 +58,7 @@ class WindowView : public QObject {
   bool PressKey(const QKeyEvent& event);
   bool ClickButton(int role);
   QSize BodySize() const;
+  QSize Usable(const QSize& size) const;
 
   ViewContext context_;
   QPointer<QWidget> host_;

@@ -1,0 +1,80 @@
+#include "app/screenshots.h"
+
+#include <QDir>
+#include <QPixmap>
+#include <QString>
+#include <QWidget>
+#include <chrono>
+
+namespace fathomline {
+namespace {
+
+constexpr int kSystem = 1;
+constexpr WindowPlace kMainPlace{0, 0, 1280 * 15, 800 * 15};
+
+class Camera {
+ public:
+  Camera(Program& program, QtFace& face, const std::string& folder)
+      : program_(program), face_(face), folder_(QString::fromStdString(folder)) {}
+
+  void Take(const Window& window) {
+    Settle();
+    if (QWidget* const host = face_.HostOf(window)) Save(*host, window.FullName());
+  }
+
+  void Save(QWidget& widget, const std::string& name) {
+    widget.grab().save(folder_.filePath(QString::fromStdString(name) + QStringLiteral(".png")));
+  }
+
+  // Until everything has been laid out, drawn and painted.
+  void Settle() {
+    const auto until = face_.Now() + std::chrono::milliseconds(250);
+    program_.desktop.RunUntil([&] { return face_.Now() >= until; });
+  }
+
+ private:
+  Program& program_;
+  QtFace& face_;
+  QDir folder_;
+};
+
+}  // namespace
+
+int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
+                    const std::string& folder) {
+  QDir().mkpath(QString::fromStdString(folder));
+  if (!program.startUp.Start(options)) return 1;
+  Camera camera(program, face, folder);
+  program.mainWindow.SetState(WindowState::Normal);
+  program.mainWindow.SetPlace(kMainPlace);
+  camera.Settle();
+  camera.Save(*face.HostOf(program.mainWindow), "start");
+
+  program.OpenAnalysedWindows(kSystem);
+  for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
+    program.OpenView(kind, kSystem);
+  }
+  camera.Settle();
+  program.mainWindow.tbOffline.Click("PLAY");
+  program.desktop.RunUntil([&] { return !program.records.OfflineRunning; });
+  const std::vector<Window*> windows = program.desktop.Windows();
+  for (Window* const window : windows) {
+    if (!window->Visible() || window->Style() != WindowStyle::Child) continue;
+    window->Show();
+    camera.Take(*window);
+  }
+  program.desktop.Arrange(Arrangement::TileHorizontally);
+  camera.Take(program.mainWindow);
+  program.setupDialog.Open(kSystem);
+  camera.Take(program.setupDialog);
+  program.setupDialog.Close();
+  for (Window* const window : std::initializer_list<Window*>{
+           &program.newWindow, &program.geoFormat, &program.about, &program.comportInfo}) {
+    window->Show();
+    camera.Take(*window);
+    window->Close();
+  }
+  return 0;
+}
+
+}  // namespace fathomline
