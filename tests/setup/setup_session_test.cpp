@@ -1,0 +1,194 @@
+// The dialog within the whole program, from an empty folder to figures.
+#include <gtest/gtest.h>
+#include <string>
+
+#include "support/sentences.h"
+#include "support/session.h"
+
+namespace fathomline {
+namespace {
+
+constexpr const char* kSure =
+    "Are you sure? All statistics and graphics will be reset.(Remember to open relevant windows "
+    "for display under Window)";
+
+// 0.001 minutes north of 59 30 N, 10 30 E; 2.5 metres above 10.
+constexpr const char* kFix = "GPGGA,030405,5930.001,N,01030.000,E,1,08,1.0,12.5,M,0.0,M,,";
+
+class SetupInSession : public testing::Test {
+ protected:
+  SetupInSession() {
+    session.face.ExpectBox("");
+    EXPECT_TRUE(session.Start());
+    for (int port = 1; port <= kSerialPorts; ++port) {
+      session.links.MSComm1(port).info.present = port == 6;
+    }
+  }
+
+  frmSetup& Dialog() { return session.program->setupDialog; }
+  void OpenDialog() {
+    session.mainWindow().mnuSetupPrimarySystem.Click();
+    ASSERT_TRUE(Dialog().Visible());
+  }
+  void Ok() {
+    session.face.ExpectBox(kSure, Answer::Yes);
+    Dialog().cmdOk.Click();
+    EXPECT_FALSE(Dialog().Loaded());
+  }
+  void Tick(SentenceType type) { Dialog().SentenceBox(type).Click(); }
+  const std::array<DeviationStat, kQuantityCount<GGARecord>>& Figures() {
+    return session.program->statistics[1].Of<GGARecord>();
+  }
+  static std::string Line() { return Sentence(kFix) + "\r\n"; }
+
+  Session session;
+};
+
+TEST_F(SetupInSession, ASerialSystemRunsAndComesBack) {
+  OpenDialog();
+  Dialog().chkEnabled.Click();
+  Tick(SentenceType::GGA);
+  Dialog().cmbComPort.UserChoose(0);
+  Dialog().cmbBaudRate.UserChoose(3);
+  Ok();
+  const HeadlessSerialLink& port = session.links.MSComm1(6);
+  EXPECT_TRUE(port.PortOpen());
+  EXPECT_EQ(port.Settings(), "9600,n,8,1");
+  EXPECT_EQ(session.mainWindow().mnuSetupPrimarySystem.Text(),
+            "&Primary System         - SYSTEM 1");
+  EXPECT_TRUE(session.mainWindow().sbStatusBar.PanelVisible(4));
+  session.links.MSComm1(6).Arrive(Line());
+  session.Deliver();
+  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+
+  // Its own port is no obstacle, and another setup begins the figures anew.
+  OpenDialog();
+  EXPECT_EQ(Dialog().cmbComPort.Text(), "COM6 - current");
+  Ok();
+  EXPECT_TRUE(port.PortOpen());
+  EXPECT_EQ(Figures()[0].Stat.Count, 0);
+
+  ASSERT_TRUE(session.Start());
+  EXPECT_TRUE(session.links.MSComm1(6).PortOpen());
+  session.links.MSComm1(6).Arrive(Line());
+  session.Deliver();
+  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+}
+
+TEST_F(SetupInSession, NetworkSystemsRunAndComeBack) {
+  OpenDialog();
+  Dialog().chkEnabled.Click();
+  Tick(SentenceType::GGA);
+  Dialog().optCom.UserChoose(1);
+  Dialog().cmbIP.UserText("10.0.0.7");
+  Dialog().txtPort.UserText("4001");
+  Ok();
+  EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Connected);
+  EXPECT_EQ(session.links.Winsock1(1).RemotePort(), 4001);
+  session.links.Winsock1(1).Arrive(Line());
+  session.Deliver();
+  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+  ASSERT_TRUE(session.Start());
+  EXPECT_EQ(session.links.Winsock1(1).RemoteHost(), "10.0.0.7");
+
+  OpenDialog();
+  Dialog().optCom.UserChoose(2);
+  EXPECT_EQ(Dialog().txtUDP_port.Text(), "1000");
+  Dialog().txtUDP_port.UserText("10110");
+  Ok();
+  EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Closed);
+  EXPECT_EQ(session.links.WinsockUDP(1).BoundPort(), 10110);
+  ASSERT_TRUE(session.Start());
+  session.links.WinsockUDP(1).Arrive(Line());
+  session.Deliver();
+  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+}
+
+TEST_F(SetupInSession, AUdpPortInUseIsToldAndDisables) {
+  OpenDialog();
+  Dialog().chkEnabled.Click();
+  Dialog().optCom.UserChoose(2);
+  session.links.WinsockUDP(1).refusal = "Address in use";
+  session.face.ExpectBox(kSure, Answer::Yes);
+  session.face.ExpectBox("UDP port 1000 not opened. Select another port number!");
+  session.face.ExpectBox(
+      "Address in use. UDP Port 1000 not available! System 1 -SYSTEM 1 disabled");
+  Dialog().cmdOk.Click();
+  EXPECT_FALSE(session.records().CommSetups[1].Enabled);
+  EXPECT_FALSE(session.mainWindow().sbStatusBar.PanelVisible(4));
+}
+
+TEST_F(SetupInSession, AFileRunsAndComesBack) {
+  const std::string file = session.folder.Write("voyage.log", Line() + Line());
+  session.face.ExpectBox(kModeQuestion, Answer::Yes);
+  session.mainWindow().mnuModeOffline.Click();
+  OpenDialog();
+  session.face.ExpectFile(file);
+  Dialog().cmdSelectFile.Click();
+  Dialog().chkEnabled.Click();
+  Tick(SentenceType::GGA);
+  Ok();
+  EXPECT_EQ(session.program->offlineStatus.lblFileName.Text(), file);
+  for (const bool again : {false, true}) {
+    if (again) {
+      ASSERT_TRUE(session.Start());
+    }
+    session.mainWindow().tbOffline.Click("PLAY");
+    session.face.Advance(std::chrono::seconds(2));
+    EXPECT_EQ(Figures()[0].Stat.Count, 2);
+  }
+}
+
+// By the flat reduction, 0.001 minutes to the north are 1.8475 metres at that latitude.
+TEST_F(SetupInSession, DeviationsAreFromTheReferenceTyped) {
+  struct Form {
+    bool isDMS;
+    const char* latitude;
+    const char* longitude;
+  };
+  for (const Form& form : {Form{false, "59 30,0 N", "10 30,0"}, Form{true, "59 30 0,0", "10 30"}}) {
+    session.records().CoordinateFormatIsDMS = form.isDMS;
+    OpenDialog();
+    if (!Dialog().chkEnabled.Checked()) Dialog().chkEnabled.Click();
+    Dialog().optCom.UserChoose(2);
+    if (!Dialog().SentenceBox(SentenceType::GGA).Checked()) Tick(SentenceType::GGA);
+    Dialog().optReference.UserChoose(1);
+    Dialog().txtRefName.UserText(form.isDMS ? "in seconds" : "in minutes");
+    Dialog().txtLat.UserText(form.latitude);
+    Dialog().txtLon.UserText(form.longitude);
+    Dialog().txtHgt.UserText("10,0");
+    Ok();
+    session.links.WinsockUDP(1).Arrive(Line());
+    session.Deliver();
+    EXPECT_NEAR(Figures()[1].Stat.Mean, 1.8475F, 0.0005F);
+    EXPECT_NEAR(Figures()[2].Stat.Mean, 0.0F, 0.0005F);
+    EXPECT_NEAR(Figures()[3].Stat.Mean, 2.5F, 0.0001F);
+  }
+  // From the average, the next fix of the same place is no deviation.
+  OpenDialog();
+  EXPECT_EQ(Dialog().cmbRefPositions.Count(), 2);
+  Dialog().cmdCopyAvg.Click();
+  Ok();
+  session.links.WinsockUDP(1).Arrive(Line());
+  session.Deliver();
+  EXPECT_NEAR(Figures()[0].Stat.Mean, 0.0F, 0.0005F);
+  OpenDialog();
+  Dialog().cmbRefPositions.UserChoose(0);
+  Ok();
+  session.links.WinsockUDP(1).Arrive(Line());
+  session.Deliver();
+  EXPECT_NEAR(Figures()[1].Stat.Mean, 1.8475F, 0.0005F);
+}
+
+TEST_F(SetupInSession, OneDialogAtATimeAndAModeChangeCancelsIt) {
+  OpenDialog();
+  session.face.ExpectBox("Only one system setup window at the time can be opened");
+  session.mainWindow().mnuSetupSystem(2).Click();
+  EXPECT_EQ(Dialog().System(), 1);
+  session.face.ExpectBox(kModeQuestion, Answer::Yes);
+  session.mainWindow().mnuModeOffline.Click();
+  EXPECT_FALSE(Dialog().Loaded());
+}
+
+}  // namespace
+}  // namespace fathomline
