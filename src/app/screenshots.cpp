@@ -30,6 +30,7 @@ class Camera {
   void Settle() {
     const auto until = face_.Now() + std::chrono::milliseconds(250);
     program_.desktop.RunUntil([&] { return face_.Now() >= until; });
+    face_.Draw();
   }
 
  private:

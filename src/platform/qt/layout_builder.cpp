@@ -40,7 +40,7 @@ class Builder {
   BuiltContent Build() {
     auto* const body = new QWidget;
     auto* const column = new QVBoxLayout(body);
-    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    column->setContentsMargins(kMargin + 2, kMargin, kMargin + 2, kMargin);
     column->setSpacing(kSpacing);
     Put(*column, MakePiece(context_.window->Content()));
     for (Control* control : context_.window->Controls()) {
@@ -124,49 +124,59 @@ class Builder {
     return {words_, nullptr};
   }
 
-  // Controls that neither grow nor are kept apart by room stay together at the beginning, and go
-  // on in a second line where the window is too narrow.
+  // A row of combo boxes and what belongs to them goes on in a second line where the window is too
+  // narrow for it.
   static bool Flows(const Layout& row) {
-    const auto& children = row.Children();
-    return children.size() > 1 &&
-           std::all_of(children.begin(), children.end(), [](const Layout& child) {
-             if (child.ShownKind() == Layout::Kind::Words) return true;
-             if (child.ShownKind() != Layout::Kind::Item) return false;
-             switch (child.Shown()->Kind()) {
-               case ControlKind::Label:
-               case ControlKind::Button:
-               case ControlKind::CheckBox:
-               case ControlKind::Choices:
-                 return true;
-               default:
-                 return false;
-             }
-           });
+    bool combo = false;
+    std::size_t left = row.Children().size();
+    for (const Layout& child : row.Children()) {
+      const bool last = --left == 0;
+      if (child.ShownKind() == Layout::Kind::Space && last) break;
+      if (child.ShownKind() == Layout::Kind::Words) continue;
+      if (child.ShownKind() != Layout::Kind::Item) return false;
+      const ControlKind kind = child.Shown()->Kind();
+      combo = combo || kind == ControlKind::Choices;
+      if (kind != ControlKind::Choices && kind != ControlKind::Label &&
+          kind != ControlKind::Button && kind != ControlKind::CheckBox) {
+        return false;
+      }
+    }
+    return combo && row.Children().size() > 2;
   }
 
   Piece MakeFlow(const Layout& layout) {
     auto* const flow = new FlowLayout(kSpacing);
     QHBoxLayout* pair = nullptr;
-    for (const Layout& child : layout.Children()) {
-      const Piece piece = MakePiece(child);
-      if (child.ShownKind() == Layout::Kind::Words) {
-        // Stays with what it names.
+    const auto& children = layout.Children();
+    for (std::size_t i = 0; i < children.size(); ++i) {
+      const Piece piece = MakePiece(children[i]);
+      if (piece.widget == nullptr) continue;
+      const bool names = i + 1 < children.size() && Names(children[i], children[i + 1]);
+      if (pair == nullptr && names) {
         pair = new QHBoxLayout;
         pair->setSpacing(kSpacing);
-        pair->addWidget(piece.widget);
         flow->addLayout(pair);
-      } else if (pair != nullptr) {
-        if (piece.widget != nullptr) pair->addWidget(piece.widget);
-        pair = nullptr;
-      } else if (piece.widget != nullptr) {
+      }
+      if (pair == nullptr) {
         flow->addWidget(piece.widget);
+      } else {
+        pair->addWidget(piece.widget);
+        if (!names) pair = nullptr;
       }
     }
     return {nullptr, flow};
   }
 
+  // Words stay with what they name, and so does a label in front of a combo box.
+  static bool Names(const Layout& words, const Layout& next) {
+    if (words.ShownKind() == Layout::Kind::Words) return true;
+    return words.ShownKind() == Layout::Kind::Item && next.ShownKind() == Layout::Kind::Item &&
+           words.Shown()->Kind() == ControlKind::Label &&
+           next.Shown()->Kind() == ControlKind::Choices;
+  }
+
   Piece MakeLine(const Layout& layout, QBoxLayout::Direction direction) {
-    if (direction == QBoxLayout::LeftToRight && Flows(layout)) return MakeFlow(layout);
+    if (direction == QBoxLayout::LeftToRight && fields_ == 0 && Flows(layout)) return MakeFlow(layout);
     auto* const line = new QBoxLayout(direction);
     line->setSpacing(kSpacing);
     bool space = false;
@@ -193,7 +203,9 @@ class Builder {
     const auto& children = layout.Children();
     for (std::size_t i = 0; i + 1 < children.size(); i += 2) {
       QWidget* const words = MakeWords(children[i]).widget;
+      ++fields_;
       const Piece field = MakePiece(children[i + 1]);
+      --fields_;
       words_ = nullptr;
       if (field.layout != nullptr) {
         form->addRow(words, field.layout);
@@ -252,6 +264,7 @@ class Builder {
   ViewContext& context_;
   BuiltContent content_;
   QLabel* words_ = nullptr;
+  int fields_ = 0;  // forms around what is being made, whose rows stay in one line
 };
 
 }  // namespace

@@ -24,11 +24,20 @@ class PictureView::Surface : public QWidget {
  public:
   explicit Surface(PictureView& view) : view_(view) {
     setMinimumSize(kLeastSize);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
     setAttribute(Qt::WA_OpaquePaintEvent);
   }
 
   QSize sizeHint() const override { return kUsualSize; }
+  // As high as what is drawn, which keeps its shape.
+  int heightForWidth(int width) const override {
+    const Picture::Scale& scale = view_.picture_.ShownScale();
+    const double across = std::abs(scale.right - scale.left);
+    if (across == 0.0) return width;
+    return static_cast<int>(width * std::abs(scale.bottom - scale.top) / across);
+  }
 
  protected:
   void paintEvent(QPaintEvent*) override {

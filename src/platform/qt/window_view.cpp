@@ -30,7 +30,8 @@ constexpr int kLeastChildHeight = 90;
 // A window never takes more of the screen than this when it sizes itself, in hundredths.
 constexpr int kMostOfScreen = 92;
 constexpr int kMostOfRoom = 85;
-constexpr int kLowestWindow = 360;
+constexpr QSize kLeastUseful{340, 240};
+constexpr QSize kUsualSize{640, 440};
 
 QRect AvailableScreen(const QWidget& widget) {
   const QScreen* const screen = widget.screen();
@@ -294,15 +295,18 @@ void WindowView::FollowPlace() {
 // when the window is opened, as far as the room allows.
 QSize WindowView::Usable(const QSize& size) const {
   if (main_ != nullptr || body_ == nullptr) return size;
-  const QSize least = body_->minimumSizeHint();
-  if (size.width() >= least.width() && size.height() >= std::min(least.height(), kLowestWindow)) {
+  const QSize least = body_->minimumSizeHint().expandedTo(kLeastUseful);
+  const bool dialog = Plain()->Style() == WindowStyle::Dialog;
+  if (!dialog && size.width() >= least.width() && size.height() >= kLeastUseful.height()) {
     return size;
   }
   const QMdiArea* const children = context_.face.ChildArea();
   const QSize room = child_ != nullptr && children != nullptr ? children->viewport()->size()
                                                               : AvailableScreen(*host_).size();
   const QSize around = host_->sizeHint() - (scroll_ != nullptr ? scroll_->sizeHint() : QSize());
-  const QSize wanted = (BodySize() + around).boundedTo(room * kMostOfRoom / 100);
+  QSize wanted = BodySize() + around;
+  if (!dialog) wanted = wanted.expandedTo(kUsualSize);
+  wanted = wanted.boundedTo(room * kMostOfRoom / 100);
   return size.expandedTo(wanted);
 }
 
