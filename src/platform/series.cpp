@@ -91,7 +91,7 @@ void Series::DeleteOldest() {
   Forget(blocks_[Position(0) / kBlockSize], first_);
   --count_;
   if (++first_ == blocks_.front().points.size()) {
-    blocks_.pop_front();
+    blocks_.erase(blocks_.begin());
     first_ = 0;
   }
   ++changes_;

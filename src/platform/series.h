@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <limits>
 #include <optional>
 #include <string>
@@ -106,7 +105,8 @@ class Series {
   };
 
   // Points lie in blocks with extremes of their own, so that a day of points need not be walked
-  // through when an extreme one ages out.
+  // through when an extreme one ages out. A vector of blocks, since most series of a window of
+  // satellites stay empty and are to cost next to nothing.
   struct Block {
     std::vector<Stored> points;
     std::vector<double> ends;  // of a Gantt series only
@@ -124,7 +124,7 @@ class Series {
 
   std::uint64_t& changes_;
   SeriesDesign design_;
-  mutable std::deque<Block> blocks_;
+  mutable std::vector<Block> blocks_;
   mutable Extremes x_;
   mutable Extremes y_;
   std::size_t first_ = 0;  // within the first block
