@@ -68,7 +68,7 @@ Grid& frmStatisticsSNR::GridOf(std::size_t constellation) {
 void frmStatisticsSNR::Load() {
   records_.SystemSetups[Index()][WindowFlag::StatisticsSNR] = true;
   SetCaption("Statistics SNR " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(kSystemColours[static_cast<std::size_t>(Index() - 1)]);
+  SetIconColour(SystemColour(Index()));
   RestorePlace(*this, settings_, "StatisticsSNR", kDefaultPlace);
   due_ = false;
   for (ConstellationGrid& grid : grids_) LayOutGrid(grid);

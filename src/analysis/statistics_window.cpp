@@ -83,6 +83,7 @@ void frmStatistics::Load() {
   const CommSetup& setup = records_.CommSetups[Index()];
   records_.SystemSetups[Index()][WindowFlag::Statistics] = true;
   SetCaption("Statistics " + PlainText(Index()) + " - " + setup.Name);
+  SetIconColour(SystemColour(Index()));
   ResumeNext([&] { RestorePlace(*this, settings_, "Statistics", kDefaultPlace); });
 
   positionWritten_ = attitudeWritten_ = positionDue_ = attitudeDue_ = averagesDue_ = false;

@@ -289,6 +289,11 @@ struct Records {
 
 // Colours are blue-green-red integers.
 inline constexpr std::array<std::int32_t, kSystems> kSystemColours = {0xFF0000, 32768, 255, 49344};
+// Raises OutOfRange for a number that is no system's.
+inline std::int32_t SystemColour(int system) {
+  if (system < 1 || system > kSystems) Raise(FaultNumber::OutOfRange);
+  return kSystemColours[static_cast<std::size_t>(system - 1)];
+}
 
 // "Primary System", or "Secondary System 1" and so on.
 std::string SystemTitle(int system);

@@ -107,7 +107,10 @@ void LiveInput::OpenSerial(int system) {
   SerialLink& link = links_.MSComm1(port);
   if (link.PortOpen()) link.Close();
   Buffer(port).clear();
-  link.SetSettings(SettingsText(records_.Comport(port)));
+  ComportSetup& row = records_.Comport(port);
+  // A setup file from before the port had a row leaves it without an owner.
+  if (row.System == 0) row.System = static_cast<std::int16_t>(system);
+  link.SetSettings(SettingsText(row));
   link.Open();
   desktop_.Start(link);
 }
@@ -126,6 +129,8 @@ void LiveInput::CloseLinks(int system) {
   links_.WinsockUDP(system).Close();
   const int port = records_.CommSetups[system].ComPort;
   if (port < 1 || port > kComports) return;
+  // A stale number may name a port that another system has taken since.
+  if (records_.Comport(port).System != system) return;
   if (links_.MSComm1(port).PortOpen()) links_.MSComm1(port).Close();
   records_.Comport(port).System = 0;
 }

@@ -73,7 +73,7 @@ frmNMEA::frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& 
 void frmNMEA::Load() {
   records_.SystemSetups[Index()][WindowFlag::NMEA] = true;
   SetCaption("NMEA Monitor " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(kSystemColours[static_cast<std::size_t>(Index() - 1)]);
+  SetIconColour(SystemColour(Index()));
   RestorePlace(*this, settings_, "Monitor", kDefaultPlace);
   if (records_.Offline()) lblInputBuffer1.SetText("File inputbuffer :");
   LayOutStatusBar();

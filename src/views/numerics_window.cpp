@@ -75,7 +75,7 @@ frmNumerics::frmNumerics(Desktop& desktop, int system, Records& records, Setting
 void frmNumerics::Load() {
   records_.SystemSetups[Index()][WindowFlag::Numerics] = true;
   SetCaption("Numerics " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(kSystemColours[static_cast<std::size_t>(Index() - 1)]);
+  SetIconColour(SystemColour(Index()));
   RestorePlace(*this, settings_, "Numerics", kDefaultPlace);
   LayOutFrames();
 }

@@ -248,6 +248,11 @@ TEST_F(Live, ClosingTheLinksOfASystemFreesItsPort) {
   EXPECT_FALSE(links.MSComm1(5).PortOpen());
   EXPECT_EQ(records.Comport(5).System, 0);
   EXPECT_TRUE(links.MSComm1(6).PortOpen());
+
+  records.CommSetups[1].ComPort = 6;
+  input.CloseLinks(1);
+  EXPECT_TRUE(links.MSComm1(6).PortOpen()) << "it is another system's now";
+  EXPECT_EQ(records.Comport(6).System, 2);
 }
 
 }  // namespace
