@@ -405,34 +405,18 @@ QString ChartView::ReadOut(const QPoint& at) const {
   return lines.join(QLatin1Char('\n'));
 }
 
-QString ChartView::PointsText() const {
-  const BottomScale scale = ScaleOf(chart_);
-  const AxisRange shown = chart_.Bottom().Range();
-  QString text = (scale.time ? QStringLiteral("Time (UTC)") : QStringLiteral("X")) +
-                 QStringLiteral(",Series,Value\n");
-  for (int i = 0; i < chart_.SeriesCount(); ++i) {
-    const auto& series = chart_.Series(i);
-    const QString title = ToQt(series.Title()).replace(QLatin1Char(','), QLatin1Char(' '));
-    for (int p = 0; p < series.Count(); ++p) {
-      const Series::Point point = series.At(p);
-      if (point.null || std::max(point.x, point.end) < shown.low || point.x > shown.high) continue;
-      text += (scale.time ? ToQt(FormatDateTime({point.x}, "yyyy-mm-dd hh:nn:ss"))
-                          : ToQt(ExactText(point.x))) +
-              QLatin1Char(',') + title + QLatin1Char(',') + ToQt(ExactText(point.y)) +
-              QLatin1Char('\n');
-    }
-  }
-  return text;
-}
-
 void ChartView::SavePoints() {
   const auto path = Context().face.ChooseFile({.title = "Save points shown",
                                                .filter = "Comma-separated values|*.csv",
                                                .defaultExtension = "csv",
                                                .save = true});
   if (!path || Context().window == nullptr) return;
+  std::ostringstream points;
+  chart_.WriteCsv(points);
   QFile file(ToQt(*path));
-  const bool saved = file.open(QIODevice::WriteOnly) && file.write(PointsText().toUtf8()) >= 0 &&
+  const std::string bytes = points.str();
+  const bool saved = file.open(QIODevice::WriteOnly) &&
+                     file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0 &&
                      file.flush();
   if (!saved) {
     Context().face.TellFailure("The points could not be saved.", FromQt(file.errorString()));

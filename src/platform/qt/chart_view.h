@@ -20,7 +20,6 @@ class ChartView : public ControlView {
   bool TakesFocus() const override { return true; }
 
   // The points shown, as lines of time in UTC (or the bottom value), series and value.
-  QString PointsText() const;
 
  protected:
   void Update() override;

@@ -10,7 +10,8 @@ FlowLayout::FlowLayout(int spacing) {
 }
 
 FlowLayout::~FlowLayout() {
-  for (QLayoutItem* const item : items_) delete item;
+  // A layout among them takes itself out as it goes.
+  while (QLayoutItem* const item = takeAt(0)) delete item;
 }
 
 void FlowLayout::addLayout(QLayout* layout) {
