@@ -1,7 +1,6 @@
 #include "charts/chart_window.h"
 
 #include <array>
-#include <ostream>
 #include <string>
 
 #include "platform/desktop.h"
@@ -225,25 +224,6 @@ void ChartWindow::ClickAxis(Chart& chart, AxisSide side) {
     Around().xAxis.Open(target);
   } else {
     OwningDesktop().Say("Time Axis has to be selected as manual to adjust Start/End time");
-  }
-}
-
-void WriteShownPoints(const Chart& chart, std::ostream& out) {
-  const auto quoted = [](std::string_view text) {
-    std::string quotedText = "\"";
-    for (const char c : text) quotedText.append(c == '"' ? 2 : 1, c);
-    return quotedText + '"';
-  };
-  const AxisRange shown = chart.Bottom().Range();
-  out << "UTC time,series,value\r\n";
-  for (int i = 0; i < chart.SeriesCount(); ++i) {
-    const Series& series = chart.Series(i);
-    for (int k = 0; k < series.Count(); ++k) {
-      const Series::Point point = series.At(k);
-      if (point.null || point.end < shown.low || point.x > shown.high) continue;
-      out << FormatDateTime({point.x}, "yyyy-mm-dd hh:nn:ss") << ',' << quoted(series.Title())
-          << ',' << ExactText(point.y) << "\r\n";
-    }
   }
 }
 

@@ -2,7 +2,6 @@
 // filter, and charts that keep one time span.
 #pragma once
 
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -112,8 +111,5 @@ class ChartWindow : public Window {
   ChartWindowDesign design_;
   ChartSettings& chartSettings_;
 };
-
-// Writes the points within the time shown as CSV: UTC time, series, value.
-void WriteShownPoints(const Chart& chart, std::ostream& out);
 
 }  // namespace fathomline

@@ -1,9 +1,12 @@
 #include "platform/chart.h"
 
 #include <algorithm>
+#include <ostream>
 #include <utility>
 
+#include "platform/csv.h"
 #include "platform/datetime.h"
+#include "platform/numbers.h"
 #include "platform/window.h"
 
 namespace fathomline {
@@ -124,6 +127,21 @@ Marker& Chart::Tools(int index) {
 
 const Marker& Chart::Tools(int index) const {
   return const_cast<Chart*>(this)->Tools(index);
+}
+
+void Chart::WriteCsv(std::ostream& out) const {
+  const bool time = !bottom_.LabelFormat().empty();
+  const AxisRange shown = bottom_.Range();
+  out << (time ? "Time (UTC)" : "X") << ",Series,Value\n";
+  for (const auto& series : series_) {
+    for (int i = 0; i < series.Count(); ++i) {
+      const auto point = series.At(i);
+      if (point.null || point.end < shown.low || point.x > shown.high) continue;
+      out << (time ? FormatDateTime({point.x}, "yyyy-mm-dd hh:nn:ss") : ExactText(point.x)) << ',';
+      WriteCsvCell(out, series.Title());
+      out << ',' << ExactText(point.y) << '\n';
+    }
+  }
 }
 
 void Chart::ClickAxis(AxisSide side) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -162,6 +163,10 @@ class Chart : public Control {
   // A line of text under the title.
   const std::string& Note() const { return state_.note; }
   void SetNote(std::string_view note) { Change(state_.note, note); }
+
+  // The points within the shown part of the bottom axis as comma-separated values: the time in UTC
+  // or x, the title of the series, y. Null points are left out.
+  void WriteCsv(std::ostream& out) const;
 
   // What the user does with the mouse. A range that is not given stays as it is.
   struct Ranges {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ostream>
 
+#include "platform/csv.h"
 #include "platform/window.h"
 
 namespace fathomline {
@@ -13,19 +14,6 @@ const std::string kEmptyCell;
 
 std::size_t Size(int count) {
   return static_cast<std::size_t>(std::max(count, 0));
-}
-
-void WriteCsvCell(std::ostream& out, const std::string& text) {
-  if (text.find_first_of(",\"\r\n") == std::string::npos) {
-    out << text;
-    return;
-  }
-  out << '"';
-  for (const char character : text) {
-    if (character == '"') out << '"';
-    out << character;
-  }
-  out << '"';
 }
 
 }  // namespace

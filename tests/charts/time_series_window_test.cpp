@@ -260,9 +260,9 @@ TEST_F(TimeSeriesWindowTest, WritesThePointsShownAsCSV) {
   depth.TChart(0).UserZoom(
       {.bottom = AxisRange{kDate.days + 0.49, kDate.days + 0.501}, .left = {}, .right = {}});
   std::ostringstream out;
-  WriteShownPoints(depth.TChart(0), out);
+  depth.TChart(0).WriteCsv(out);
   EXPECT_EQ(out.str(),
-            "UTC time,series,value\r\n2020-01-02 12:00:00,\"Depth (below transducer)\",4.5\r\n");
+            "Time (UTC),Series,Value\n2020-01-02 12:00:00,Depth (below transducer),4.5\n");
 }
 
 }  // namespace

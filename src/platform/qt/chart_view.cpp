@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
 #include "platform/datetime.h"
 #include "platform/numbers.h"
