@@ -6,10 +6,12 @@
 #include <fstream>
 #include <initializer_list>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <system_error>
 
 #include "platform/fault.h"
+#include "simulator/live_server.h"
 #include "simulator/truth_file.h"
 
 namespace fathomline::simulator {
@@ -17,6 +19,8 @@ namespace {
 
 constexpr std::string_view kProgram = "fathomline-simulate";
 constexpr double kLongestDuration = 1e9;  // seconds
+constexpr double kLowestSpeed = 0.001;
+constexpr double kHighestSpeed = 1e6;
 
 using Words = std::initializer_list<std::string_view>;
 
@@ -86,9 +90,10 @@ constexpr OptionRow kOptions[] = {
        settings.command.options.seed =
            Read<std::uint64_t>(option, value, 0, std::numeric_limits<std::uint64_t>::max());
      }},
-    {"--duration", "SECONDS", "simulated time (600)",
+    {"--duration", "SECONDS", "simulated time, or \"forever\" (600)",
      [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.command.options.duration = Read(option, value, 0.0, kLongestDuration);
+       settings.command.options.duration =
+           value == "forever" ? kLongestDuration : Read(option, value, 0.0, kLongestDuration);
      }},
     {"--start", "TIME", "first moment, UTC (\"2026-01-02 03:04:05\")",
      [](Settings& settings, std::string_view option, std::string_view value) {
@@ -113,6 +118,27 @@ constexpr OptionRow kOptions[] = {
     {"--truth", "FILE", "write what the sentences were made from there, as JSON",
      [](Settings& settings, std::string_view, std::string_view value) {
        settings.command.truth = value;
+     }},
+    {"--tcp", "[HOST:]PORT", "serve TCP clients there",
+     [](Settings& settings, std::string_view, std::string_view value) {
+       settings.command.outlets.push_back({OutletKind::Tcp, ParseEndpoint(value), {}});
+     }},
+    {"--udp", "[HOST:]PORT", "send datagrams there, one per sentence",
+     [](Settings& settings, std::string_view, std::string_view value) {
+       settings.command.outlets.push_back({OutletKind::Udp, ParseEndpoint(value), {}});
+     }},
+    {"--pty", "", "serve on a pseudo-terminal, as on a serial port",
+     [](Settings& settings, std::string_view, std::string_view) {
+       settings.command.outlets.push_back({OutletKind::Terminal, {}, {}});
+     }},
+    {"--pty-link", "PATH", "the same, with a symbolic link to it",
+     [](Settings& settings, std::string_view, std::string_view value) {
+       settings.command.outlets.push_back({OutletKind::Terminal, {}, std::string(value)});
+     }},
+    {"--speed", "FACTOR", "of a live simulation, or \"max\" (1)",
+     [](Settings& settings, std::string_view option, std::string_view value) {
+       settings.command.speed =
+           value == "max" ? kUnlimitedSpeed : Read(option, value, kLowestSpeed, kHighestSpeed);
      }},
     {"--help", "", "show this text",
      [](Settings& settings, std::string_view, std::string_view) { settings.command.help = true; }},
@@ -160,6 +186,9 @@ void WriteHelp(std::ostream& out) {
   for (const OptionRow& row : kOptions) {
     out << HelpLine(Joined({row.name, " ", row.argument}), row.help);
   }
+  out << "\nWith --tcp, --udp or --pty, as often as wanted, the simulation is live: it begins when "
+         "somebody\nlistens and goes by the clock. HOST is "
+      << kLoopback << " where none is named; lines end with CR LF.\n";
   out << "\nScenarios:\n";
   for (const Scenario& scenario : Scenarios()) {
     out << HelpLine(scenario.name, scenario.summary);
@@ -185,38 +214,95 @@ void Check(std::ostream& stream, std::string_view path) {
   if (!stream) RefuseFile(path.empty() ? "standard output" : path, errno);
 }
 
-void Simulate(const SimulateCommand& command, std::ostream& standardOutput) {
-  std::ofstream file;
-  if (!command.output.empty()) file = Open(command.output);
-  std::ostream& out = command.output.empty() ? standardOutput : file;
-  std::ofstream truthStream;
-  std::optional<TruthFile> truthFile;
-  Simulator simulator(command.options);
-  if (!command.truth.empty()) {
-    truthStream = Open(command.truth);
-    truthFile.emplace(truthStream, command.options, simulator.Truth());
+// What is kept of a simulation in files.
+class Recording {
+ public:
+  // Null for `standardOutput`: sentences are kept only where a file is named.
+  Recording(const SimulateCommand& command, const Simulator& simulator,
+            std::ostream* standardOutput)
+      : path_(command.output), truthPath_(command.truth), simulator_(simulator) {
+    if (!path_.empty()) file_ = Open(path_);
+    out_ = path_.empty() ? standardOutput : &file_;
+    if (truthPath_.empty()) return;
+    truthStream_ = Open(truthPath_);
+    truth_.emplace(truthStream_, command.options, simulator.Truth());
   }
 
-  constexpr std::size_t kBlock = 1U << 18;
-  std::string block;
-  const auto flush = [&] {
-    errno = 0;
-    out.write(block.data(), static_cast<std::streamsize>(block.size()));
-    Check(out, command.output);
-    if (truthFile) Check(truthStream, command.truth);
-    block.clear();
-  };
-  Epoch epoch;
-  while (simulator.NextEpoch(epoch)) {
-    block += epoch.lines.Text();
-    if (truthFile && epoch.fix) truthFile->AddFix(*epoch.fix);
-    if (block.size() >= kBlock) flush();
+  void Add(const Epoch& epoch) {
+    if (truth_ && epoch.fix) truth_->AddFix(*epoch.fix);
+    if (out_ == nullptr) return;
+    block_ += epoch.lines.Text();
+    constexpr std::size_t kBlock = 1U << 18;
+    if (block_.size() >= kBlock) Write();
   }
-  if (truthFile) truthFile->Finish(simulator.Truth());
-  flush();
-  errno = 0;
-  Check(out.flush(), command.output);
-  if (truthFile) Check(truthStream.flush(), command.truth);
+
+  void Finish() {
+    if (truth_) truth_->Finish(simulator_.Truth());
+    Write();
+    errno = 0;
+    if (out_ != nullptr) Check(out_->flush(), path_);
+    if (truth_) Check(truthStream_.flush(), truthPath_);
+  }
+
+ private:
+  void Write() {
+    errno = 0;
+    if (out_ != nullptr) {
+      out_->write(block_.data(), static_cast<std::streamsize>(block_.size()));
+      Check(*out_, path_);
+    }
+    if (truth_) Check(truthStream_, truthPath_);
+    block_.clear();
+  }
+
+  std::string path_;
+  std::string truthPath_;
+  const Simulator& simulator_;
+  std::ofstream file_;
+  std::ostream* out_ = nullptr;
+  std::ofstream truthStream_;
+  std::optional<TruthFile> truth_;
+  std::string block_;
+};
+
+std::unique_ptr<Outlet> MakeOutlet(const OutletChoice& choice, std::ostream& log) {
+  switch (choice.kind) {
+    case OutletKind::Tcp:
+      return std::make_unique<TcpOutlet>(choice.endpoint, log);
+    case OutletKind::Udp:
+      return std::make_unique<UdpOutlet>(choice.endpoint);
+    case OutletKind::Terminal:
+      break;
+  }
+  return std::make_unique<TerminalOutlet>(choice.linkPath, log);
+}
+
+void Serve(const SimulateCommand& command, const LiveServer::Source& source, std::ostream& out,
+           std::ostream& err) {
+  std::vector<std::unique_ptr<Outlet>> outlets;
+  for (const OutletChoice& choice : command.outlets) outlets.push_back(MakeOutlet(choice, err));
+  for (const auto& outlet : outlets) out << outlet->Where() << std::endl;
+  LiveServer server(std::move(outlets), command.speed, source);
+  while (server.Step(std::chrono::seconds(1))) {
+  }
+}
+
+void Simulate(const SimulateCommand& command, std::ostream& out, std::ostream& err) {
+  const bool live = !command.outlets.empty();
+  Simulator simulator(command.options);
+  Recording recording(command, simulator, live ? nullptr : &out);
+  const auto source = [&](Epoch& epoch) {
+    if (!simulator.NextEpoch(epoch)) return false;
+    recording.Add(epoch);
+    return true;
+  };
+  if (live) {
+    Serve(command, source, out, err);
+  } else {
+    for (Epoch epoch; source(epoch);) {
+    }
+  }
+  recording.Finish();
 }
 
 }  // namespace
@@ -242,6 +328,8 @@ SimulateCommand ParseSimulateCommand(std::span<const std::string_view> arguments
   options.sentences = settings.sentences
                           ? ReadSentences(*settings.sentences, *options.scenario, settings.rate)
                           : UsualSentences(*options.scenario, settings.rate);
+  // As the standard wants it on a link.
+  if (!settings.command.outlets.empty()) options.crLf = true;
   return settings.command;
 }
 
@@ -254,7 +342,7 @@ int RunSimulateCommand(std::span<const std::string_view> arguments, std::ostream
     } else if (command.version) {
       out << kProgram << " " FATHOMLINE_SIMULATOR_VERSION "\n";
     } else {
-      Simulate(command, out);
+      Simulate(command, out, err);
     }
     return 0;
   } catch (const Fault& fault) {
