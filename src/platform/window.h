@@ -66,6 +66,8 @@ class Window {
   const std::vector<Control*>& Controls() const { return controls_; }
 
   bool Loaded() const { return loaded_; }
+  // Grows with every load.
+  std::uint64_t Loads() const { return loads_; }
   bool Visible() const { return visible_; }
   // Grows when the window is brought forward: the front window has the highest.
   std::uint64_t FrontOrder() const { return frontOrder_; }

@@ -257,7 +257,7 @@ void SeriesPlottable::DrawBars(QCPPainter& painter, const Place& place) const {
     before = column;
   }
   // Gaps of a pixel between bars of a few would only flicker.
-  const double width = nearest <= kDenseBars ? nearest : nearest * kBarShare;
+  const double width = nearest <= kDenseBars ? nearest + 1.0 : nearest * kBarShare;
   const double ground = place.Y(0.0);
   painter.setAntialiasing(false);
   for (std::size_t i = 0; i < bars.size(); ++i) {

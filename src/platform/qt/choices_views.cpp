@@ -133,6 +133,7 @@ void OptionsView::Update() {
 
 TabsView::TabsView(ViewContext& context, Choices& choices)
     : ControlView(context, choices), choices_(choices), tabs_(new QTabWidget) {
+  tabs_->setUsesScrollButtons(false);
   SetWidget(tabs_);
   QObject::connect(tabs_, &QTabWidget::currentChanged, tabs_, [this](int index) {
     User([this, index] {

@@ -1,6 +1,7 @@
 #include "platform/qt/flow_layout.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace fathomline {
 
@@ -31,7 +32,7 @@ QSize FlowLayout::sizeHint() const {
     const int gap = size.width() > 0 ? spacing() : 0;
     size = {size.width() + gap + hint.width(), std::max(size.height(), hint.height())};
   }
-  return size;
+  return size.expandedTo(QSize(0, height_));
 }
 
 QSize FlowLayout::minimumSize() const {
@@ -39,12 +40,13 @@ QSize FlowLayout::minimumSize() const {
   for (const QLayoutItem* const item : items_) {
     if (!item->isEmpty()) size = size.expandedTo(item->minimumSize());
   }
-  return size;
+  return size.expandedTo(QSize(0, height_));
 }
 
 void FlowLayout::setGeometry(const QRect& area) {
   QLayout::setGeometry(area);
-  Flow(area, true);
+  const int height = Flow(area, true);
+  if (std::exchange(height_, height) != height) invalidate();
 }
 
 int FlowLayout::Flow(const QRect& area, bool place) const {

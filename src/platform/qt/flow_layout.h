@@ -6,6 +6,8 @@
 
 namespace fathomline {
 
+// Its height follows the width that it has been given. It does not speak of height for width, since
+// a scroll area would then no longer let what stands beside it shrink.
 class FlowLayout : public QLayout {
  public:
   explicit FlowLayout(int spacing);
@@ -18,8 +20,6 @@ class FlowLayout : public QLayout {
   QLayoutItem* itemAt(int index) const override { return items_.value(index); }
   QLayoutItem* takeAt(int index) override;
   Qt::Orientations expandingDirections() const override { return {}; }
-  bool hasHeightForWidth() const override { return true; }
-  int heightForWidth(int width) const override { return Flow(QRect(0, 0, width, 0), false); }
   QSize sizeHint() const override;
   QSize minimumSize() const override;
   void setGeometry(const QRect& area) override;
@@ -29,6 +29,7 @@ class FlowLayout : public QLayout {
   int Flow(const QRect& area, bool place) const;
 
   QList<QLayoutItem*> items_;
+  int height_ = 0;
 };
 
 }  // namespace fathomline

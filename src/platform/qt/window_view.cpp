@@ -108,6 +108,7 @@ int WindowView::Draw() {
     return 0;
   }
   if (host_ == nullptr) MakeHost();
+  if (std::exchange(loads_, window->Loads()) != window->Loads()) fresh_ = true;
   if (contentRevision_ != window->ContentRevision() && CanGo()) Fill();
   if (fresh_ || AnySeen()) {
     window->Act([window] { window->Refresh(); });

@@ -74,6 +74,7 @@ class WindowView : public QObject {
   std::uint64_t placeRevision_ = 0;
   std::uint64_t contentRevision_ = 0;
   std::uint64_t frontOrder_ = 0;
+  std::uint64_t loads_ = 0;
   bool fresh_ = true;
   bool placing_ = false;
 };
