@@ -160,6 +160,9 @@ void TcpOutlet::Accept() {
     // Each moment's lines leave at once, and whole.
     const int on = 1;
     ::setsockopt(socket.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    // What is kept for a client is kept here, where it is counted.
+    const int sendBuffer = 1 << 16;
+    ::setsockopt(socket.Get(), SOL_SOCKET, SO_SNDBUF, &sendBuffer, sizeof sendBuffer);
     clients_.push_back({std::move(socket), Text(NameOf(address, length)), {}});
     log_ << "client " << clients_.back().name << " connected" << std::endl;
   }
