@@ -42,8 +42,11 @@ bool AddChartPoint(const ChartSettings& settings, Series& series, DateTime x, do
 void KeepOneDay(Series& series) {
   // Rounding to whole seconds cannot lift a span of half a minute less above the limit.
   constexpr double kSurelyShort = 1.0 - 30.0 / kSecondsPerDay;
-  if (series.Count() == 0 || series.LastX() - series.FirstX() < kSurelyShort) return;
-  while (DifferenceInSeconds({series.FirstX()}, {series.LastX()}) > kLongestSeconds) {
+  if (series.Count() == 0) return;
+  // The time may have jumped back as well: a recording begins with the date of the computer until
+  // its first sentence with a date.
+  while (std::abs(series.LastX() - series.FirstX()) > kSurelyShort &&
+         std::abs(DifferenceInSeconds({series.FirstX()}, {series.LastX()})) > kLongestSeconds) {
     series.DeleteOldest();
   }
 }
@@ -63,7 +66,8 @@ void GanttTable::AddGanttPoint(int system, Series& series, DateTime x, std::int3
   if (slot == nullptr) return;
   if (value == NoValue || value == 0) {
     slot->LastValue = value;
-  } else if (value != slot->LastValue) {
+  } else if (value != slot->LastValue || x < slot->Start) {
+    // No bar runs backwards in time.
     slot->LastValue = value;
     slot->Start = x;
     slot->Open = true;

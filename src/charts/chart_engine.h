@@ -36,11 +36,11 @@ struct PlotOptions {
 // Adds one sample; returns whether it became a point. Of a filtered series every FilterCount-th
 // sample does, with the value of the largest magnitude since the last point. NoValue takes part in
 // that comparison, so it usually wins its block, which then draws nothing. Points more than 24
-// hours older than the newest one go.
+// hours away from the newest one go, the oldest first.
 bool AddChartPoint(const ChartSettings& settings, Series& series, DateTime x, double value,
                    SeriesFilter& filter, const PlotOptions& options = {});
 
-// Deletes the oldest points as long as they are more than 24 hours older than the newest one.
+// Deletes the oldest points as long as they are more than 24 hours away from the newest one.
 void KeepOneDay(Series& series);
 
 // The runs of equal values of the Gantt series of all systems, by the titles of the series.
@@ -48,8 +48,8 @@ class GanttTable {
  public:
   static constexpr std::size_t kSlots = 6;
 
-  // A run of two samples and more draws a bar from its start to each further sample. NoValue and 0
-  // end a run. A series that finds no slot draws nothing. The bars do not age.
+  // A run of two samples and more draws a bar from its start to each further sample. NoValue, 0 and
+  // a step back in time end a run. A series that finds no slot draws nothing. The bars do not age.
   void AddGanttPoint(int system, Series& series, DateTime x, std::int32_t value);
 
   // Lets the next sample of the system begin with an empty table.

@@ -82,7 +82,8 @@ void frmSkyplot::MakeContent() {
   const Layout key = Layout::Row({Layout::Words("< decr"), Layout::Words("> incr"),
                                   Layout::Words("d - down"), Layout::Words("u - up")});
   SetContent(
-      Layout::Row({Layout::Column({picture, numbers, lblSvsInUse, Layout::Form(std::move(used))}),
+      Layout::Row({Layout::Column({picture, numbers, lblSvsInUse, Layout::Form(std::move(used)),
+                                   Layout::Space()}),
                    Layout::Box(frmSvTrackingStatus,
                                Layout::Column({key, Layout::Table(kColumns, std::move(cells))}))}));
 }

@@ -85,6 +85,15 @@ TEST_F(EngineTest, KeepsExactlyOneDay) {
   EXPECT_EQ(series.At(0).y, 3.0F);
 }
 
+TEST_F(EngineTest, KeepsOneDayWhereTheTimeJumpsBack) {
+  Add({1, 2});
+  AddChartPoint(settings, series, Second(2 - 86400), 3, filter);
+  EXPECT_EQ(series.Count(), 3);
+  AddChartPoint(settings, series, Second(1 - 86400 * 30), 4, filter);
+  ASSERT_EQ(series.Count(), 1);
+  EXPECT_EQ(series.At(0).y, 4.0F);
+}
+
 TEST_F(EngineTest, ColoursSinglePointsButNotThoseOfAFastLine) {
   AddChartPoint(settings, series, Second(1), 1, filter, {.kind = PlotKind::Bar, .colour = kRed});
   AddChartPoint(settings, series, Second(2), 1, filter,
@@ -117,6 +126,16 @@ TEST_F(GanttTest, DrawsABarForEachFurtherSampleOfARun) {
 TEST_F(GanttTest, DrawsNothingForRunsOfOneSample) {
   AddStations({5, 0, 5, NoValue, 5, 6, 5});
   EXPECT_EQ(bars.Count(), 0);
+}
+
+TEST_F(GanttTest, DrawsNoBarBackwardsInTime) {
+  AddStations({5});
+  second = -86400.0;
+  AddStations({5});
+  EXPECT_EQ(bars.Count(), 0);
+  AddStations({5});
+  ASSERT_EQ(bars.Count(), 1);
+  EXPECT_LT(bars.At(0).x, bars.At(0).end);
 }
 
 TEST_F(GanttTest, ForgetsItsRunsWhenReset) {
