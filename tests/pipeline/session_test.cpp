@@ -41,10 +41,11 @@ TEST_F(LiveSession, WhatWasLoggedReplaysToTheSameFigures) {
   std::string text = "\\s:r,c:1*3A\\" +
                      Sentence("GPGGA,101112,5930.5000,N,01045.2500,E,1,08,0.9,12.5,M,40,M,,") +
                      "\r\nrubbish\r\n";
+  // Within 2.5 of the reference: bins above keep their counts over a reset.
   for (int i = 0; i < 50; ++i) {
-    text += Sentence("GPGGA,1012" + std::to_string(10 + i) + ",5930.50" + std::to_string(10 + i) +
+    text += Sentence("GPGGA,1012" + std::to_string(10 + i) + ",5930.500" + std::to_string(10 + i) +
                      ",N,01045.2500,E,1,08,0.9,12." + std::to_string(i) + ",M,40,M,,") +
-            "\r\n" + Sentence("HEHDT," + std::to_string(100 + i) + ".5,T") + "\r\n";
+            "\r\n" + Sentence("HEHDT,100." + std::to_string(10 + i) + ",T") + "\r\n";
   }
   Receive(text);
   const std::string log = session.folder / "log/" + session.records().LogFileName[1];
