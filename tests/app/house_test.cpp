@@ -27,9 +27,10 @@ std::size_t Floor(const std::string& file) {
                                   kFloors.begin());
 }
 
-// AIS windows and targets show what analysis and the records hold.
+// The windows of the targets show what analysis and the records hold.
 bool IsUpperHalfOfAIS(const std::string& file) {
-  return file.find("window") != std::string::npos;
+  return file.find("_window") != std::string::npos || file.rfind("ais/ais_extra_info", 0) == 0 ||
+         file.rfind("ais/target_texts", 0) == 0;
 }
 
 struct Include {

@@ -15,10 +15,13 @@ using testing::HasSubstr;
 class OfflineReplayTest : public testing::Test {
  protected:
   OfflineReplayTest() {
-    test.records.Mode = kOffline;
-    test.records.ReloadWindows = true;
-    test.Analyse({"VTG"});
+    test.face.ExpectBox(
+        "No setupfile exist. You have to define a primary system under Setup and open relevant "
+        "windows for display under Window! ");
     test.program.mainWindow.Show();
+    test.records.Mode = kOffline;
+    test.records.CommSetups[1].Enabled = true;
+    test.Analyse({"VTG"});
     status.Show();
   }
 
