@@ -9,8 +9,12 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kPlace{1500, 900, 8700, 7500};
+constexpr WindowPlace kPlace{1500, 900, 10500, 7500};
 constexpr const char* kNoEffect = "Not yet implemented: has no effect.";
+constexpr const char* kNotAnalysed = "Kept with the setup; the analysis does not use it.";
+constexpr const char* kOutliers =
+    "Degrees by which heading, pitch and roll of ATT may be off the reference. Without a tick the "
+    "limit is 0.";
 
 struct SentenceTip {
   SentenceType type;
@@ -104,6 +108,12 @@ void frmSetup::FillFixedChoices() {
                                                           &chkLCD, &chkGLC, &cmbTimeZone}) {
     control->SetToolTip(kNoEffect);
   }
+  for (Control* control :
+       std::initializer_list<Control*>{&chkHdop, &cmbHdop, &chkSvs, &cmbSvs, &chkNoDiff}) {
+    control->SetToolTip(kNotAnalysed);
+  }
+  chkOutliers.SetToolTip(kOutliers);
+  cmbOutliers.SetToolTip(kOutliers);
 }
 
 void frmSetup::ConnectHandlers() {
