@@ -110,11 +110,15 @@ std::string ChartWindow::PlaceSuffix() const {
   return PlainText(Index());
 }
 
+// One behind the other with a little of each one visible, since many are opened at once.
 WindowPlace ChartWindow::DefaultPlace() const {
   constexpr int kWidth = 9900;
   constexpr int kControls = 1050;
   constexpr int kChartHeight = 2550;
-  return {0, 0, kWidth, kControls + kChartHeight * ChartCount()};
+  constexpr int kStep = 300;
+  constexpr int kSteps = 14;
+  const int corner = kStep * (design_.windowIndex % kSteps);
+  return {corner, corner, kWidth, kControls + kChartHeight * ChartCount()};
 }
 
 std::vector<Layout> ChartWindow::ControlRow() {

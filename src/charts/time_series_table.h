@@ -259,4 +259,31 @@ constexpr std::size_t FilterRow(std::size_t row) {
   return row;
 }
 
+constexpr bool FiltersAreOfTheSameSeries() {
+  for (std::size_t row = 0; row < kTimeSeriesRows.size(); ++row) {
+    const TimeSeriesRow& own = kTimeSeriesRows[row];
+    const TimeSeriesRow& other = kTimeSeriesRows[FilterRow(row)];
+    if (own.value != nullptr && own.title != other.title) return false;
+    if (own.type == SentenceType::GNS && other.type != SentenceType::GGA) return false;
+  }
+  return true;
+}
+static_assert(FiltersAreOfTheSameSeries());
+
+// Every class has a row for each of its charts, and every series one of those charts.
+constexpr bool ChartsFitTheirClasses() {
+  for (const TimeSeriesClass& design : kTimeSeriesClasses) {
+    int charts = 0;
+    for (const TimeSeriesChart& chart : kTimeSeriesCharts) {
+      if (chart.type == design.type && chart.chart != charts++) return false;
+    }
+    if (charts != design.charts) return false;
+    for (const TimeSeriesRow& row : kTimeSeriesRows) {
+      if (row.type == design.type && row.chart >= charts) return false;
+    }
+  }
+  return true;
+}
+static_assert(ChartsFitTheirClasses());
+
 }  // namespace fathomline
