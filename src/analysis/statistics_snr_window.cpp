@@ -13,7 +13,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 12000, 9000};
+constexpr WindowPlace kDefaultPlace{600, 3600, 12000, 8000};
 constexpr int kSatelliteColumns = 32;
 constexpr std::string_view kEmptyCell = "     n/a";
 

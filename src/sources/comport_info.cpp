@@ -5,7 +5,7 @@ namespace fathomline {
 frmComportInfo::frmComportInfo(Desktop& desktop)
     : Window(desktop, {.name = "frmComportInfo",
                        .caption = "Comport Info",
-                       .place = {3000, 2500, 6500, 3200},
+                       .place = {3000, 2500, 6800, 4200},
                        .style = WindowStyle::Dialog,
                        .resizable = false}) {
   cmdOk.onClick = [this] { Close(); };

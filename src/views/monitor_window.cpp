@@ -13,7 +13,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 9000, 6500};
+constexpr WindowPlace kDefaultPlace{900, 3900, 9000, 6500};
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr int kLineHeight = 255;  // twips
 constexpr std::string_view kTrue = "True";
@@ -65,6 +65,7 @@ frmNMEA::frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& 
            {Layout::Form({{"Number of messages", lblMessages},
                           {"Recognized as NMEA", lblNMEACount},
                           {"Recognized as AIS", lblAISCount}}),
+            Layout::Space(),
             Layout::Form({{"Checksum OK", lblCheckSumOK}, {"Checksum Error", lblCheckSumError}}),
             Layout::Space(), Layout::Column({cmdFreeze, cmdCLS, cmdResetCounters})}),
        StatusBar1}));
@@ -72,6 +73,7 @@ frmNMEA::frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& 
 
 void frmNMEA::Load() {
   records_.SystemSetups[Index()][WindowFlag::NMEA] = true;
+  inputDue_ = false;
   SetCaption("NMEA Monitor " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
   SetIconColour(SystemColour(Index()));
   RestorePlace(*this, settings_, "Monitor", kDefaultPlace);
@@ -132,8 +134,10 @@ bool frmNMEA::Frozen() const {
   return cmdFreeze.Tag() == kTrue;
 }
 
+// A port that lags holds much, and tells of it at each of its events.
 void frmNMEA::ShowInput(std::string_view text) {
-  lblInputBuffer2.SetText(FromLatin1(text));
+  input_.assign(text);
+  inputDue_ = true;
 }
 
 void frmNMEA::MonitorLine(std::string_view line) {
@@ -187,6 +191,7 @@ void frmNMEA::ResetCounters() {
 }
 
 void frmNMEA::Refresh() {
+  if (std::exchange(inputDue_, false)) lblInputBuffer2.SetText(FromLatin1(input_));
   lblMessages.SetText(PlainText(counters_.MonitorMessages));
   lblNMEACount.SetText(PlainText(counters_.MonitorNMEACount));
   lblAISCount.SetText(PlainText(counters_.MonitorAISCount));

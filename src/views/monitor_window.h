@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "pipeline/records.h"
@@ -32,8 +33,8 @@ class frmNMEA : public Window {
   // The texts of the system's link, after a change of its setup.
   void ShowLink();
 
-  // Shows the counters. Brings the window's flag back, which saving the setup clears, when the
-  // window has been brought forward since.
+  // Shows the counters and the input. Brings the window's flag back, which saving the setup clears,
+  // when the window has been brought forward since.
   void Refresh() override;
 
   Label lblInputBuffer1{*this, "lblInputBuffer1", "COM-port inputbuffer :"};
@@ -77,6 +78,8 @@ class frmNMEA : public Window {
   SettingsStore& settings_;
   std::function<LinkState(int)> tcpState_;
   Counters counters_;
+  std::string input_;
+  bool inputDue_ = false;
   std::uint64_t seenFrontOrder_ = 0;
 };
 

@@ -9,7 +9,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 5500, 9000};
+constexpr WindowPlace kDefaultPlace{0, 3000, 5500, 9000};
 constexpr std::string_view kEmptyCell = "           n/a";
 
 template <auto Member>
