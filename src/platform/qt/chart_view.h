@@ -19,8 +19,6 @@ class ChartView : public ControlView {
   ChartView(ViewContext& context, Chart& chart);
   bool TakesFocus() const override { return true; }
 
-  // The points shown, as lines of time in UTC (or the bottom value), series and value.
-
  protected:
   void Update() override;
 

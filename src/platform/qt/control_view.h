@@ -44,6 +44,8 @@ class ControlView {
   virtual bool TakesFocus() const { return false; }
   // The same without looking for a change.
   void Write();
+  // The control has gone; the widget, which may linger, must not look at it again.
+  virtual void Forget() {}
 
  protected:
   ControlView(ViewContext& context, Control& control) : context_(context), control_(control) {}

@@ -148,6 +148,10 @@ GridView::GridView(ViewContext& context, Grid& grid)
   Resize();
 }
 
+void GridView::Forget() {
+  model_->Forget();
+}
+
 void GridView::Update() {
   if (model_->Follow()) widths_.clear();
   Resize();

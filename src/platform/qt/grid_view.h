@@ -15,6 +15,7 @@ class GridView : public ControlView {
  public:
   GridView(ViewContext& context, Grid& grid);
   bool TakesFocus() const override { return true; }
+  void Forget() override;
 
   // The selected cells as lines with tabs between, with their heads if asked for.
   QString SelectedText(bool heads) const;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <limits>
 
 namespace fathomline {
 namespace {
@@ -167,15 +168,18 @@ int SvgDevice::metric(PaintDeviceMetric metric) const {
     case PdmDepth:
       return 32;
     case PdmNumColors:
-      return INT_MAX;
+      return std::numeric_limits<int>::max();
     case PdmDpiX:
     case PdmDpiY:
     case PdmPhysicalDpiX:
     case PdmPhysicalDpiY:
       return kDotsPerInch;
-    default:
-      return QPaintDevice::metric(metric);
+    case PdmDevicePixelRatio:
+      return 1;
+    case PdmDevicePixelRatioScaled:
+      return static_cast<int>(QPaintDevice::devicePixelRatioFScale());
   }
+  return QPaintDevice::metric(metric);
 }
 
 }  // namespace fathomline

@@ -79,6 +79,7 @@ void WindowView::Forget() {
   // Its controls have gone, so nothing may be painted of them any more.
   context_.window = nullptr;
   if (host_ != nullptr) host_->hide();
+  for (const auto& view : views_) view->Forget();
 }
 
 bool WindowView::WantsFront() const {
@@ -90,6 +91,7 @@ void WindowView::BringToFront() {
   frontOrder_ = Plain()->FrontOrder();
   if (child_ != nullptr && child_->mdiArea() != nullptr) {
     child_->mdiArea()->setActiveSubWindow(child_);
+    child_->raise();
   } else {
     host_->raise();
     host_->activateWindow();
