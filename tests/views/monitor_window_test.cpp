@@ -85,6 +85,7 @@ TEST_F(Monitor, FrozenItCountsOn) {
   EXPECT_EQ(window->cmdFreeze.Text(), "Continue");
   Receive("two\r\n");
   EXPECT_EQ(window->txtNMEA.Text(), "one\r\n  \r\n");
+  window->Refresh();
   EXPECT_EQ(window->lblInputBuffer2.Text(), "two\r\n");
   window->cmdFreeze.Click();
   EXPECT_EQ(window->cmdFreeze.Text(), "Freeze");
@@ -108,6 +109,7 @@ TEST_F(Monitor, LinesOfAFileGetAnEnding) {
   session.mainWindow().tbOffline.Click("PLAY");
   session.Deliver();
   EXPECT_EQ(window->txtNMEA.Text(), "one\r\ntwo\r\n");
+  window->Refresh();
   EXPECT_EQ(window->lblInputBuffer2.Text(), "two");
 }
 
