@@ -176,6 +176,7 @@ TEST_F(SerialLinks, ADeviceThatGoesIsClosedAndReportedOnce) {
   slave = master = -1;
   PumpUntil([&] { return !lost.empty(); });
   EXPECT_FALSE(link.PortOpen());
+  EXPECT_EQ(lost, "The device has gone: " + settings.Get("Comports", "COM5", ""));
   lost.clear();
   for (int i = 0; i < 20; ++i) face.Turn();
   EXPECT_TRUE(lost.empty());

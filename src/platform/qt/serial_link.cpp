@@ -1,9 +1,8 @@
 #include "platform/qt/serial_link.h"
 
+#include <QFile>
 #include <linux/serial.h>
 #include <sys/ioctl.h>
-
-#include <QFile>
 
 #include "platform/qt/conversions.h"
 
@@ -95,7 +94,8 @@ void QtSerialLink::CountBytes() {
 
 std::optional<QtSerialLink::Errors> QtSerialLink::DriverErrors() const {
   serial_icounter_struct counters{};
-  if (::ioctl(static_cast<int>(const_cast<QSerialPort&>(port_).handle()), TIOCGICOUNT, &counters) != 0) {
+  if (::ioctl(static_cast<int>(const_cast<QSerialPort&>(port_).handle()), TIOCGICOUNT, &counters) !=
+      0) {
     return {};
   }
   return Errors{counters.brk, counters.frame, counters.overrun, counters.buf_overrun,
@@ -122,18 +122,25 @@ void QtSerialLink::CountErrors() {
 }
 
 std::optional<std::string> QtSerialLink::Lost() {
-  const QSerialPort::SerialPortError error = port_.error();
-  if (error == QSerialPort::ResourceError || error == QSerialPort::ReadError ||
-      error == QSerialPort::DeviceNotFoundError) {
-    return FromQt(port_.errorString());
+  const auto device = [this] {
+    return port_.portName().startsWith(QLatin1Char('/')) ? port_.portName() : ToQt(device_());
+  };
+  const auto gone = [&device] { return "The device has gone: " + FromQt(device()); };
+  switch (port_.error()) {
+    case QSerialPort::ReadError:
+      return FromQt(port_.errorString());
+    // What the system says of a device that was pulled out depends on who noticed it first.
+    case QSerialPort::ResourceError:
+    case QSerialPort::DeviceNotFoundError:
+      return gone();
+    default:
+      break;
   }
   const auto now = std::chrono::steady_clock::now();
   if (now - looked_ < kLookInterval) return {};
   looked_ = now;
-  const QString device =
-      port_.portName().startsWith(QLatin1Char('/')) ? port_.portName() : ToQt(device_());
-  if (QFile::exists(device)) return {};
-  return "The device has gone: " + FromQt(device);
+  if (QFile::exists(device())) return {};
+  return gone();
 }
 
 bool QtSerialLink::Poll(std::chrono::steady_clock::time_point until) {
