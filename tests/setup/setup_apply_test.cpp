@@ -271,7 +271,7 @@ TEST_F(SetupApplyTest, ReferenceAndLimitsAreTaken) {
   choices.satelliteLimit = 5;
   choices.rejectNonDifferential = true;
   choices.setTimeFromPC = choices.checksumTest = choices.emptyBuffer = true;
-  records.ChecksumErrors[3] = 7;
+  records.ChecksumErrors[3] = records.IgnoredMessages[4] = 7;
   EXPECT_TRUE(Apply(2, choices));
   EXPECT_EQ(records.References[2].ReferenceName, "Mast '1'");
   EXPECT_EQ(records.References[2].ReferenceUsed, kTruePosition);
@@ -282,6 +282,7 @@ TEST_F(SetupApplyTest, ReferenceAndLimitsAreTaken) {
   EXPECT_TRUE(records.RejectNonDifferential);
   EXPECT_TRUE(records.SetTimeFromPC[2] && records.ChecksumTest[2] && records.Emptybuffer[2]);
   EXPECT_EQ(records.ChecksumErrors[3], 0);
+  EXPECT_EQ(records.IgnoredMessages[4], 0);
   EXPECT_FALSE(FileExists(folder / kReferenceFileName));
   choices.referenceChanged = true;
   EXPECT_TRUE(Apply(2, choices));

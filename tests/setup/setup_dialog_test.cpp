@@ -241,8 +241,14 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
 
   links.MSComm1(3).refusal = "Permission denied";
   links.MSComm1(12).info.present = true;
+  links.MSComm1(13).info.present = true;
+  links.MSComm1(13).Open();  // by ourselves, for a system that has since been disabled
   dialog.cmdRefreshPorts.Click();
-  EXPECT_EQ(dialog.cmbComPort.Count(), 4);
+  EXPECT_EQ(dialog.cmbComPort.Count(), 5);
+  EXPECT_EQ(dialog.cmbComPort.EntryText(4), "COM13 - busy");
+  dialog.cmbComPort.UserChoose(4);
+  EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
+  dialog.cmbComPort.UserChoose(0);
   EXPECT_THAT(dialog.cmbComPort.EntryText(2), HasSubstr("COM3 - busy"));
   EXPECT_EQ(dialog.cmbComPort.Text(), "COM1 - current");
   dialog.cmbComPort.UserChoose(2);
