@@ -11,7 +11,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 9600, 8400};
+constexpr WindowPlace kDefaultPlace{0, 0, 12000, 7200};
 
 std::string NineDigits(const TargetView& view) {
   return Format(view.target.MMSI, "000000000");
@@ -88,7 +88,7 @@ constexpr std::array<Row, 35> kRows = {{
 
 constexpr int kLabelColumn = 0;
 constexpr int kValueColumn = 1;
-constexpr int kValueWidth = 2900;
+constexpr int kValueWidth = 2200;
 
 }  // namespace
 
@@ -104,8 +104,9 @@ frmAISExtraInfo::frmAISExtraInfo(Desktop& desktop, const Records& records, const
     grid.Set(grid.Rows() - 1, kLabelColumn, row.label);
   }
   for (Grid& grid : fgAISExtraInfo) grid.SetColumnWidth(kValueColumn, kValueWidth);
-  SetContent(Layout::Row({Layout::Column({fgAISExtraInfo(0), fgAISExtraInfo(2), fgAISExtraInfo(4)}),
-                          Layout::Column({fgAISExtraInfo(1), fgAISExtraInfo(3)})}));
+  SetContent(Layout::Row(
+      {Layout::Column({fgAISExtraInfo(0), fgAISExtraInfo(2), fgAISExtraInfo(4), Layout::Space()}),
+       Layout::Column({fgAISExtraInfo(1), fgAISExtraInfo(3), Layout::Space()})}));
 }
 
 void frmAISExtraInfo::Open(ExtendedTarget target, int left, int top) {
