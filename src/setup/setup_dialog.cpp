@@ -130,7 +130,8 @@ void frmSetup::ShowPortAdvice() {
     return;
   }
   const int port = ChosenPort();
-  lblComPortAdvice.SetText(port == 0 ? std::string() : scan_.Advice(port));
+  lblComPortAdvice.SetText(port == 0 ? "Select the comport that the system is connected to."
+                                     : scan_.Advice(port));
 }
 
 void frmSetup::ShowLinkFrames() {

@@ -77,6 +77,7 @@ TEST_F(SetupDialogTest, AFreshSystemIsOfferedAName) {
   EXPECT_EQ(dialog.cmbBaudRate.Text(), "4800");
   EXPECT_EQ(dialog.cmbDataBits.Text(), "8");
   EXPECT_EQ(dialog.cmbComPort.Choice(), Choices::kNone);
+  EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("Select the comport"));
   EXPECT_TRUE(dialog.frameCOM.Shown());
   dialog.cmdCancel.Click();
   Open(1);
