@@ -19,10 +19,12 @@ class OfflineReplayTest : public testing::Test {
         "No setupfile exist. You have to define a primary system under Setup and open relevant "
         "windows for display under Window! ");
     test.program.mainWindow.Show();
-    test.records.Mode = kOffline;
+    test.face.ExpectBox(
+        "Are you sure you want to change mode ? All statistics and timeseries wil be reset.",
+        Answer::Yes);
+    test.program.mainWindow.mnuModeOffline.Click();
     test.records.CommSetups[1].Enabled = true;
     test.Analyse({"VTG"});
-    status.Show();
   }
 
   void Record(const std::string& bytes) {
