@@ -106,7 +106,7 @@ void LiveInput::OpenSerial(int system) {
   if (port == 0) Raise(FaultNumber::OutOfRange, "No comport has been chosen");
   SerialLink& link = links_.MSComm1(port);
   if (link.PortOpen()) link.Close();
-  Buffer(port).clear();
+  Buffer(port).Clear();
   ComportSetup& row = records_.Comport(port);
   // A setup file from before the port had a row leaves it without an owner.
   if (row.System == 0) row.System = static_cast<std::int16_t>(system);
@@ -145,14 +145,26 @@ void LiveInput::CloseForOffline() {
   }
 }
 
-const std::string& LiveInput::LineBuffer(int port) const {
+std::size_t LiveInput::Index(int port) {
   if (port < 1 || port > kSerialPorts) Raise(FaultNumber::OutOfRange);
-  return lineBuffers_[static_cast<std::size_t>(port - 1)];
+  return static_cast<std::size_t>(port - 1);
 }
 
-std::string& LiveInput::Buffer(int port) {
-  if (port < 1 || port > kSerialPorts) Raise(FaultNumber::OutOfRange);
-  return lineBuffers_[static_cast<std::size_t>(port - 1)];
+std::string_view LiveInput::LineBuffer(int port) const {
+  return lineBuffers_[Index(port)].Text();
+}
+
+void LiveInput::Backlog::Append(std::string_view bytes) {
+  if (taken_ > bytes_.size() / 2) {
+    bytes_.erase(0, taken_);
+    taken_ = 0;
+  }
+  bytes_ += bytes;
+}
+
+void LiveInput::Backlog::Clear() {
+  bytes_.clear();
+  taken_ = 0;
 }
 
 void LiveInput::ReceiveSerial(int port) {
@@ -161,39 +173,40 @@ void LiveInput::ReceiveSerial(int port) {
     AssembleLine(port);
   } else if (std::find(kErrorsThatEmptyTheBuffer.begin(), kErrorsThatEmptyTheBuffer.end(), event) !=
              kErrorsThatEmptyTheBuffer.end()) {
-    Buffer(port).clear();
+    Buffer(port).Clear();
   }
 }
 
 // At most one line per event; whole lines behind it wait for the next one.
 void LiveInput::AssembleLine(int port) {
-  std::string& buffer = Buffer(port);
-  buffer += links_.MSComm1(port).Input();
+  Backlog& buffer = Buffer(port);
+  buffer.Append(links_.MSComm1(port).Input());
   const int system = records_.Comport(port).System;
-  if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, buffer);
-  const std::size_t feed = buffer.find('\n');
-  if (feed == std::string::npos) {
-    if (buffer.size() > kLongestFragment) buffer.clear();
+  if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, buffer.Text());
+  const std::size_t feed = buffer.Text().find('\n');
+  if (feed == std::string_view::npos) {
+    if (buffer.Text().size() > kLongestFragment) buffer.Clear();
     return;
   }
-  const std::string line = buffer.substr(0, feed + 1);
-  buffer.erase(0, feed + 1);
+  const std::string line(buffer.Text().substr(0, feed + 1));
+  buffer.Take(line.size());
   if (records_.Emptybuffer[system]) IgnoreWaitingLines(system, buffer);
   ResumeNext([&] { sink_.ProcessSentence(system, line); },
              [&](const Fault& fault) { faults_.WriteErrorLog(fault); });
 }
 
-void LiveInput::IgnoreWaitingLines(int system, std::string& buffer) {
-  const auto waiting = static_cast<std::int32_t>(std::count(buffer.begin(), buffer.end(), '\n'));
+void LiveInput::IgnoreWaitingLines(int system, Backlog& buffer) {
+  const std::string_view text = buffer.Text();
+  const auto waiting = static_cast<std::int32_t>(std::count(text.begin(), text.end(), '\n'));
   if (waiting == 0) return;
-  buffer.erase(0, buffer.rfind('\n') + 1);
+  buffer.Take(text.rfind('\n') + 1);
   records_.IgnoredMessages[system] += waiting;
   sink_.ShowIgnoredMessages(system, records_.IgnoredMessages[system]);
 }
 
 // The system keeps its port, so that a device that comes back can be opened again.
 void LiveInput::LoseSerial(int port, const std::string& cause) {
-  Buffer(port).clear();
+  Buffer(port).Clear();
   std::string text = cause + ". Comport " + PlainText(port) + " has been closed!";
   const int system = records_.Comport(port).System;
   if (system >= 1 && system <= kSystems) {

@@ -35,27 +35,42 @@ class LiveInput {
   LinkState TcpState(int system) { return links_.Winsock1(system).State(); }
 
   // What a serial port has received that was not yet taken as a line.
-  const std::string& LineBuffer(int port) const;
+  std::string_view LineBuffer(int port) const;
 
  private:
+  // A backlog of lines shrinks from its front; only when most of it has been taken is the rest
+  // moved.
+  class Backlog {
+   public:
+    std::string_view Text() const { return std::string_view(bytes_).substr(taken_); }
+    void Append(std::string_view bytes);
+    void Take(std::size_t count) { taken_ += count; }
+    void Clear();
+
+   private:
+    std::string bytes_;
+    std::size_t taken_ = 0;
+  };
+
   void OpenTcp(int system);
   void OpenUdp(int system);
   void OpenSerial(int system);
   void RefusePort(int system, const Fault& fault, std::string_view kind, std::int32_t port);
   void ReceiveSerial(int port);
   void AssembleLine(int port);
-  void IgnoreWaitingLines(int system, std::string& buffer);
+  void IgnoreWaitingLines(int system, Backlog& buffer);
   void LoseSerial(int port, const std::string& cause);
   void ReceiveText(int system, std::string text);
   void TcpError(int system, int number, const std::string& description);
-  std::string& Buffer(int port);
+  static std::size_t Index(int port);
+  Backlog& Buffer(int port) { return lineBuffers_[Index(port)]; }
 
   Records& records_;
   Links& links_;
   Desktop& desktop_;
   LineSink& sink_;
   FaultLog& faults_;
-  std::array<std::string, kSerialPorts> lineBuffers_;
+  std::array<Backlog, kSerialPorts> lineBuffers_;
 };
 
 }  // namespace fathomline
