@@ -128,7 +128,7 @@ std::optional<std::string> QtSerialLink::Lost() {
   const auto gone = [&device] { return "The device has gone: " + FromQt(device()); };
   switch (port_.error()) {
     case QSerialPort::ReadError:
-      return FromQt(port_.errorString());
+      return QFile::exists(device()) ? FromQt(port_.errorString()) : gone();
     // What the system says of a device that was pulled out depends on who noticed it first.
     case QSerialPort::ResourceError:
     case QSerialPort::DeviceNotFoundError:
