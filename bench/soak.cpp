@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "pipeline/run_desktop.h"
+#include "platform/chart.h"
 #include "platform/qt/qt_face.h"
 #include "platform/qt/qt_links.h"
 #include "platform/serial_devices.h"
@@ -184,13 +185,28 @@ class Soak {
     if (now - quietSince_ >= std::chrono::seconds(2)) done_ = true;
   }
 
+  // The one thing that grows with a session: charts keep a day, whether or not they are shown.
+  int ChartPoints() const {
+    int points = 0;
+    for (const Window* const window : program_.desktop.Windows()) {
+      for (const Control* const control : window->Controls()) {
+        const auto* const chart = dynamic_cast<const Chart*>(control);
+        for (int i = 0; chart != nullptr && i < chart->SeriesCount(); ++i) {
+          points += chart->Series(i).Count();
+        }
+      }
+    }
+    return points;
+  }
+
   void Tell(Clock::time_point now) {
     reported_ = now;
     const std::chrono::duration<double> passed = now - started_;
     const long memory = MemoryUse("VmRSS:");
     memory_.push_back(memory);
-    std::printf("%5.0f s  %9d lines  %7ld kB  longest turn %.0f ms\n", passed.count(),
-                program_.records.SentenceCount, memory, longestTurn_.count());
+    std::printf("%5.0f s  %9d lines  %7ld kB  %8d chart points  longest turn %.0f ms\n",
+                passed.count(), program_.records.SentenceCount, memory, ChartPoints(),
+                longestTurn_.count());
     std::fflush(stdout);
   }
 
