@@ -1,8 +1,7 @@
 // Charts on the desktop: axes, gaps, colours, mouse and export.
-#include <qcustomplot.h>
-
 #include <QFile>
 #include <QTemporaryDir>
+#include <qcustomplot.h>
 
 #include "platform/chart.h"
 #include "platform/qt/picture_file.h"
@@ -44,7 +43,7 @@ class ChartViews : public QtFixture {
       for (int y = -2; y <= 2; ++y) {
         const QColor seen = image.pixelColor(at + QPoint(x, y));
         // A thin line is blended with its ground.
-        constexpr int kBlended = 110;
+        constexpr int kBlended = 190;
         if (std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green()) +
                 std::abs(seen.blue() - colour.blue()) <
             kBlended) {

@@ -1,11 +1,10 @@
 // Live sources over real loopback sockets and pseudo-terminals.
-#include <pty.h>
-#include <unistd.h>
-
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QUdpSocket>
+#include <pty.h>
+#include <unistd.h>
 
 #include "platform/qt/qt_links.h"
 #include "platform/settings.h"

@@ -1,9 +1,8 @@
 // Platform, locale and time zone are set before the application is made; one serves all tests.
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <clocale>
 #include <cstdlib>
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);

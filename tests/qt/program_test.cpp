@@ -1,4 +1,6 @@
 // The whole program on the desktop: every window of the registry is drawn, named and let go again.
+#include "pipeline/program.h"
+
 #include <QAbstractScrollArea>
 #include <QImage>
 #include <QLabel>
@@ -9,7 +11,6 @@
 #include <set>
 #include <sstream>
 
-#include "pipeline/program.h"
 #include "qt/qt_fixture.h"
 #include "support/temporary_folder.h"
 
@@ -35,8 +36,7 @@ class ProgramOnTheDesktop : public testing::Test {
     }
     const std::string file = folder / "sample.ini";
     std::ofstream(file) << setup;
-    ASSERT_TRUE(
-        program.startUp.Start({.programFolder = folder / "program", .setupFile = file}));
+    ASSERT_TRUE(program.startUp.Start({.programFolder = folder / "program", .setupFile = file}));
     face.Draw();
   }
 
@@ -67,6 +67,26 @@ TEST_F(ProgramOnTheDesktop, ReplaysARecordingFromPlayToItsEnd) {
   ASSERT_NE(table, nullptr);
   EXPECT_NE(grid.Text(1, 1), "");
   EXPECT_EQ(table->model()->index(0, 0).data().toString().toStdString(), grid.Text(1, 1));
+}
+
+TEST_F(ProgramOnTheDesktop, AWindowBroughtForwardShowsWhatItsLabelsSay) {
+  program.OpenAnalysedWindows(1);
+  program.OpenView(ViewKind::Skyplot, 1);
+  program.OpenView(ViewKind::NMEA, 1);
+  face.Draw();
+  program.mainWindow.tbOffline.Click("PLAY");
+  PumpUntil([&] { return !program.records.OfflineRunning; });
+  program.OpenView(ViewKind::Skyplot, 1);
+  face.Draw();
+  face.Draw();
+  for (Window* const window : program.desktop.Windows()) {
+    if (window->Name() != "frmSkyplot" || !window->Visible()) continue;
+    for (const Control* const control : window->Controls()) {
+      const auto* const label = dynamic_cast<QLabel*>(face.WidgetOf(*control));
+      if (label == nullptr || label->visibleRegion().isEmpty()) continue;
+      EXPECT_EQ(label->text().toStdString(), control->Text()) << control->Name();
+    }
+  }
 }
 
 TEST_F(ProgramOnTheDesktop, EveryWindowIsDrawnWithNamedControlsAndLetGoAgain) {

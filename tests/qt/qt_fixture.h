@@ -1,15 +1,14 @@
 // A desktop on the offscreen platform, and ways to wait for it and to act on it as a user does.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 #include <chrono>
 #include <functional>
+#include <gtest/gtest.h>
 
 #include "platform/controls.h"
 #include "platform/desktop.h"

@@ -25,8 +25,7 @@ WindowDesign ChildDesign(std::string name, WindowPlace place) {
 
 class MainAndChild : public QtFixture {
  public:
-  PlainWindow main{desktop,
-                   {.name = "frmMain", .place = kMainPlace, .style = WindowStyle::Main}};
+  PlainWindow main{desktop, {.name = "frmMain", .place = kMainPlace, .style = WindowStyle::Main}};
   PlainWindow child{desktop, ChildDesign("frmChild", {300, 150, 7500, 6000})};
   Label label{child, "lblText", "seen"};
 

@@ -103,9 +103,8 @@ ToolBarView::ToolBarView(ViewContext& context, ToolBar& bar)
     QAction* const action = widget_->addAction(QString());
     action->setObjectName(ToQt(bar.Name()) + QStringLiteral("[%1]").arg(i));
     actions_.push_back(action);
-    QObject::connect(action, &QAction::triggered, widget_, [this, i] {
-      User([this, i] { bar_.Click(bar_.ButtonAt(i).key); });
-    });
+    QObject::connect(action, &QAction::triggered, widget_,
+                     [this, i] { User([this, i] { bar_.Click(bar_.ButtonAt(i).key); }); });
     QWidget* const button = widget_->widgetForAction(action);
     button->setObjectName(action->objectName());
     button->setFocusPolicy(Qt::TabFocus);

@@ -67,12 +67,8 @@ class SeriesPlottable::Place {
     atY_ = values.lower;
   }
 
-  double X(double x) const {
-    return std::clamp(pixelX_ + (x - atX_) * perX_, -kFarAway, kFarAway);
-  }
-  double Y(double y) const {
-    return std::clamp(pixelY_ + (y - atY_) * perY_, -kFarAway, kFarAway);
-  }
+  double X(double x) const { return std::clamp(pixelX_ + (x - atX_) * perX_, -kFarAway, kFarAway); }
+  double Y(double y) const { return std::clamp(pixelY_ + (y - atY_) * perY_, -kFarAway, kFarAway); }
   double UnitHeight() const { return std::abs(perY_); }
   bool Across(double x) const { return x >= area.left() - 1.0 && x <= area.right() + 1.0; }
 
@@ -388,7 +384,8 @@ int LegendStrip::Flow(int width, Visit&& visit) const {
   int x = 0;
   int line = 0;
   QString title = ToQt(chart_.Text());
-  if (!chart_.Note().empty()) title += (title.isEmpty() ? QString() : QStringLiteral("  ")) + ToQt(chart_.Note());
+  if (!chart_.Note().empty())
+    title += (title.isEmpty() ? QString() : QStringLiteral("  ")) + ToQt(chart_.Note());
   if (!title.isEmpty()) {
     visit(QRect(0, 0, width, lineHeight), title, -1);
     x = QFontMetrics(TitleFont(plot)).horizontalAdvance(title) + kEntryGap;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <qcustomplot.h>
-
 #include <string>
 
 #include "platform/chart.h"

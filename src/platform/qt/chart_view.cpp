@@ -1,7 +1,5 @@
 #include "platform/qt/chart_view.h"
 
-#include <qcustomplot.h>
-
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
@@ -10,6 +8,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <qcustomplot.h>
 #include <sstream>
 
 #include "platform/datetime.h"
@@ -213,6 +212,8 @@ ChartView::ChartView(ViewContext& context, Chart& chart)
 
 void ChartView::Build() {
   plot_->setMouseTracking(true);
+  // Figures look the same everywhere in the program, whatever the language of the desktop.
+  plot_->setLocale(QLocale::c());
   plot_->legend->setVisible(false);
   plot_->yAxis2->setVisible(false);
   plot_->plotLayout()->insertRow(0);
@@ -314,8 +315,8 @@ bool ChartView::AnyRightAxis() const {
 void ChartView::Fit() {
   if (Context().window == nullptr) return;
   strip_->Arrange(plot_->width());
-  const int bottom =
-      kTickRoom + (chart_.Bottom().Title().empty() ? 0 : kTitleRoom) + plot_->fontMetrics().descent();
+  const int bottom = kTickRoom + (chart_.Bottom().Title().empty() ? 0 : kTitleRoom) +
+                     plot_->fontMetrics().descent();
   QMargins margins(kLeftMargin, kTopMargin, AnyRightAxis() ? kRightMargin : kNoAxisMargin, bottom);
   int width = plot_->width() - margins.left() - margins.right();
   int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
@@ -434,9 +435,8 @@ void ChartView::ShowMenu(const QPoint& at) {
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->addAction(QStringLiteral("&Undo zoom"), plot_, [this] { UndoZoom(); });
   menu->addSeparator();
-  menu->addAction(QStringLiteral("&Copy picture"), plot_, [this] {
-    QApplication::clipboard()->setPixmap(plot_->toPixmap());
-  });
+  menu->addAction(QStringLiteral("&Copy picture"), plot_,
+                  [this] { QApplication::clipboard()->setPixmap(plot_->toPixmap()); });
   menu->addAction(QStringLiteral("&Save picture ..."), plot_, [this, paint] {
     User([&] { SavePicture(Context().face, plot_->size(), paint); });
   });

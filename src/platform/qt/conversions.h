@@ -37,8 +37,8 @@ inline QRect ToPixels(const WindowPlace& place) {
 }
 
 inline WindowPlace ToTwips(const QRect& pixels) {
-  return {pixels.x() * kTwipsPerPixel, pixels.y() * kTwipsPerPixel,
-          pixels.width() * kTwipsPerPixel, pixels.height() * kTwipsPerPixel};
+  return {pixels.x() * kTwipsPerPixel, pixels.y() * kTwipsPerPixel, pixels.width() * kTwipsPerPixel,
+          pixels.height() * kTwipsPerPixel};
 }
 
 }  // namespace fathomline

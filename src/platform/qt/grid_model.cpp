@@ -75,8 +75,8 @@ bool GridModel::Follow() {
   for (int column = 0; column < columns_; ++column) {
     int& longest = longest_[static_cast<std::size_t>(column)];
     for (int row = 0; row < rows_; ++row) {
-      longest = std::max(
-          longest, static_cast<int>(grid_->Text(GridRow(row), GridColumn(column)).size()));
+      longest =
+          std::max(longest, static_cast<int>(grid_->Text(GridRow(row), GridColumn(column)).size()));
     }
   }
   if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));

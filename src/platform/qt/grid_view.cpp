@@ -237,7 +237,8 @@ QString GridView::SelectedText(bool heads) const {
     QStringList line;
     if (rowHeads) line.append(model_->headerData(row, Qt::Vertical, Qt::DisplayRole).toString());
     for (const int column : columns) {
-      const bool selected = i < cells.size() && cells[i].row() == row && cells[i].column() == column;
+      const bool selected =
+          i < cells.size() && cells[i].row() == row && cells[i].column() == column;
       line.append(selected ? cells[i++].data().toString() : QString());
     }
     lines.append(line.join(QLatin1Char('\t')));

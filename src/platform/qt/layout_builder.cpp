@@ -49,8 +49,8 @@ class Builder {
         continue;
       }
       ControlView& view = ViewOf(*control);
-      const bool bar = control->Kind() == ControlKind::ToolBar ||
-                       control->Kind() == ControlKind::StatusBar;
+      const bool bar =
+          control->Kind() == ControlKind::ToolBar || control->Kind() == ControlKind::StatusBar;
       if (!bar) column->addWidget(view.Widget());
     }
     if (!StretchesWith(*column, Qt::Vertical)) column->addStretch();
@@ -176,7 +176,8 @@ class Builder {
   }
 
   Piece MakeLine(const Layout& layout, QBoxLayout::Direction direction) {
-    if (direction == QBoxLayout::LeftToRight && fields_ == 0 && Flows(layout)) return MakeFlow(layout);
+    if (direction == QBoxLayout::LeftToRight && fields_ == 0 && Flows(layout))
+      return MakeFlow(layout);
     auto* const line = new QBoxLayout(direction);
     line->setSpacing(kSpacing);
     bool space = false;

@@ -18,7 +18,8 @@ constexpr QRgb kAccent = 0xFF1F5F99;
 constexpr QRgb kDisabledText = 0xFF8C8C8C;
 constexpr int kDarkestLightness = 140;
 
-// Drawn on a square of 64: a sounding line that follows the sea bed, and the mark that it has found.
+// Drawn on a square of 64: a sounding line that follows the sea bed, and the mark that it has
+// found.
 QPixmap PaintIcon(const QColor& ground, int size) {
   QPixmap pixmap(size, size);
   pixmap.fill(Qt::transparent);

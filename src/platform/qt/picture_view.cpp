@@ -80,7 +80,8 @@ void PictureView::Paint(QPainter& painter, const QRectF& area) const {
   for (const auto* layer : {&picture_.Persistent(), &picture_.Transient()}) {
     for (const Shape& shape : *layer) {
       const QColor colour = ToQt(shape.pen.colour);
-      painter.setPen(QPen(colour, shape.pen.width, shape.pen.dashed ? Qt::DashLine : Qt::SolidLine));
+      painter.setPen(
+          QPen(colour, shape.pen.width, shape.pen.dashed ? Qt::DashLine : Qt::SolidLine));
       painter.setBrush(Qt::NoBrush);
       const QPointF at = place(shape.x, shape.y);
       switch (shape.kind) {

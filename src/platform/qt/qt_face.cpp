@@ -93,7 +93,10 @@ class QtFace::Watcher : public QObject {
       case QEvent::MouseButtonPress:
       case QEvent::MouseButtonDblClick:
         face_.DrawSoon();
-        return !MayGoTo(watched);
+        if (MayGoTo(watched)) return false;
+        // Qt has moved the focus before anybody could object.
+        if (QWidget* const back = FieldToKeep(watched)) back->setFocus(Qt::OtherFocusReason);
+        return true;
       case QEvent::MouseButtonRelease:
       case QEvent::KeyPress:
       case QEvent::KeyRelease:
@@ -136,13 +139,18 @@ class QtFace::Watcher : public QObject {
         return false;
     }
     if (MayGoTo(watched)) return false;
-    ControlView* const view = face_.ViewOf(watched);
-    Window* const window = view != nullptr ? view->Context().window : nullptr;
-    if (window == nullptr || window->Focus() == nullptr) return false;
-    if (QWidget* const back = face_.WidgetOf(*window->Focus())) {
+    if (QWidget* const back = FieldToKeep(watched)) {
       QTimer::singleShot(0, back, [back] { back->setFocus(Qt::OtherFocusReason); });
     }
     return false;
+  }
+
+  // The widget of the control that has refused to let the focus go.
+  QWidget* FieldToKeep(QObject* watched) {
+    ControlView* const view = face_.ViewOf(watched);
+    Window* const window = view != nullptr ? view->Context().window : nullptr;
+    if (window == nullptr || window->Focus() == nullptr) return nullptr;
+    return face_.WidgetOf(*window->Focus());
   }
 
   static bool IsIdleCombo(QObject* watched) {
@@ -329,8 +337,8 @@ void QtFace::Turn() {
   // What has been drawn before is painted with the events that follow.
   if (std::exchange(painting_, false)) {
     const auto cost = drawCost_ + (Now() - begin);
-    const auto pause = std::min<std::chrono::steady_clock::duration>(cost * kPauseFactor,
-                                                                     kLongestPause);
+    const auto pause =
+        std::min<std::chrono::steady_clock::duration>(cost * kPauseFactor, kLongestPause);
     earliestDraw_ = Now() + pause;
     nextDraw_ = std::max(nextDraw_, earliestDraw_);
   }
@@ -382,6 +390,8 @@ void QtFace::Draw() {
   const OnStack guard(drawing_);
   drawSoon_ = false;
   if (Desktop* const desktop = Served()) {
+    // First, since a window that is covered is not written; and behind, for those made here.
+    RaiseWindows();
     const std::vector<Window*> present = desktop->Windows();
     for (Window* const window : present) {
       if (window->Style() == WindowStyle::Main) DrawWindow(*window);
@@ -393,17 +403,22 @@ void QtFace::Draw() {
       desktop->SetChildArea({area->viewport()->width() * kTwipsPerPixel,
                              area->viewport()->height() * kTwipsPerPixel});
     }
-    // Windows brought forward since the last time, in the order in which that was done.
-    std::vector<WindowView*> raised;
-    for (const auto& view : windows_) {
-      if (view->WantsFront()) raised.push_back(view.get());
-    }
-    std::sort(raised.begin(), raised.end(), [](const WindowView* a, const WindowView* b) {
-      return a->Plain()->FrontOrder() < b->Plain()->FrontOrder();
-    });
-    for (WindowView* const view : raised) view->BringToFront();
+    RaiseWindows();
   }
-  std::erase_if(windows_, [](const auto& view) { return view->Plain() == nullptr && view->CanGo(); });
+  std::erase_if(windows_,
+                [](const auto& view) { return view->Plain() == nullptr && view->CanGo(); });
+}
+
+// Those brought forward since the last time, in the order in which that was done.
+void QtFace::RaiseWindows() {
+  std::vector<WindowView*> raised;
+  for (const auto& view : windows_) {
+    if (view->WantsFront()) raised.push_back(view.get());
+  }
+  std::sort(raised.begin(), raised.end(), [](const WindowView* a, const WindowView* b) {
+    return a->Plain()->FrontOrder() < b->Plain()->FrontOrder();
+  });
+  for (WindowView* const view : raised) view->BringToFront();
 }
 
 void QtFace::DrawWindow(Window& window) {

@@ -73,6 +73,7 @@ class QtFace : public Face {
   void Forget(Window& window) override;
   WindowView* ViewOf(const Window& window) const;
   void DrawWindow(Window& window);
+  void RaiseWindows();
   void DrawWhenDue();
   void Wait();
   bool Quitting() const;

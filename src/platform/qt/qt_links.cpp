@@ -1,11 +1,10 @@
 #include "platform/qt/qt_links.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <QFile>
 #include <QSerialPortInfo>
 #include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "platform/qt/conversions.h"
 #include "platform/qt/serial_link.h"

@@ -114,9 +114,8 @@ TextLineView::TextLineView(ViewContext& context, TextBox& box)
     : ControlView(context, box), box_(box), edit_(new QLineEdit) {
   edit_->setMinimumWidth(kLeastLineWidth);
   SetWidget(edit_);
-  QObject::connect(edit_, &QLineEdit::textEdited, edit_, [this](const QString& text) {
-    User([&] { box_.UserText(FromQt(text)); });
-  });
+  QObject::connect(edit_, &QLineEdit::textEdited, edit_,
+                   [this](const QString& text) { User([&] { box_.UserText(FromQt(text)); }); });
 }
 
 void TextLineView::Update() {
@@ -163,14 +162,14 @@ void TextAreaView::Update() {
     edit_->setPlainText(text);
     if (!edit_->isReadOnly()) edit_->verticalScrollBar()->setValue(line);
   }
-  if (edit_->isReadOnly()) edit_->verticalScrollBar()->setValue(edit_->verticalScrollBar()->maximum());
+  if (edit_->isReadOnly())
+    edit_->verticalScrollBar()->setValue(edit_->verticalScrollBar()->maximum());
 }
 
 CheckBoxView::CheckBoxView(ViewContext& context, CheckBox& box)
     : ControlView(context, box), box_(box), check_(new QCheckBox) {
   SetWidget(check_);
-  QObject::connect(check_, &QCheckBox::clicked, check_,
-                   [this] { User([this] { box_.Click(); }); });
+  QObject::connect(check_, &QCheckBox::clicked, check_, [this] { User([this] { box_.Click(); }); });
 }
 
 void CheckBoxView::Update() {

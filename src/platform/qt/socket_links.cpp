@@ -109,7 +109,8 @@ void QtUdpLink::Close() {
 void QtUdpLink::Bind(int port) {
   if (port < 0 || port > 65535) Raise(FaultNumber::InvalidCall);
   Close();
-  if (socket_.bind(QHostAddress::AnyIPv4, static_cast<quint16>(port), QUdpSocket::DontShareAddress)) {
+  if (socket_.bind(QHostAddress::AnyIPv4, static_cast<quint16>(port),
+                   QUdpSocket::DontShareAddress)) {
     return;
   }
   const std::string cause = FromQt(socket_.errorString());

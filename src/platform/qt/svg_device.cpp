@@ -54,13 +54,12 @@ class SvgDevice::Engine : public QPaintEngine {
                              : Paint("fill", painter()->brush().color());
     if (pen.style() != Qt::NoPen) {
       const double width = pen.widthF() > 0.0 ? pen.widthF() : 1.0;
-      attributes += Paint("stroke", pen.color()) +
-                    QStringLiteral(" stroke-width=\"%1\"").arg(Number(width));
+      attributes +=
+          Paint("stroke", pen.color()) + QStringLiteral(" stroke-width=\"%1\"").arg(Number(width));
       QStringList dashes;
       for (const double dash : pen.dashPattern()) dashes.append(Number(dash * width));
       if (!dashes.isEmpty()) {
-        attributes +=
-            QStringLiteral(" stroke-dasharray=\"%1\"").arg(dashes.join(QLatin1Char(',')));
+        attributes += QStringLiteral(" stroke-dasharray=\"%1\"").arg(dashes.join(QLatin1Char(',')));
       }
     }
     if (path.fillRule() == Qt::OddEvenFill) attributes += QStringLiteral(" fill-rule=\"evenodd\"");
@@ -96,8 +95,8 @@ class SvgDevice::Engine : public QPaintEngine {
   void drawTextItem(const QPointF& at, const QTextItem& item) override {
     const QTransform t = painter()->combinedTransform();
     const QFont font = item.font();
-    const double size = font.pixelSize() > 0 ? font.pixelSize()
-                                             : font.pointSizeF() * kDotsPerInch / 72.0;
+    const double size =
+        font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * kDotsPerInch / 72.0;
     const QPointF mapped = t.map(at);
     Write(QStringLiteral("<text transform=\"matrix(%1 %2 %3 %4 %5 %6)\" font-family=\"%7\" "
                          "font-size=\"%8\"%9>%10</text>")
@@ -120,12 +119,12 @@ class SvgDevice::Engine : public QPaintEngine {
     const QRectF clip = painter()->combinedTransform().mapRect(painter()->clipBoundingRect());
     if (clip != clip_) {
       clip_ = clip;
-      body_ += QStringLiteral(
-                   "<clipPath id=\"c%1\"><rect x=\"%2\" y=\"%3\" width=\"%4\" height=\"%5\"/>"
-                   "</clipPath>\n")
-                   .arg(++clips_)
-                   .arg(Number(clip.x()), Number(clip.y()), Number(clip.width()),
-                        Number(clip.height()));
+      body_ +=
+          QStringLiteral(
+              "<clipPath id=\"c%1\"><rect x=\"%2\" y=\"%3\" width=\"%4\" height=\"%5\"/>"
+              "</clipPath>\n")
+              .arg(++clips_)
+              .arg(Number(clip.x()), Number(clip.y()), Number(clip.width()), Number(clip.height()));
     }
     body_ += QStringLiteral("<g clip-path=\"url(#c%1)\">%2</g>\n").arg(clips_).arg(element);
   }

@@ -78,8 +78,8 @@ bool WindowView::CanGo() const {
 void WindowView::Forget() {
   // Its controls have gone, so nothing may be painted of them any more.
   context_.window = nullptr;
-  if (host_ != nullptr) host_->hide();
   for (const auto& view : views_) view->Forget();
+  if (host_ != nullptr) host_->hide();
 }
 
 bool WindowView::WantsFront() const {
