@@ -148,7 +148,7 @@ void StartUp::CloseSetup() {
   mainWindow_.mnuModeOffline.SetChecked(false);
   if (records_.OfflineRunning) records_.OfflineStopped = true;
   for (Window* const window : desktop_.Windows()) {
-    if (window->Style() == WindowStyle::Child && window->Index() != 0) window->Close();
+    if (window->Style() == WindowStyle::Child) window->Close();
   }
   for (int system = 1; system <= kSystems; ++system) input_.CloseLinks(system);
 }

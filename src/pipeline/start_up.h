@@ -65,7 +65,7 @@ class StartUp {
   // Brings the records into force.
   void ApplySetup();
   // Runs before another setup comes into force: the replay ends, links are closed, and so is every
-  // view of every system.
+  // view.
   void CloseSetup();
 
   // File New and File Open.

@@ -94,6 +94,23 @@ TEST_F(Menu, OpenPutsAnotherSetupIntoForce) {
   EXPECT_EQ(session.links.WinsockUDP(2).State(), LinkState::Open);
 }
 
+TEST_F(Menu, OpenFromOfflineToOfflineShowsTheNewRecording) {
+  session.records().CommSetups[1].OfflineFile = session.folder.Write("old.log", "\n\n\n");
+  menu.tbOffline.Click("PLAY");
+  menu.tbOffline.Click("PAUSE");
+  Records other;
+  other.SetDefaultSetup();
+  other.Mode = kOffline;
+  other.CommSetups[1].Enabled = true;
+  other.CommSetups[1].OfflineFile = "new.log";
+  session.face.ExpectFile(session.folder.Write("other.ini", WriteSetup(other)));
+  menu.mnuFileOpen.Click();
+  session.Deliver();
+  EXPECT_FALSE(session.records().OfflineRunning);
+  EXPECT_EQ(session.program->offlineStatus.lblFileName.Text(), "new.log");
+  EXPECT_EQ(session.program->offlineStatus.lblStatus.Text(), "not started");
+}
+
 TEST_F(Menu, OpenOfAVanishedFileLeavesTheSetupInForce) {
   const std::string path = session.folder / "vanished.ini";
   session.face.ExpectFile(path);
