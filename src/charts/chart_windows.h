@@ -22,6 +22,8 @@ class ChartWindows {
 
   // The latest sentence of a type, which its decoder and the statistics have taken.
   void UpdateTimeSeries(int system, SentenceType type) { feeds_.UpdateTimeSeries(system, type); }
+  // Breaks the lines of the system's next feed.
+  void RaiseBreak(int system) { feeds_.RaiseBreak(system); }
   void UpdateScatter(int system, SentenceType type);
   void UpdateSkyplot(int system) { skyplots_[system]->UpdateSkyplot(); }
   void UpdateSatelliteTracking(int system) { skyplots_[system]->UpdateSatelliteTracking(); }

@@ -65,8 +65,9 @@ void SeriesFeeds::UpdateTimeSeries(int system, SentenceType type) {
 
 void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   const SentenceType type = window.Type();
-  const std::span<const DeviationStat> statistics = statistics_[system].Of(type);
-  if (type == SentenceType::HDT && statistics.front().Stat.NoValueSeen) return;
+  if (type == SentenceType::HDT && statistics_[system].Of<HDTRecord>().front().Stat.NoValueSeen) {
+    return;
+  }
   const GSVRecord& gsv = records_.Messages[system].GSV.Record;
   if (type == SentenceType::GSV && gsv.MessageNumber != gsv.MessageCount) return;
 
@@ -77,20 +78,19 @@ void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   for (std::size_t plot = 0; plot < window.Plots().size(); ++plot) {
     const TimeSeriesRow& row = *window.Plots()[plot].row;
     if (row.value == nullptr) continue;
-    const DeviationStat* statistic = nullptr;
-    if (row.statistic >= 0) {
-      statistic = &statistics[static_cast<std::size_t>(row.statistic)];
-      if (statistic->Stat.NoValueSeen) continue;
-    }
-    FeedRow(system, window, plot, statistic);
+    if (row.statistic >= 0 && StatisticOf(system, row).NoValueSeen) continue;
+    FeedRow(system, window, plot);
   }
   if (type == SentenceType::GSA) FeedUsedSatellites(system, window);
   if (type == SentenceType::GSV) FeedSatellites(system, window);
   window.EndFeed();
 }
 
-void SeriesFeeds::FeedRow(int system, frmTimeSeries& window, std::size_t plot,
-                          const DeviationStat* statistic) {
+const SingleStat& SeriesFeeds::StatisticOf(int system, const TimeSeriesRow& row) const {
+  return statistics_[system].Of(row.type)[static_cast<std::size_t>(row.statistic)].Stat;
+}
+
+void SeriesFeeds::FeedRow(int system, frmTimeSeries& window, std::size_t plot) {
   State& state = state_[system];
   const frmTimeSeries::Plot& fed = window.Plots()[plot];
   Series& series = *fed.series;
@@ -100,11 +100,13 @@ void SeriesFeeds::FeedRow(int system, frmTimeSeries& window, std::size_t plot,
                          state.filters[fed.filter], options);
   };
   switch (fed.row->rule) {
-    case FeedRule::Radius:
+    case FeedRule::Radius: {
       if (add()) FeedComputed(window, plot);
-      window.TChart(0).Tools(kMeanLine).SetValue(static_cast<double>(statistic->Stat.Mean));
-      SetBand(window.TChart(0).Tools(kDeviationBand), statistic->Stat.Mean, statistic->Stat.Sdev);
+      const SingleStat& radius = StatisticOf(system, *fed.row);
+      window.TChart(0).Tools(kMeanLine).SetValue(static_cast<double>(radius.Mean));
+      SetBand(window.TChart(0).Tools(kDeviationBand), radius.Mean, radius.Sdev);
       break;
+    }
     case FeedRule::SatelliteCount:
       add({.kind = PlotKind::Bar, .colour = SatelliteCountColour(value)});
       break;

@@ -46,7 +46,8 @@ class SeriesFeeds {
   };
 
   void FeedRows(int system, frmTimeSeries& window);
-  void FeedRow(int system, frmTimeSeries& window, std::size_t plot, const DeviationStat* statistic);
+  const SingleStat& StatisticOf(int system, const TimeSeriesRow& row) const;
+  void FeedRow(int system, frmTimeSeries& window, std::size_t plot);
   static void FeedComputed(frmTimeSeries& window, std::size_t plot);
   void FeedHeading(int system, frmTimeSeries& window);
   void FeedQuality(State& state, frmTimeSeries& window, std::size_t plot, std::int16_t quality);

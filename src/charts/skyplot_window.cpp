@@ -54,6 +54,7 @@ frmSkyplot::frmSkyplot(Desktop& desktop, int system, Records& records, Satellite
 
 void frmSkyplot::MakeContent() {
   std::vector<FormLine> used;
+  used.reserve(kUsedGroups.size());
   int group = 0;
   for (const UsedGroup& design : kUsedGroups) {
     used.push_back({std::string(design.caption), lblUsedSvs(group++)});

@@ -149,6 +149,7 @@ TEST_F(GanttTest, ForgetsItsRunsWhenReset) {
 
 TEST_F(GanttTest, HasSixSlotsPerSystem) {
   std::vector<Series> seven;
+  seven.reserve(7);
   for (int i = 0; i < 7; ++i) {
     seven.emplace_back(changes,
                        SeriesDesign{.title = "t" + std::to_string(i), .kind = SeriesKind::Gantt});

@@ -214,6 +214,14 @@ TEST_F(FeedTest, PlotsTheSatellitesOncePerGroupAsTheSentencesBeforeHaveLeftThem)
   EXPECT_EQ(Of(SentenceType::GSV, 2, 0), Points{5.0F});
 }
 
+TEST_F(FeedTest, BreaksTheLinesOfOneFeedWhereTheFlagIsRaised) {
+  SendDepth(4.0F);
+  charts.RaiseBreak(1);
+  SendDepth(5.0F);
+  SendDepth(6.0F);
+  EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{4.0F, {}, 5.0F, 6.0F}));
+}
+
 TEST_F(FeedTest, FeedsHiddenWindowsButNoSentenceThatIsNotAnalysed) {
   EXPECT_FALSE(charts.TimeSeriesOf(1, SentenceType::DBT).Visible());
   SendDepth(4.0F);
