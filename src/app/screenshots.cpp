@@ -31,6 +31,8 @@ class Camera {
     const auto until = face_.Now() + std::chrono::milliseconds(250);
     program_.desktop.RunUntil([&] { return face_.Now() >= until; });
     face_.Draw();
+    // What has been written asks for its room with an event.
+    face_.Turn();
   }
 
  private:

@@ -40,7 +40,7 @@ class Builder {
   BuiltContent Build() {
     auto* const body = new QWidget;
     auto* const column = new QVBoxLayout(body);
-    column->setContentsMargins(kMargin + 2, kMargin, kMargin + 2, kMargin);
+    column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kSpacing);
     Put(*column, MakePiece(context_.window->Content()));
     for (Control* control : context_.window->Controls()) {
