@@ -109,8 +109,11 @@ void QtUdpLink::Close() {
 void QtUdpLink::Bind(int port) {
   if (port < 0 || port > 65535) Raise(FaultNumber::InvalidCall);
   Close();
-  if (socket_.bind(QHostAddress::AnyIPv4, static_cast<quint16>(port),
-                   QUdpSocket::DontShareAddress)) {
+  const QHostAddress any(QHostAddress::AnyIPv4);
+  if (socket_.bind(any, static_cast<quint16>(port), QUdpSocket::DontShareAddress)) {
+    // What comes in while the program is busy elsewhere is lost beyond this. The system allows what
+    // it will.
+    socket_.setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, kBufferSize);
     return;
   }
   const std::string cause = FromQt(socket_.errorString());
