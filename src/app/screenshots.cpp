@@ -4,7 +4,10 @@
 #include <QPixmap>
 #include <QString>
 #include <QWidget>
+#include <algorithm>
 #include <chrono>
+#include <iterator>
+#include <string_view>
 
 namespace fathomline {
 namespace {
@@ -65,6 +68,15 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
     if (!window->Visible() || window->Style() != WindowStyle::Child) continue;
     window->Show();
     camera.Take(*window);
+  }
+  // The usual windows of a session side by side; all of them would be as small as stamps.
+  constexpr std::string_view kUsual[] = {"frmNumerics", "frmStatistics", "frmTimeSeriesGGA",
+                                         "frmSkyplot"};
+  for (Window* const window : windows) {
+    if (window->Style() != WindowStyle::Child || !window->Visible()) continue;
+    if (std::find(std::begin(kUsual), std::end(kUsual), window->Name()) == std::end(kUsual)) {
+      window->Hide();
+    }
   }
   program.desktop.Arrange(Arrangement::TileHorizontally);
   camera.Take(program.mainWindow);
