@@ -1,6 +1,6 @@
 # Sourced by ./run and ./test: installs the Debian packages that are not there yet.
 
-build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools libqt6svg6-dev qt6-serialport-dev
+build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
   libqcustomplot-dev libqcustomplot2.1-qt6 libgl-dev"
 run_packages="libqt6svg6 fonts-dejavu-core"
 test_packages="libgtest-dev libgmock-dev locales-all"
