@@ -70,6 +70,8 @@ void AxisDialog::Open(const AxisTarget& target) {
 }
 
 void AxisDialog::Load() {
+  // Shown on its own it has no axis to tell of.
+  if (target_.chart == nullptr) return;
   const WindowPlace& chart = target_.window->Place();
   SetPlace({chart.left + kBesideChart, chart.top + kBesideChart, kPlace.width, kPlace.height});
   const Axis& axis = target_.ChosenAxis();
@@ -87,6 +89,10 @@ void AxisDialog::EnableEnds() {
 }
 
 void AxisDialog::Accept() {
+  if (target_.chart == nullptr) {
+    Close();
+    return;
+  }
   Axis& axis = target_.ChosenAxis();
   const double maximum = chkAutMax.Checked() ? axis.Maximum() : EnteredMaximum();
   const double minimum = chkAutMin.Checked() ? axis.Minimum() : EnteredMinimum();
