@@ -84,7 +84,8 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
   camera.Take(program.setupDialog);
   program.setupDialog.Close();
   for (Window* const window : std::initializer_list<Window*>{
-           &program.newWindow, &program.geoFormat, &program.about, &program.comportInfo}) {
+           &program.newWindow, &program.geoFormat, &program.document, &program.about,
+           &program.comportInfo}) {
     window->Show();
     camera.Take(*window);
     window->Close();
