@@ -19,6 +19,13 @@ constexpr std::size_t kPrimaryCaption = 26;
 constexpr std::size_t kSecondaryCaption = 22;
 constexpr std::string_view kNotDefined = "not defined";
 
+// A caption that shows the name as it is, though "&" marks a mnemonic there.
+std::string AsCaption(std::string_view name) {
+  std::string caption;
+  for (const char c : name) caption.append(c == '&' ? 2 : 1, c);
+  return caption;
+}
+
 constexpr std::string_view kNoSystem =
     "No system is defined yet.\r\n\r\n"
     "1.  Choose Mode > Online for a live source, or Mode > Offline for a recorded file.\r\n"
@@ -113,7 +120,7 @@ void frmMain::ShowSystems() {
     MenuItem& item = SetupItem(system);
     const std::size_t kept = system == 1 ? kPrimaryCaption : kSecondaryCaption;
     std::string caption(FirstCharacters(item.Text(), kept));
-    caption += setup.Name.empty() ? kNotDefined : std::string_view(setup.Name);
+    caption += setup.Name.empty() ? std::string(kNotDefined) : AsCaption(setup.Name);
     item.SetText(caption);
   }
 }
