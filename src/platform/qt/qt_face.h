@@ -50,6 +50,8 @@ class QtFace : public Face {
   ControlView* ViewOf(QObject* widget) const;
   // The user has done something and should see at once what came of it.
   void DrawSoon() { drawSoon_ = true; }
+  // What changes now is the program's doing, not the user's.
+  bool Drawing() const { return drawing_; }
   // Says what has failed and why.
   void TellFailure(const std::string& what, const std::string& cause);
   // The area of the child windows, where there is a main window.

@@ -148,6 +148,7 @@ void WindowView::MakeHost() {
     child_ = new QMdiSubWindow;
     child_->setAttribute(Qt::WA_DeleteOnClose, false);
     children->addSubWindow(child_);
+    connect(child_, &QMdiSubWindow::aboutToActivate, this, [this] { UserRaised(); });
     host_ = child_;
   } else {
     const bool dialog = window.Style() == WindowStyle::Dialog;
@@ -399,6 +400,27 @@ void WindowView::UserMoved() {
   ++context_.onStack;
   window->UserPlace(place);
   --context_.onStack;
+  context_.face.DrawSoon();
+}
+
+// The area also activates the window in front anew when the program gets the input back, which
+// brings nothing forward.
+void WindowView::UserRaised() {
+  Window* const window = Plain();
+  if (window == nullptr || context_.face.Drawing() || !window->Loaded() || !window->Visible()) {
+    return;
+  }
+  if (window->State() == WindowState::Minimised) return;
+  const auto& windows = window->OwningDesktop().Windows();
+  const bool covered = std::any_of(windows.begin(), windows.end(), [window](const Window* other) {
+    return other->Style() == WindowStyle::Child && other->Visible() &&
+           other->FrontOrder() > window->FrontOrder();
+  });
+  if (!covered) return;
+  ++context_.onStack;
+  window->Act([window] { window->Show(); });
+  --context_.onStack;
+  frontOrder_ = window->FrontOrder();
   context_.face.DrawSoon();
 }
 

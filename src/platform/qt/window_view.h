@@ -55,6 +55,7 @@ class WindowView : public QObject {
   void FollowWelcome();
   bool AnySeen() const;
   void UserMoved();
+  void UserRaised();
   bool PressKey(const QKeyEvent& event);
   bool ClickButton(int role);
   QSize BodySize() const;
