@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
   setenv("TZ", "UTC", 1);
-  std::setlocale(LC_ALL, "de_DE.UTF-8");
+  std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -48,11 +48,13 @@ class SessionReportTest : public testing::Test {
       const auto found = counts.find(last);
       const int count = found == counts.end() ? 0 : found->second;
       share += static_cast<double>(count) / total;
+      const auto tenths = static_cast<int>(share * 1000.0 + 0.5);
       char interval[32];
       char line[80];
       std::snprintf(interval, sizeof interval, "%d.%d-%d.%d m", first / 10, first % 10, last / 10,
                     last % 10);
-      std::snprintf(line, sizeof line, "%-14s%7d   %5.1f %%\n", interval, count, share * 100);
+      std::snprintf(line, sizeof line, "%-14s%7d   %3d.%d %%\n", interval, count, tenths / 10,
+                    tenths % 10);
       rows += line;
     };
     for (int i = 1; i <= 20; ++i) row(i - 1, i);

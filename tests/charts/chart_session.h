@@ -9,6 +9,7 @@
 
 #include "pipeline/program.h"
 #include "platform/headless/scripted_face.h"
+#include "platform/numbers.h"
 
 namespace fathomline {
 
@@ -54,7 +55,7 @@ class ChartSession : public testing::Test {
   Series& SeriesOf(SentenceType type, int chart, int series) {
     return charts.TimeSeriesOf(1, type).TChart(chart).Series(series);
   }
-  void SendDepth(float metres) { Send("$SDDBT,,f," + std::to_string(metres) + ",M,,F*00"); }
+  void SendDepth(float metres) { Send("$SDDBT,,f," + PlainText(metres) + ",M,,F*00"); }
 
   static constexpr DateTime kDate{43832.0};
 

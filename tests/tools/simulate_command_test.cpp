@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/numbers.h"
 #include "simulator/command.h"
 #include "tools/simulated_session.h"
 
@@ -73,9 +74,9 @@ TEST(SimulateCommandLine, OptionsReachTheSimulation) {
   EXPECT_EQ(FormatDateTime(options.start, "yyyy-mm-dd hh:nn:ss"), "2031-05-06 07:08:09");
   std::string sentences;
   for (const SentenceRate& row : options.sentences) {
-    sentences += std::string(SentenceName(row.kind)) + "@" + std::to_string(row.rate) + " ";
+    sentences += std::string(SentenceName(row.kind)) + "@" + PlainText(row.rate) + " ";
   }
-  EXPECT_EQ(sentences, "ATT@20.000000 HDT@2.000000 GSV@1.000000 DBT@1.000000 ");
+  EXPECT_EQ(sentences, "ATT@20 HDT@2 GSV@1 DBT@1 ");
 }
 
 TEST(SimulateCommandLine, WritesLinesAndTruth) {

@@ -2,6 +2,7 @@
 // program's own decoders.
 #pragma once
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -52,6 +53,13 @@ inline std::vector<std::string> Fields(std::string_view line) {
 
 inline std::string KindOf(std::string_view line) {
   return line.substr(0, 5) == "$PFEC" ? "ATT" : std::string(line.substr(3, 3));
+}
+
+// A whole field as a number, whatever the locale.
+inline double Number(const std::string& text) {
+  double value = 0.0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
 }
 
 // ddmm.mmm with its hemisphere, in degrees.

@@ -161,7 +161,7 @@ TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
     EXPECT_EQ(gga[14].empty(), !differential);
     EXPECT_EQ(gga[13] + gga[14], gns[11] + gns[12]);
     if (differential) {
-      oldest = std::max(oldest, std::stod(gga[13]));
+      oldest = std::max(oldest, Number(gga[13]));
       stations.insert(gga[14]);
     }
     if (lost) (gga[2].empty() ? emptyOutage : heldOutage) = true;
@@ -261,17 +261,17 @@ TEST(SimulatedSession, TruthAgreesWithWhatIsWritten) {
       const std::string kind = KindOf(epoch.lines.Line(i));
       if (kind == "GGA" && fields[6] != "0") {
         position(fields, 2, GGALatitude, GGANorthError, GGAEastError);
-        samples[GGAHeightError].push_back(std::stod(fields[9]) - reference.height);
-        samples[GGAHDOP].push_back(std::stod(fields[8]));
+        samples[GGAHeightError].push_back(Number(fields[9]) - reference.height);
+        samples[GGAHDOP].push_back(Number(fields[8]));
       } else if (kind == "GLL" && fields[6] == "A") {
         position(fields, 1, GLLLatitude, GLLNorthError, GLLEastError);
       } else if (kind == "RMC" && fields[2] == "A") {
         position(fields, 3, RMCLatitude, RMCNorthError, RMCEastError);
       } else if (kind == "HDT") {
-        samples[HDTHeading].push_back(std::stod(fields[1]));
+        samples[HDTHeading].push_back(Number(fields[1]));
       } else if (kind == "ATT") {
-        samples[ATTPitch].push_back(std::stod(fields[3]));
-        samples[ATTRoll].push_back(std::stod(fields[4]));
+        samples[ATTPitch].push_back(Number(fields[3]));
+        samples[ATTRoll].push_back(Number(fields[4]));
       }
     }
   });
