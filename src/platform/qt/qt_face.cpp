@@ -409,11 +409,19 @@ void QtFace::Draw() {
                 [](const auto& view) { return view->Plain() == nullptr && view->CanGo(); });
 }
 
-// Those brought forward since the last time, in the order in which that was done.
+// Those brought forward since the last time, in the order in which that was done. A window made
+// only now may come behind some that stand in front already; these are raised again.
 void QtFace::RaiseWindows() {
+  std::optional<std::uint64_t> lowest;
+  for (const auto& view : windows_) {
+    if (!view->WantsFront()) continue;
+    const std::uint64_t order = view->Plain()->FrontOrder();
+    lowest = std::min(lowest.value_or(order), order);
+  }
+  if (!lowest) return;
   std::vector<WindowView*> raised;
   for (const auto& view : windows_) {
-    if (view->WantsFront()) raised.push_back(view.get());
+    if (view->Shown() && view->Plain()->FrontOrder() >= *lowest) raised.push_back(view.get());
   }
   std::sort(raised.begin(), raised.end(), [](const WindowView* a, const WindowView* b) {
     return a->Plain()->FrontOrder() < b->Plain()->FrontOrder();

@@ -82,9 +82,12 @@ void WindowView::Forget() {
   if (host_ != nullptr) host_->hide();
 }
 
+bool WindowView::Shown() const {
+  return Plain() != nullptr && host_ != nullptr && host_->isVisible();
+}
+
 bool WindowView::WantsFront() const {
-  return Plain() != nullptr && host_ != nullptr && host_->isVisible() &&
-         Plain()->FrontOrder() != frontOrder_;
+  return Shown() && Plain()->FrontOrder() != frontOrder_;
 }
 
 void WindowView::BringToFront() {

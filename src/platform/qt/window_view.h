@@ -35,6 +35,7 @@ class WindowView : public QObject {
   void Forget();
   // No action of the window is on the stack.
   bool CanGo() const;
+  bool Shown() const;
   bool WantsFront() const;
   void BringToFront();
   void ArrangeIcons();
