@@ -50,6 +50,8 @@ void frmXYAxis::Open(const frmScatter& scatter) {
 }
 
 void frmXYAxis::Load() {
+  // Shown on its own it has no plot to tell of.
+  if (scatter_ == nullptr) return;
   const ScatterScale& scale = scales_[scatter_->Index()];
   chkAutomatic.SetChecked(scale.ScatterAuto);
   txtMax.SetText(Format(scale.ScatterAuto ? scatter_->TChart1.Left().Maximum()
@@ -58,6 +60,10 @@ void frmXYAxis::Load() {
 }
 
 void frmXYAxis::Accept() {
+  if (scatter_ == nullptr) {
+    Close();
+    return;
+  }
   ScatterScale& scale = scales_[scatter_->Index()];
   if (!chkAutomatic.Checked()) {
     const float range = ToSingle(NumberFromText(txtMax.Text()));

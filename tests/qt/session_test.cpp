@@ -355,6 +355,27 @@ TEST_F(SessionOnTheDesktop, AFirstStartTellsWhatToDoNext) {
   EXPECT_EQ(hint->visibleRegion().boundingRect().size(), hint->size());
 }
 
+TEST_F(SessionOnTheDesktop, EveryDialogCanBeShownOnItsOwnAndAccepted) {
+  Prepare([](Records&) {});
+  Start();
+  const std::vector<Window*> windows = program().desktop.Windows();
+  int shown = 0;
+  for (Window* const window : windows) {
+    if (window->Style() != WindowStyle::Dialog || window == &program().setupDialog) continue;
+    SCOPED_TRACE(window->FullName());
+    ++shown;
+    window->Show();
+    Draw();
+    EXPECT_TRUE(Seen(*window));
+    Answering(QMessageBox::Ok, [&] {
+      QTest::keyClick(face().HostOf(*window), Qt::Key_Return);
+      if (window->Loaded()) face().HostOf(*window)->close();
+    });
+    EXPECT_FALSE(window->Loaded());
+  }
+  EXPECT_GE(shown, 8);
+}
+
 TEST_F(SessionOnTheDesktop, AnAmpersandOfANameIsNoMnemonic) {
   Prepare([](Records&) {});
   Start();
