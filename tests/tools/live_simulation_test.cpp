@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/numbers.h"
 #include "simulator/command.h"
 #include "simulator/live_server.h"
 #include "simulator/outlets.h"
@@ -33,7 +34,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::string_view kRates = "GGA:20,HDT:20";
 
 SimulationOptions Options(double duration) {
-  const std::string seconds = std::to_string(duration);
+  const std::string seconds = PlainText(duration);
   return ParseSimulateCommand(
              std::vector<std::string_view>{"--sentences", kRates, "--duration", seconds, "--crlf"})
       .options;
