@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   session->program.replay.Press("PLAY");
   session->program.desktop.RunUntil([&] { return !records.OfflineRunning; });
   for (Window* const window : session->program.desktop.Windows()) {
-    if (window->Visible()) window->Refresh();
+    if (window->Visible()) window->Act([window] { window->Refresh(); });
   }
   return 0;
 }

@@ -215,11 +215,14 @@ void frmStatistics::WriteAverages() {
   const DoubleStat& longitude = statistics.LongitudeMean;
   lblAvgLat.SetText(Coordinate(latitude.Mean, "LAT"));
   lblAvgLon.SetText(Coordinate(longitude.Mean, "LON"));
-  const NorthEast sdev = DifferenceToNorthEastOnEllipsoid(
-      latitude.Mean, longitude.Mean, latitude.Mean + latitude.Sdev, longitude.Mean + longitude.Sdev,
-      kSemiMajorAxis, kEccentricitySquared);
-  lblSdLat.SetText(Format(sdev.North, "0.000"));
-  lblSdLon.SetText(Format(sdev.East, "0.000"));
+  // Positions of nonsense may spread beyond a single; the labels then keep what they show.
+  ResumeNext([&] {
+    const NorthEast sdev = DifferenceToNorthEastOnEllipsoid(
+        latitude.Mean, longitude.Mean, latitude.Mean + latitude.Sdev,
+        longitude.Mean + longitude.Sdev, kSemiMajorAxis, kEccentricitySquared);
+    lblSdLat.SetText(Format(sdev.North, "0.000"));
+    lblSdLon.SetText(Format(sdev.East, "0.000"));
+  });
   lblAvgHgt.SetText(Format(statistics.HeightMean.Mean, "0.000"));
   lblSdHgt.SetText(Format(statistics.HeightMean.Sdev, "0.000"));
   lblAvgPosCount.SetText(PlainText(latitude.Count));

@@ -263,7 +263,7 @@ constexpr bool FiltersAreOfTheSameSeries() {
   for (std::size_t row = 0; row < kTimeSeriesRows.size(); ++row) {
     const TimeSeriesRow& own = kTimeSeriesRows[row];
     const TimeSeriesRow& other = kTimeSeriesRows[FilterRow(row)];
-    if (own.value != nullptr && own.title != other.title) return false;
+    if (own.title != other.title && own.kind != SeriesKind::Bar) return false;
     if (own.type == SentenceType::GNS && other.type != SentenceType::GGA) return false;
   }
   return true;

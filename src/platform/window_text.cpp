@@ -58,7 +58,7 @@ void ForEachShown(const Window& window, ControlKind kind, Action&& action) {
 }  // namespace
 
 void Window::Write(std::ostream& out) {
-  Refresh();
+  Act([this] { Refresh(); });
   ForEachShown(*this, ControlKind::Label, [&out](const Control& label) {
     out << "label\t" << label.Name() << '\t' << OnOneLine(label.Text()) << '\n';
   });

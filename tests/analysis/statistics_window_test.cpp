@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
+#include "support/expect_fault.h"
 #include "support/test_program.h"
 
 namespace fathomline {
@@ -144,6 +145,18 @@ TEST_F(StatisticsWindow, OpenedBehindAReplayShowsItsResultsButForGST) {
   test.Feed("GPVTG,9.5,T,,M,7.0,N,,K");
   EXPECT_EQ(test.program.statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 2)
       << "closing stops the screen work alone";
+}
+
+TEST_F(StatisticsWindow, StandsPositionsOfNonsense) {
+  test.Analyse({"GGA"});
+  window.Show();
+  test.Feed("GPGGA,120000,001E100,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
+  ExpectFault(FaultNumber::Overflow,
+              [&] { test.Feed("GPGGA,120001,6000.0,N,00500.0,E,1,08,1.0,12.0,M,40.0,M,,"); });
+  const std::string written = Written();
+  EXPECT_THAT(written, HasSubstr("lblAvgPosCount\t2\n"));
+  EXPECT_THAT(written, HasSubstr("lblAvgHgt\t11.000\n"));
+  EXPECT_THAT(written, HasSubstr("lblSdLat\t0.000\n")) << "as behind the first sentence";
 }
 
 }  // namespace
