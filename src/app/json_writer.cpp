@@ -10,20 +10,22 @@ void JsonWriter::Value(char character) {
   Value(std::string_view(FromLatin1(std::string_view(&character, 1))));
 }
 
+// Payloads are bytes as they came; what is no UTF-8 in them is read as Latin-1.
 void JsonWriter::WriteQuoted(std::string_view text) {
   constexpr std::string_view kHex = "0123456789abcdef";
-  out_.put('"');
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    if (c == '"' || c == '\\') {
-      out_.put('\\').put(c);
-    } else if (code < 0x20) {
-      out_ << "\\u00" << kHex[code >> 4] << kHex[code & 0xFU];
+  std::string escaped;
+  for (std::size_t at = 0; at < text.size();) {
+    const char32_t c = NextCharacter(text, at);
+    if (c == U'"' || c == U'\\') {
+      escaped.push_back('\\');
+      escaped.push_back(static_cast<char>(c));
+    } else if (c < 0x20) {
+      escaped.append("\\u00").append({kHex[c >> 4], kHex[c & 0xFU]});
     } else {
-      out_.put(c);
+      AppendCharacter(escaped, c);
     }
   }
-  out_.put('"');
+  out_ << '"' << escaped << '"';
 }
 
 }  // namespace fathomline

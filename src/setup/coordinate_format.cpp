@@ -27,10 +27,10 @@ frmGeoFormat::frmGeoFormat(Desktop& desktop, Records& records)
   cmbDecimals.onChoose = [this] { ShowExample(); };
   cmdOk.onClick = [this] { Ok(); };
   cmdCancel.onClick = [this] { Close(); };
-  SetContent(Layout::Column(
-      {Layout::Form(
-           {{"Format :", optFormat}, {"Decimals :", cmbDecimals}, {"Example :", lblExample}}),
-       Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
+  SetContent(Layout::Column({Layout::Form({{"Format :", optFormat},
+                                           {"No of decimals : ", cmbDecimals},
+                                           {"Example : ", lblExample}}),
+                             Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
 }
 
 void frmGeoFormat::Load() {

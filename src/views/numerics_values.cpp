@@ -50,11 +50,10 @@ struct Writer {
     return text;
   }
 
-  static std::string PositionStatus(std::string_view status) {
-    std::string text = FromLatin1(status);
-    if (status == "A") text += " - Valid";
-    if (status == "V") text += " - Invalid";
-    return text;
+  static std::string PositionStatus(std::string status) {
+    if (status == "A") return status + " - Valid";
+    if (status == "V") return status + " - Invalid";
+    return status;
   }
 
   static std::string TurnStatus(char status) {
@@ -78,7 +77,7 @@ struct Writer {
             ValueText(r.HDOP),
             ValueText(r.DGPSAge),
             ValueText(r.DGPSStation),
-            FromLatin1(r.Time)};
+            r.Time};
   }
 
   Texts operator()(const GNSRecord& r) const {
@@ -87,17 +86,17 @@ struct Writer {
             EllipsoidalHeight(r.Altitude, r.GeoidalSeparation),
             WithLetter(r.GeoidalSeparation, 'm'),
             WithLetter(r.Altitude, 'm'),
-            FromLatin1(r.Mode),
+            r.Mode,
             ValueText(r.Satellites),
             ValueText(r.HDOP),
             ValueText(r.DGPSAge),
             ValueText(r.DGPSStation),
-            FromLatin1(r.Time)};
+            r.Time};
   }
 
   Texts operator()(const GLLRecord& r) const {
-    return {Latitude(r.Latitude), Longitude(r.Longitude), PositionStatus({&r.Status, 1}),
-            FromLatin1(r.Time)};
+    return {Latitude(r.Latitude), Longitude(r.Longitude),
+            PositionStatus(FromLatin1({&r.Status, 1})), r.Time};
   }
 
   Texts operator()(const RMCRecord& r) const {
@@ -107,8 +106,8 @@ struct Writer {
             ValueText(r.COG),
             WithLetter(r.MagneticVariation, r.MagneticVariationSide),
             PositionStatus(r.Status),
-            FromLatin1(r.Time),
-            FromLatin1(r.Date)};
+            r.Time,
+            r.Date};
   }
 
   Texts operator()(const VTGRecord& r) const {
@@ -118,7 +117,7 @@ struct Writer {
 
   Texts operator()(const ZDARecord& r) const {
     return {Padded(r.Day, "00") + "-" + Padded(r.Month, "00") + "-" + Padded(r.Year, "0000"),
-            FromLatin1(r.Time), Padded(r.ZoneHours, "00") + ":" + Padded(r.ZoneMinutes, "00")};
+            r.Time, Padded(r.ZoneHours, "00") + ":" + Padded(r.ZoneMinutes, "00")};
   }
 
   Texts operator()(const HDTRecord& r) const { return {ValueText(r.Heading)}; }

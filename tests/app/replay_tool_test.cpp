@@ -104,6 +104,14 @@ TEST_F(ReplayTool, TracesEveryLine) {
   EXPECT_THAT(lines[4], HasSubstr(R"("PRN":[5,31,-9999,-9999],"Elevation":[40,17,-9999,-9999])"));
 }
 
+TEST_F(ReplayTool, TracesNoiseAsValidText) {
+  const std::string noise = folder.Write(
+      "noise.log", "!AIVDM,1,1,,A,\xFF\x01\"\xC3\xA5,0*00\n$GPGNS,,,,,,\xE5\\,,,,,,\n");
+  ASSERT_EQ(Run({noise, "--trace", folder / "trace.json"}), 0);
+  EXPECT_THAT(ReadWholeFile(folder / "trace.json"),
+              HasSubstr("\"Payload\":\"\xC3\xBF\\u0001\\\"\xC3\xA5\""));
+}
+
 TEST_F(ReplayTool, CountsAndWritesWhatTheWindowsShow) {
   ASSERT_EQ(Run({Lines(), "--counters", folder / "counters.json", "--windows", folder / "windows",
                  "--report", "--name", "Bridge", "--reference", "1.0,0.1,5,0,0,0"}),
