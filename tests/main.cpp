@@ -2,7 +2,6 @@
 // that a figure which depends on it shows itself.
 #include <clocale>
 #include <cstdlib>
-
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {

@@ -83,9 +83,9 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
   program.setupDialog.Open(kSystem);
   camera.Take(program.setupDialog);
   program.setupDialog.Close();
-  for (Window* const window : std::initializer_list<Window*>{
-           &program.newWindow, &program.geoFormat, &program.document, &program.about,
-           &program.comportInfo}) {
+  for (Window* const window :
+       std::initializer_list<Window*>{&program.newWindow, &program.geoFormat, &program.document,
+                                      &program.about, &program.comportInfo}) {
     window->Show();
     camera.Take(*window);
     window->Close();
