@@ -42,28 +42,10 @@ MessageDriver::MessageDriver(Records& records, Statistics& statistics, const Clo
 void MessageDriver::ProcessMessage(int system, SentenceType type) {
   if (records_.SetTimeFromPC[system]) records_.MessageTime[system] = clock_.NowUtc();
 
-  switch (type) {
-    case SentenceType::GGA:
-    case SentenceType::GNS:
-    case SentenceType::GLL:
-    case SentenceType::RMC:
-    case SentenceType::ZDA:
-    case SentenceType::HDT:
-    case SentenceType::ATT:
-    case SentenceType::VHW:
-    case SentenceType::VTG:
-    case SentenceType::GSA:
-    case SentenceType::GST:
-    case SentenceType::GSV:
-    case SentenceType::DBT:
-    case SentenceType::ROT:
-    case SentenceType::TTM:
-    case SentenceType::VDM:
-    case SentenceType::VDO:
-      if (!records_.CommSetups[system].Analyses(type)) return;
-      break;
-    default:
-      StageUnknown(type);
+  if (const AnalyseFlag* const analysed = FindAnalyseFlag(type); analysed == nullptr) {
+    StageUnknown(type);
+  } else if (!(records_.CommSetups[system].*analysed->flag)) {
+    return;
   }
   switch (type) {
     case SentenceType::GGA:

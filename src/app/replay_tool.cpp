@@ -135,9 +135,7 @@ class ReplayRun {
     for (const AnalyseFlag& row : kAnalyseFlags) setup.*row.flag = !options_.messages;
     if (!options_.messages) return;
     for (const SentenceType type : *options_.messages) {
-      for (const AnalyseFlag& row : kAnalyseFlags) {
-        if (row.type == type) setup.*row.flag = true;
-      }
+      setup.*FindAnalyseFlag(type)->flag = true;
     }
   }
 

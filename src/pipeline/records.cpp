@@ -3,19 +3,16 @@
 #include <algorithm>
 
 namespace fathomline {
-namespace {
 
-const AnalyseFlag* FlagOf(SentenceType type) {
+const AnalyseFlag* FindAnalyseFlag(SentenceType type) {
   if (type == SentenceType::VDO) type = SentenceType::VDM;
   const auto* const found = std::find_if(kAnalyseFlags.begin(), kAnalyseFlags.end(),
                                          [type](const AnalyseFlag& f) { return f.type == type; });
   return found == kAnalyseFlags.end() ? nullptr : found;
 }
 
-}  // namespace
-
 bool CommSetup::Analyses(SentenceType type) const {
-  const AnalyseFlag* const found = FlagOf(type);
+  const AnalyseFlag* const found = FindAnalyseFlag(type);
   return found != nullptr && this->*(found->flag);
 }
 
@@ -42,7 +39,7 @@ void Records::SetMessageFlags(int system) {
     // "VDO" has no flag of its own, and a longer word is no sentence type.
     const SentenceType type = SentenceTypeOf(wanted[row]);
     if (wanted[row].size() != 3 || type == SentenceType::VDO) continue;
-    if (const AnalyseFlag* const found = FlagOf(type)) setup.*found->flag = true;
+    if (const AnalyseFlag* const found = FindAnalyseFlag(type)) setup.*found->flag = true;
   }
 }
 

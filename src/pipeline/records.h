@@ -101,6 +101,9 @@ inline constexpr std::array<AnalyseFlag, 16> kAnalyseFlags = {{
     {SentenceType::VDM, &CommSetup::AnalyseVDM},
 }};
 
+// The flag of a type; VDO shares that of VDM. None for a type that cannot be analysed.
+const AnalyseFlag* FindAnalyseFlag(SentenceType type);
+
 // Positions of the window flags of a system.
 enum class WindowFlag : std::int16_t {
   Numerics = 0,
