@@ -1,6 +1,6 @@
-// The desktop program. A setup file may be named as its first argument; "--screenshots FOLDER"
-// behind it takes pictures of every window instead of waiting for a user.
+// The desktop program.
 #include <QApplication>
+#include <QCommandLineParser>
 #include <QStandardPaths>
 #include <cstdlib>
 
@@ -12,12 +12,46 @@
 #include "platform/settings.h"
 #include "version.h"
 
+namespace {
+
+const QString kScreenshots = QStringLiteral("screenshots");
+
+void Describe(QCommandLineParser& parser) {
+  parser.setApplicationDescription(
+      QStringLiteral("Judges navigation sensors by their NMEA 0183 sentences."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  parser.addOption({kScreenshots,
+                    QStringLiteral("replay the input file, save a picture of every window, end"),
+                    QStringLiteral("DIR")});
+  parser.addPositionalArgument(QStringLiteral("SETUP.ini"),
+                               QStringLiteral("the setup to open instead of the last one"),
+                               QStringLiteral("[SETUP.ini]"));
+}
+
+// Help and version are told without a display.
+void AnswerOnConsole(int argc, char** argv) {
+  QCoreApplication console(argc, argv);
+  QCommandLineParser parser;
+  Describe(parser);
+  parser.parse(QCoreApplication::arguments());
+  if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
+  if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
   using namespace fathomline;
   QCoreApplication::setApplicationName(QString::fromUtf8(kProgramTitle).toLower());
   QCoreApplication::setApplicationVersion(QString::fromUtf8(kVersion));
+  AnswerOnConsole(argc, argv);
   const QApplication application(argc, argv);
   QGuiApplication::setApplicationDisplayName(QString::fromUtf8(kProgramTitle));
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.keelhaven.Fathomline"));
+  QCommandLineParser parser;
+  Describe(parser);
+  parser.process(application);
 
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
   IniSettings settings((folder + QStringLiteral("/settings.ini")).toStdString());
@@ -26,10 +60,10 @@ int main(int argc, char** argv) {
   QtFace face;
   Program program({face, clock, settings, [] { std::_Exit(1); }, &links});
   StartOptions options;
-  const QStringList arguments = QCoreApplication::arguments();
-  if (arguments.size() > 1) options.setupFile = arguments[1].toStdString();
-  if (arguments.size() > 3 && arguments[2] == QStringLiteral("--screenshots")) {
-    return TakeScreenshots(program, face, options, arguments[3].toStdString());
+  const QStringList setups = parser.positionalArguments();
+  if (!setups.isEmpty()) options.setupFile = setups.front().toStdString();
+  if (parser.isSet(kScreenshots)) {
+    return TakeScreenshots(program, face, options, parser.value(kScreenshots).toStdString());
   }
   return RunDesktop(program, options);
 }
