@@ -77,7 +77,6 @@ void frmNMEA::Load() {
   SetCaption("NMEA Monitor " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
   SetIconColour(SystemColour(Index()));
   RestorePlace(*this, settings_, "Monitor", kDefaultPlace);
-  if (records_.Offline()) lblInputBuffer1.SetText("File inputbuffer :");
   LayOutStatusBar();
 }
 
@@ -99,7 +98,9 @@ void frmNMEA::ShowLink() {
 
 void frmNMEA::LayOutStatusBar() {
   const CommSetup& setup = records_.CommSetups[Index()];
-  if (records_.Offline()) {
+  shownOffline_ = records_.Offline();
+  lblInputBuffer1.SetText(shownOffline_ ? "File inputbuffer :" : "COM-port inputbuffer :");
+  if (shownOffline_) {
     StatusBar1.SetPanels({"File : " + setup.OfflineFile});
   } else if (setup.UseTCPIP) {
     StatusBar1.SetPanels(
@@ -191,6 +192,8 @@ void frmNMEA::ResetCounters() {
 }
 
 void frmNMEA::Refresh() {
+  // A change of mode leaves the window open.
+  if (shownOffline_ != records_.Offline()) ShowLink();
   if (std::exchange(inputDue_, false)) lblInputBuffer2.SetText(FromLatin1(input_));
   lblMessages.SetText(PlainText(counters_.MonitorMessages));
   lblNMEACount.SetText(PlainText(counters_.MonitorNMEACount));

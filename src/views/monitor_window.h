@@ -30,14 +30,14 @@ class frmNMEA : public Window {
   // What the input buffer of the link holds.
   void ShowInput(std::string_view text);
 
-  // The texts of the system's link, after a change of its setup.
+  // The texts of the system's link, after a change of its setup or of the mode.
   void ShowLink();
 
   // Shows the counters and the input. Brings the window's flag back, which saving the setup clears,
   // when the window has been brought forward since.
   void Refresh() override;
 
-  Label lblInputBuffer1{*this, "lblInputBuffer1", "COM-port inputbuffer :"};
+  Label lblInputBuffer1{*this, "lblInputBuffer1"};
   Label lblInputBuffer2{*this, "lblInputBuffer2"};
   TextBox txtNMEA{*this, "txtNMEA", "", TextBox::Lines::Many};
   Label lblMessages{*this, "lblMessages", "0"};
@@ -80,6 +80,7 @@ class frmNMEA : public Window {
   Counters counters_;
   std::string input_;
   bool inputDue_ = false;
+  bool shownOffline_ = false;
   std::uint64_t seenFrontOrder_ = 0;
 };
 
