@@ -14,7 +14,7 @@ class frmGeoFormat : public Window {
 
   // Entry 0 degrees and minutes, entry 1 degrees, minutes and seconds.
   Choices optFormat{
-      *this, "optFormat", ChoicesKind::Options, {"Degrees, minutes", "Degrees, minutes, seconds"}};
+      *this, "optFormat", ChoicesKind::Options, {"dd\u00B0 mm.mmmm' N", "dd\u00B0 mm' ss.ss\" N"}};
   Choices cmbDecimals{*this, "cmbDecimals", ChoicesKind::Combo};
   Label lblExample{*this, "lblExample"};
   Button cmdOk{*this, "cmdOk", "&OK", Button::Role::Default};
