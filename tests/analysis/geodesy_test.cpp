@@ -12,10 +12,6 @@ namespace {
 constexpr double kMinute = std::numbers::pi / 180.0 / 60.0;
 
 TEST(Geodesy, ReducesMinutesToMetres) {
-  const NorthEast none = DifferenceToNorthEast(1.0, 0.2, 1.0, 0.2);
-  EXPECT_EQ(none.North, 0.0F);
-  EXPECT_EQ(none.East, 0.0F);
-
   EXPECT_NEAR(DifferenceToNorthEast(0, 0, kMinute, 0).North, 1842.90, 0.005);
   const double sixty = std::numbers::pi / 3.0;
   EXPECT_NEAR(DifferenceToNorthEast(sixty, 0, sixty, kMinute).East, 930.00, 0.005);
@@ -29,9 +25,7 @@ TEST(Geodesy, ReducesMinutesToMetres) {
 }
 
 TEST(Geodesy, DoesNotWrapAtTheDateLineAndFaultsBeyondASingle) {
-  const double west = -179.9 * std::numbers::pi / 180.0;
-  const double east = 179.9 * std::numbers::pi / 180.0;
-  EXPECT_GT(DifferenceToNorthEast(0, west, 0, east).East, 4.0e7F);
+  EXPECT_GT(DifferenceToNorthEast(0, -3.14, 0, 3.14).East, 4.0e7F);
   ExpectFault(FaultNumber::Overflow, [] { DifferenceToNorthEast(0, 0, 1e300, 0); });
 }
 

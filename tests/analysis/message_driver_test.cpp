@@ -74,13 +74,10 @@ TEST_F(MessageDriverCalls, FollowTheFixedOrderAndTheOpenWindows) {
   EXPECT_EQ(Process(SentenceType::VTG).size(), 5U) << "a replay is held in its loop, not here";
 }
 
-TEST_F(MessageDriverCalls, EndAtOnceForATypeThatIsNotAnalysed) {
+TEST_F(MessageDriverCalls, EndForATypeThatIsNotAnalysedAndGoOnForAnUnknownOne) {
   records.CommSetups[1] = {};
   for (const AnalyseFlag& row : kAnalyseFlags) EXPECT_THAT(Process(row.type), IsEmpty());
   EXPECT_TRUE(dialogs.boxes.empty());
-}
-
-TEST_F(MessageDriverCalls, OfAnUnknownTypeGoOnBehindItsBox) {
   EXPECT_THAT(Process(SentenceTypeOf("XYZ")), ElementsAre("series"));
   EXPECT_THAT(dialogs.TakeTexts(), ElementsAre("A NMEA message type XYZ is received. No action"));
 }
@@ -97,23 +94,24 @@ class MessageDriverTest : public testing::Test {
 TEST_F(MessageDriverTest, KeepsTheClockOfTheSystem) {
   test.Analyse({"GGA", "GLL", "RMC", "ZDA", "VTG"});
   EXPECT_EQ(Time(), "02 Jan 2026 03:04:05") << "the present time until a sentence tells another";
-  test.Feed("GPGGA,235959.75,,,,,0,,,,M,,M,,");
-  EXPECT_EQ(Time(), "02 Jan 2026 23:59:59");
-  test.Feed("GPGGA,000001,,,,,0,,,,M,,M,,");
-  EXPECT_EQ(Time(), "03 Jan 2026 00:00:01") << "past midnight";
-  test.Feed("GPRMC,000002,V,,,,,,,030126,,,N");
-  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02");
-  test.Feed("GPZDA,120000,15,08,2026,00,00");
-  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02") << "a ZDA moves the date alone";
-  test.Feed("GPGGA,nonsense,,,,,0,,,,M,,M,,");
-  EXPECT_EQ(Time(), "03 Jan 2026 00:00:02") << "an unreadable time is passed over by GGA";
-  test.Feed("GPGGA,000003,,,,,0,,,,M,,M,,");
-  EXPECT_EQ(Time(), "15 Aug 2026 00:00:03");
-  test.Feed("GPGGA,000001,,,,,0,,,,M,,M,,");
-  EXPECT_EQ(Time(), "16 Aug 2026 00:00:01") << "a step back counts as midnight";
-  test.Feed("GPRMC,000001,V,,,,,,,320126,,,N");
-  EXPECT_EQ(FormatDateTime(test.records.MessageDate[1], "dd mmm yyyy"), "02 Feb 2026")
-      << "day 32 of January rolls over, and so does the date behind it";
+  struct Step {
+    const char* body;
+    const char* time;
+    const char* why;
+  };
+  for (const Step& step :
+       {Step{"GPGGA,235959.75,,,,,0,,,,M,,M,,", "02 Jan 2026 23:59:59", "whole seconds"},
+        Step{"GPGGA,000001,,,,,0,,,,M,,M,,", "03 Jan 2026 00:00:01", "past midnight"},
+        Step{"GPRMC,000002,V,,,,,,,030126,,,N", "03 Jan 2026 00:00:02", "the same day"},
+        Step{"GPZDA,120000,15,08,2026,00,00", "03 Jan 2026 00:00:02", "it moves the date alone"},
+        Step{"GPGGA,nonsense,,,,,0,,,,M,,M,,", "03 Jan 2026 00:00:02", "passed over by GGA"},
+        Step{"GPGGA,000003,,,,,0,,,,M,,M,,", "15 Aug 2026 00:00:03", "the date of the ZDA"},
+        Step{"GPGGA,000001,,,,,0,,,,M,,M,,", "16 Aug 2026 00:00:01", "a step back is midnight"},
+        // Day 32 of January rolls over, and so does the date behind it.
+        Step{"GPRMC,000001,V,,,,,,,320126,,,N", "02 Feb 2026 00:00:01", "and back in time"}}) {
+    test.Feed(step.body);
+    EXPECT_EQ(Time(), step.time) << step.body << ": " << step.why;
+  }
 
   test.records.SetTimeFromPC[1] = true;
   test.clock.Set(DateFromParts(2027, 5, 6) + TimeFromParts(7, 8, 9));
@@ -123,19 +121,15 @@ TEST_F(MessageDriverTest, KeepsTheClockOfTheSystem) {
 
 TEST_F(MessageDriverTest, PassesOnATimeOrDateThatCannotBeRead) {
   test.Analyse({"GLL", "RMC", "ZDA"});
-  struct Row {
-    const char* body;
-    FaultNumber fault;
-  };
-  for (const Row& row :
-       {Row{"GPGLL,6000.0,N,00500.0,E,,A,A", FaultNumber::TypeMismatch},
-        Row{"GPGLL,6000.0,N,00500.0,E,240000,A,A", FaultNumber::TypeMismatch},
-        Row{"GPRMC,120000,A,6000.0,N,00500.0,E,1,2,,,,A", FaultNumber::TypeMismatch},
-        Row{"GPRMC,120000,A,6000.0,N,00500.0,E,1,2,1-0126,,,A", FaultNumber::TypeMismatch},
-        Row{"GPRMC,12x000,A,6000.0,N,00500.0,E,1,2,020126,,,A", FaultNumber::TypeMismatch},
-        Row{"GPZDA,120000,01,02,99,00,00", FaultNumber::InvalidCall},
-        Row{"GPZDA,120000,01,02,,00,00", FaultNumber::InvalidCall}}) {
-    ExpectFault(row.fault, [&] { test.Feed(row.body); });
+  for (const char* const body :
+       {"GPGLL,6000.0,N,00500.0,E,,A,A", "GPGLL,6000.0,N,00500.0,E,240000,A,A",
+        "GPRMC,120000,A,6000.0,N,00500.0,E,1,2,,,,A",
+        "GPRMC,120000,A,6000.0,N,00500.0,E,1,2,1-0126,,,A",
+        "GPRMC,12x000,A,6000.0,N,00500.0,E,1,2,020126,,,A"}) {
+    ExpectFault(FaultNumber::TypeMismatch, [&] { test.Feed(body); });
+  }
+  for (const char* const body : {"GPZDA,120000,01,02,99,00,00", "GPZDA,120000,01,02,,00,00"}) {
+    ExpectFault(FaultNumber::InvalidCall, [&] { test.Feed(body); });
   }
   EXPECT_EQ(statistics.LatitudeMean.Count, 0) << "the steps behind the fault are skipped";
 }
@@ -172,12 +166,11 @@ TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
   test.records.OnlinePaused = true;
   test.Feed("GPGGA,120000,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
   test.Feed("HEHDT,10.0,T");
+  test.records.OnlinePaused = false;
+  test.Feed("HEHDT,,T");  // an empty heading is no value
   EXPECT_EQ(reference.ReferenceLatitude, 1.0);
   EXPECT_EQ(statistics.LatitudeMean.Count, 0);
   EXPECT_EQ(statistics.HeadingMean.Count, 0);
-  test.records.OnlinePaused = false;
-  test.Feed("HEHDT,,T");
-  EXPECT_EQ(statistics.HeadingMean.Count, 0) << "an empty heading is no value";
 }
 
 TEST_F(MessageDriverTest, KeepsOutliersOfTheAttitudeOutOfTheMeans) {

@@ -2,8 +2,8 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <initializer_list>
 #include <limits>
+#include <vector>
 
 #include "platform/numbers.h"
 #include "support/expect_fault.h"
@@ -14,7 +14,7 @@ namespace {
 const FrozenClock kClock{DateFromParts(2026, 1, 2)};
 
 template <class Stat>
-void Take(Stat& stat, std::initializer_list<float> values) {
+void Take(Stat& stat, const std::vector<float>& values) {
   for (const float value : values) {
     if constexpr (std::is_same_v<Stat, SNRStat>) {
       AccumulateSNR(value, stat, {"12:00:00", kClock});
@@ -71,48 +71,35 @@ TEST(RunningStatistics, RaisesOverflowWhereASumRunsOver) {
   ExpectFault(FaultNumber::Overflow, [&] { AccumulateDouble(stat, 1e300, {"", kClock}); });
 }
 
-struct PercentileCase {
-  const char* what;
-  std::initializer_list<float> values;
-  float p68;
-  float p95;
-};
-
 TEST(DeviationStat, PercentilesAreTheLowerEdgesOfTheirBins) {
-  const PercentileCase cases[] = {
-      {"no sample", {}, 0.0F, 0.0F},
-      {"one sample", {1.234F}, 1.23F, 1.23F},
-      {"the sign does not matter", {-1.234F}, 1.23F, 1.23F},
-      {"ten small and one large",
-       {0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 0.004F, 5.0F},
-       0.0F,
-       5.0F},
-      {"the last bin but one", {9.995F}, 9.99F, 9.99F},
-      {"exactly ten", {10.0F}, 10.0F, 10.0F},
-      {"beyond", {1e30F}, 10.0F, 10.0F},
-      // 2 of 3 do not pass 68%.
-      {"two of three", {1.0F, 1.0F, 2.0F}, 2.0F, 2.0F},
+  struct Row {
+    std::vector<float> values;
+    float p68;
+    float p95;
   };
-  for (const PercentileCase& row : cases) {
+  const auto many = [](std::size_t count, float value, std::size_t others, float other) {
+    std::vector<float> values(count, value);
+    values.insert(values.end(), others, other);
+    return values;
+  };
+  const Row rows[] = {{{}, 0.0F, 0.0F},
+                      {{1.234F}, 1.23F, 1.23F},
+                      {{-1.234F}, 1.23F, 1.23F},
+                      {{9.995F}, 9.99F, 9.99F},
+                      {{10.0F}, 10.0F, 10.0F},
+                      {{1e30F}, 10.0F, 10.0F},
+                      {many(10, 0.004F, 1, 5.0F), 0.0F, 5.0F},
+                      // A share of exactly the limit does not pass: 17 of 25 is 0.68 and 19 of 20
+                      // is 0.95, in single precision as well.
+                      {many(17, 0.0F, 8, 1.0F), 1.0F, 1.0F},
+                      {many(19, 0.0F, 1, 1.0F), 0.0F, 1.0F}};
+  for (const Row& row : rows) {
     DeviationStat stat;
     Take(stat, row.values);
     const Percentiles percentiles = stat.ComputePercentiles();
-    EXPECT_EQ(percentiles.P68, row.p68) << row.what;
-    EXPECT_EQ(percentiles.P95, row.p95) << row.what;
+    EXPECT_EQ(percentiles.P68, row.p68) << "row " << &row - rows;
+    EXPECT_EQ(percentiles.P95, row.p95) << "row " << &row - rows;
   }
-}
-
-TEST(DeviationStat, AShareOfExactlyTheLimitDoesNotPass) {
-  // 17 of 25 is 0.68 and 19 of 20 is 0.95, in single precision as well.
-  DeviationStat stat68;
-  for (int i = 0; i < 17; ++i) Take(stat68, {0.0F});
-  for (int i = 0; i < 8; ++i) Take(stat68, {1.0F});
-  EXPECT_EQ(stat68.ComputePercentiles().P68, 1.0F);
-  DeviationStat stat95;
-  for (int i = 0; i < 19; ++i) Take(stat95, {0.0F});
-  Take(stat95, {1.0F});
-  EXPECT_EQ(stat95.ComputePercentiles().P68, 0.0F);
-  EXPECT_EQ(stat95.ComputePercentiles().P95, 1.0F);
 }
 
 TEST(DeviationStat, CountsNoValueAsRejectedAndSortsTheSignedBins) {

@@ -21,25 +21,17 @@ TEST(ComputeChecksum, SumsBetweenTheFirstCharacterAndTheStar) {
 }
 
 TEST(TestChecksum, ComparesTheLastTwoCharactersExactly) {
-  EXPECT_TRUE(TestChecksum("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48"));
-  EXPECT_TRUE(TestChecksum("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48\r\n"));
-  EXPECT_FALSE(TestChecksum("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48\n"));
-  EXPECT_FALSE(TestChecksum("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48\r"));
-  EXPECT_FALSE(TestChecksum("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*49"));
-  EXPECT_TRUE(TestChecksum("$jfff*0C"));
-  EXPECT_FALSE(TestChecksum("$jfff*0c"));
-}
-
-TEST(TestChecksum, RefusesBelowSixCharacters) {
-  EXPECT_FALSE(TestChecksum("$A*41"));
-  EXPECT_TRUE(TestChecksum("$AB*03"));
-  EXPECT_FALSE(TestChecksum(""));
-  EXPECT_FALSE(TestChecksum("*41\r\n"));
-}
-
-TEST(TestChecksum, ANothingIsSummedAsXX) {
-  EXPECT_TRUE(TestChecksum("*ABCXX"));
-  EXPECT_FALSE(TestChecksum("*ABC00"));
+  const std::string right = "$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48";
+  for (const std::string& good : {right, right + "\r\n", std::string("$jfff*0C"),
+                                  std::string("$AB*03"), std::string("*ABCXX")}) {
+    EXPECT_TRUE(TestChecksum(good)) << good;
+  }
+  // Half an ending, another sum, small digits, and less than six characters.
+  for (const std::string& bad :
+       {right + "\n", right + "\r", std::string("$AB*04"), std::string("$jfff*0c"),
+        std::string("*ABC00"), std::string("$A*41"), std::string(), std::string("*41\r\n")}) {
+    EXPECT_FALSE(TestChecksum(bad)) << bad;
+  }
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 #include <sstream>
-#include <vector>
 
 #include "platform/desktop.h"
 #include "platform/headless/scripted_face.h"
@@ -19,22 +18,18 @@ class GridTest : public testing::Test {
   Grid grid{window, "fgSample", 1, 15};
 };
 
-TEST_F(GridTest, ManyRowsOfWhichFewAreFilled) {
+TEST_F(GridTest, RowsAndColumnsThatAreCutOffDoNotComeBack) {
   grid.SetRows(32767);
   grid.Set(32766, 13, "10:11:12");
   EXPECT_EQ(grid.Text(32766, 13), "10:11:12");
   EXPECT_EQ(grid.Text(32766, 14), "");
   EXPECT_EQ(grid.Text(16000, 0), "");
-  // What was cut off does not come back.
   grid.SetRows(10);
   grid.SetRows(32767);
   EXPECT_EQ(grid.Text(32766, 13), "");
-}
 
-TEST_F(GridTest, ColumnsMayGrowBehindWhatIsWritten) {
   grid.Set(0, 14, "last");
   grid.SetColumns(20);
-  EXPECT_EQ(grid.Text(0, 19), "");
   grid.Set(0, 19, "new");
   EXPECT_EQ(grid.Text(0, 14), "last");
   EXPECT_EQ(grid.Text(0, 19), "new");
@@ -85,14 +80,6 @@ TEST_F(GridTest, CellsBeyondTheTableAreFaults) {
   EXPECT_THROW(grid.Set(0, 15, "x"), Fault);
   EXPECT_THROW(grid.Set(-1, 0, "x"), Fault);
   EXPECT_THROW(grid.Text(0, -1), Fault);
-}
-
-TEST_F(GridTest, AClickTellsTheRowAndThePlace) {
-  window.Show();
-  std::vector<int> seen;
-  grid.onClickRow = [&](int row, int x, int y) { seen = {row, x, y}; };
-  grid.ClickRow(3, 150, 4000);
-  EXPECT_EQ(seen, (std::vector<int>{3, 150, 4000}));
 }
 
 }  // namespace

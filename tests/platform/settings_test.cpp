@@ -1,33 +1,25 @@
 #include "platform/settings.h"
 
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
-#include <unistd.h>
 
-#include "platform/fault.h"
+#include "platform/files.h"
+#include "platform/serial_devices.h"
+#include "support/expect_fault.h"
+#include "support/temporary_folder.h"
 
 namespace fathomline {
 namespace {
 
-class IniSettingsTest : public testing::Test {
- protected:
-  ~IniSettingsTest() override { std::filesystem::remove_all(folder); }
-
+struct IniSettingsTest : testing::Test {
   void WriteFile(const std::string& bytes) {
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << bytes;
-  }
-  std::string ReadFile() const {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
+    MakeFolder(folder / "deeper");
+    folder.Write("deeper/settings.ini", bytes);
   }
 
-  std::filesystem::path folder =
-      std::filesystem::temp_directory_path() / ("settings_test_" + std::to_string(::getpid()));
-  std::filesystem::path file = folder / "deeper" / "settings.ini";
+  TemporaryFolder folder;
+  std::filesystem::path file = folder / "deeper/settings.ini";
 };
 
 TEST_F(IniSettingsTest, WhatIsSavedIsReadBack) {
@@ -68,26 +60,41 @@ TEST_F(IniSettingsTest, RubbishIsPassedOver) {
       "Left=12\nTop=99999999999\nWidth=12x\nHeight=\n"s);
   IniSettings settings(file);
   EXPECT_EQ(settings.GetNumber("Settings", "Left", 1000), 12);
-  EXPECT_EQ(settings.GetNumber("Settings", "Top", 1000), 1000);
-  EXPECT_EQ(settings.GetNumber("Settings", "Width", 1000), 1000);
-  EXPECT_EQ(settings.GetNumber("Settings", "Height", 1000), 1000);
+  for (const char* const key : {"Top", "Width", "Height"}) {
+    EXPECT_EQ(settings.GetNumber("Settings", key, 1000), 1000) << key;
+  }
   EXPECT_FALSE(settings.Get("", "before"));
   EXPECT_FALSE(settings.Get("Settings", "lost"));
 }
 
 TEST_F(IniSettingsTest, AFileThatCannotBeWrittenIsAFaultAndStaysAsItWas) {
   WriteFile("[Settings]\nLeft=1\n");
-  const std::string before = ReadFile();
+  const std::string before = ReadWholeFile(file);
   // A folder in the way of the second file stops every user, root included.
   std::filesystem::create_directories(file.string() + ".new/x");
   IniSettings settings(file);
   settings.Save();  // nothing has changed
   settings.Set("Settings", "Left", 2);
   EXPECT_THROW(settings.Save(), Fault);
-  EXPECT_EQ(ReadFile(), before);
+  EXPECT_EQ(ReadWholeFile(file), before);
   std::filesystem::remove_all(file.string() + ".new");
   settings.Save();
-  EXPECT_EQ(ReadFile(), "[Settings]\nLeft=2\n\n");
+  EXPECT_EQ(ReadWholeFile(file), "[Settings]\nLeft=2\n\n");
+}
+
+TEST(SerialDevice, EveryPortHasADeviceUntilTheSettingsNameAnother) {
+  SettingsStore settings;
+  EXPECT_EQ(SerialDevice(settings, 1), "/dev/ttyS0");
+  EXPECT_EQ(SerialDevice(settings, 4), "/dev/ttyS3");
+  EXPECT_EQ(SerialDevice(settings, 5), "/dev/ttyUSB0");
+  EXPECT_EQ(SerialDevice(settings, 10), "/dev/ttyUSB5");
+  EXPECT_EQ(SerialDevice(settings, 11), "/dev/ttyACM0");
+  EXPECT_EQ(SerialDevice(settings, 16), "/dev/ttyACM5");
+  settings.Set("Comports", "COM5", "/dev/serial/by-id/usb-gyro");
+  EXPECT_EQ(SerialDevice(settings, 5), "/dev/serial/by-id/usb-gyro");
+  for (const int port : {0, 17}) {
+    ExpectFault(FaultNumber::OutOfRange, [&] { SerialDevice(settings, port); });
+  }
 }
 
 }  // namespace
