@@ -3,7 +3,8 @@
 build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
   libqcustomplot-dev libqcustomplot2.1-qt6 libgl-dev"
 run_packages="libqt6svg6 fonts-dejavu-core"
-test_packages="libgtest-dev libgmock-dev locales-all"
+test_packages="libgtest-dev libgmock-dev locales-all appstream
+  desktop-file-utils"
 
 need() {
   local missing=() package

@@ -1,13 +1,19 @@
-// The rules of the house: which folder may include which, and that only the desktop face and its
-// programs know the toolkit.
+// The rules of the house: which folder may include which, that only the desktop face and its
+// programs know the toolkit, and that the manuals name the options there are.
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <regex>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
+
+#include "app/replay_options.h"
+#include "simulator/command.h"
 
 namespace fathomline {
 namespace {
@@ -76,6 +82,34 @@ TEST(House, OnlyTheDesktopFaceAndTheProgramsKnowTheToolkit) {
     if (include.file.rfind("platform/qt/", 0) == 0 || include.file.rfind("app/", 0) == 0) continue;
     EXPECT_FALSE(std::regex_match(include.included, toolkit))
         << include.file << " includes " << include.included;
+  }
+}
+
+std::set<std::string> OptionsIn(const std::string& text, const std::regex& option) {
+  std::set<std::string> options;
+  for (std::sregex_iterator it(text.begin(), text.end(), option); it != std::sregex_iterator();
+       ++it) {
+    options.insert((*it)[1].str());
+  }
+  return options;
+}
+
+TEST(House, TheManualsNameTheOptionsThereAre) {
+  std::ostringstream simulateHelp, errors;
+  const std::vector<std::string_view> help{"--help"};
+  ASSERT_EQ(simulator::RunSimulateCommand(help, simulateHelp, errors), 0);
+  const struct {
+    const char* manual;
+    std::string help;
+  } tools[] = {{"fathomline-replay", ReplayHelp()}, {"fathomline-simulate", simulateHelp.str()}};
+  for (const auto& tool : tools) {
+    std::ifstream in(fs::path(FATHOMLINE_SOURCE_DIR) / "packaging" /
+                     (std::string(tool.manual) + ".1.in"));
+    const std::string manual{std::istreambuf_iterator<char>(in), {}};
+    const std::string plain = std::regex_replace(manual, std::regex(R"(\\-)"), "-");
+    EXPECT_EQ(OptionsIn(plain, std::regex(R"(\.TP\n\.BI?R? (--[a-z-]+))")),
+              OptionsIn(tool.help, std::regex(R"(\n  (--[a-z-]+))")))
+        << tool.manual;
   }
 }
 
