@@ -29,15 +29,12 @@ TEST(Geodesy, DoesNotWrapAtTheDateLineAndFaultsBeyondASingle) {
   ExpectFault(FaultNumber::Overflow, [] { DifferenceToNorthEast(0, 0, 1e300, 0); });
 }
 
-TEST(Geodesy, TheGeneralRoutineAgreesOnWGS84AndFollowsItsArguments) {
-  const NorthEast own = DifferenceToNorthEast(1.0, 0.2, 1.0001, 0.2002);
-  const NorthEast same = DifferenceToNorthEastOnEllipsoid(1.0, 0.2, 1.0001, 0.2002, kSemiMajorAxis,
-                                                          kEccentricitySquared);
-  EXPECT_FLOAT_EQ(own.North, same.North);
-  EXPECT_FLOAT_EQ(own.East, same.East);
+TEST(Geodesy, TheGeneralRoutineFollowsItsArguments) {
   const NorthEast sphere = DifferenceToNorthEastOnEllipsoid(0, 0, 0.5, 0.25, 1000.0, 0.0);
   EXPECT_FLOAT_EQ(sphere.North, 500.0F);
   EXPECT_FLOAT_EQ(sphere.East, 250.0F);
+  const NorthEast flat = DifferenceToNorthEastOnEllipsoid(0, 0, 0.5, 0.25, 1000.0, 0.5);
+  EXPECT_FLOAT_EQ(flat.North, 250.0F);
 }
 
 }  // namespace

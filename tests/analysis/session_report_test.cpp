@@ -1,5 +1,6 @@
 #include "analysis/session_report.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -20,16 +21,11 @@ class SessionReportTest : public testing::Test {
     test.face.ExpectBox("Statistics summary printed to text file : " +
                         test.program.report.ReportPath(system));
     test.program.report.Print_Report(system);
-    return WithoutReturns(ReadWholeFile(test.program.report.ReportPath(system)));
-  }
-
-  static std::string WithoutReturns(const std::string& text) {
-    std::string lines;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      EXPECT_EQ(text[i] == '\n', i > 0 && text[i - 1] == '\r') << "at byte " << i;
-      if (text[i] != '\r') lines.push_back(text[i]);
-    }
-    return lines;
+    std::string text = ReadWholeFile(test.program.report.ReportPath(system));
+    const auto lines = std::count(text.begin(), text.end(), '\n');
+    EXPECT_TRUE(text.ends_with("\r\n"));
+    EXPECT_EQ(std::erase(text, '\r'), lines);
+    return text;
   }
 
   // 3 fixes: at the reference, 1 m and some 2.5 m above it; north by 0.001' and 0.002'.

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/desktop.h"
-#include "platform/headless/headless_links.h"
 #include "platform/headless/scripted_face.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -183,34 +182,6 @@ TEST_F(EventPumpTest, DialogsThatNobodyExpectsAreErrors) {
   face.ExpectBox("sure?", Answer::Ok);
   EXPECT_THROW(desktop.Ask({.text = "sure?", .buttons = BoxButtons::YesNo}), UnscriptedDialog);
   EXPECT_THROW(desktop.ChooseFile({.title = "Open", .filter = ""}), UnscriptedDialog);
-  face.ExpectFile("/tmp/a.log");
-  EXPECT_EQ(desktop.ChooseFile({.title = "Open", .filter = ""}), "/tmp/a.log");
-}
-
-TEST(HeadlessLinks, ASerialPortTellsOfEvery32BytesAndASocketOfEachArrival) {
-  ScriptedFace face;
-  Desktop desktop(face);
-  HeadlessLinks links;
-  HeadlessSerialLink& serial = links.MSComm1(16);
-  HeadlessUdpLink& udp = links.WinsockUDP(4);
-  desktop.Start(serial);
-  desktop.Start(udp);
-  std::vector<std::string> reads;
-  serial.onComm = [&] { reads.push_back(serial.Input()); };
-  udp.onDataArrival = [&] { reads.push_back(udp.GetData()); };
-  serial.Arrive("lost");
-  serial.Open();
-  serial.Arrive(std::string(33, 'x'));
-  udp.Bind(1000);
-  udp.Arrive("a");
-  udp.Arrive("b");
-  EXPECT_TRUE(reads.empty());
-  face.Turn();
-  EXPECT_EQ(reads, (std::vector<std::string>{std::string(33, 'x'), "", "ab", ""}));
-  links.MSComm1(3).refusal = "Permission denied";
-  EXPECT_THROW(links.MSComm1(3).Open(), Fault);
-  EXPECT_TRUE(links.Probe(16).busy);
-  EXPECT_THROW(links.MSComm1(17), Fault);
 }
 
 TEST(BatchFace, AnswersYesAndCancelsWhatItIsAskedToChoose) {
@@ -222,9 +193,6 @@ TEST(BatchFace, AnswersYesAndCancelsWhatItIsAskedToChoose) {
   EXPECT_EQ(desktop.Ask({.text = "done", .title = "Other"}), Answer::Ok);
   EXPECT_EQ(titles, (std::vector<std::string>{kProgramTitle, "Other"}));
   EXPECT_FALSE(desktop.ChooseFile({.title = "Open", .filter = ""}));
-  Window dialog(desktop, {.name = "frmDialog", .style = WindowStyle::Dialog});
-  desktop.ShowModal(dialog);
-  EXPECT_FALSE(dialog.Loaded());
 }
 
 }  // namespace
