@@ -109,7 +109,7 @@ Program::Program(const Surroundings& surroundings)
       newWindow(desktop, records, [this](ViewKind kind, int system) { OpenView(kind, system); }),
       document(desktop, records),
       geoFormat(desktop, records),
-      comportInfo(desktop),
+      comportInfo(desktop, surroundings.settings),
       about(desktop),
       driver(records, statistics, surroundings.clock, desktop, *views_),
       pipeline(records, ais, targets, driver, *lines_, desktop),

@@ -25,6 +25,8 @@ class SettingsStore {
 
   // Makes what has been set outlive the program, where the store can. Raises the fault of the file.
   virtual void Save() {}
+  // The file that they are kept in; empty where there is none.
+  virtual std::string Location() const { return {}; }
 
  protected:
   using Section = std::map<std::string, std::string, std::less<>>;
@@ -43,6 +45,7 @@ class IniSettings : public SettingsStore {
   // Writes a second file and renames it over the first, so that there is a whole file at any time.
   // Does nothing where nothing has changed. Raises PathAccess with the cause.
   void Save() override;
+  std::string Location() const override { return file_.string(); }
 
  private:
   void Read();
