@@ -111,7 +111,7 @@ class frmSetup : public Window {
   Frame frameUDP{*this, "frameUDP", "UDP"};
   TextBox txtUDP_port{frameUDP, "txtUDP_port", "1000"};
   Frame frameLogfile{*this, "frameLogfile", "Input file"};
-  Label lblFileName{frameLogfile, "lblFileName", "not selected"};
+  Label lblFileName{frameLogfile, "lblFileName", "not selected", Label::Look::Path};
   Button cmdSelectFile{frameLogfile, "cmdSelectFile", "&Select file..."};
 
   Button cmdOk{*this, "cmdOk", "&OK", Button::Role::Default};

@@ -22,7 +22,7 @@ class frmOfflineStatus : public Window {
   // Bytes read so far; a size of 0 where it is not known.
   void ShowProgress(std::uint64_t position, std::uint64_t size);
 
-  Label lblFileName{*this, "lblFileName", "no file selected"};
+  Label lblFileName{*this, "lblFileName", "no file selected", Label::Look::Path};
   Label lblStatus{*this, "lblStatus", "not started"};
   Label lblStartTime{*this, "lblStartTime", "   n/a"};
   Label lblTimeHeader{*this, "lblTimeHeader", "Current time :"};

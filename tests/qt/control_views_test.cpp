@@ -43,11 +43,15 @@ class ControlViews : public QtFixture {
 TEST_F(ControlViews, LabelsShowTheirTextAndAreNamedByTheWordsBeforeThem) {
   Label label{window, "lblText", "one"};
   Label swatch{window, "lblColour", {}, Label::Look::Swatch};
+  Label path{window, "lblPath", "/" + std::string(300, 'x'), Label::Look::Path};
   TextBox box{window, "txtLimit"};
-  window.SetContent(Layout::Column({label, swatch, Layout::Row({Layout::Words("&Limit :"), box})}));
+  window.SetContent(
+      Layout::Column({label, swatch, path, Layout::Row({Layout::Words("&Limit :"), box})}));
   Show();
   EXPECT_EQ(Find<QLabel>(label)->text(), "one");
   EXPECT_EQ(Find<QLabel>(label)->objectName(), "lblText");
+  EXPECT_LT(face.WidgetOf(path)->width(), 600);
+  EXPECT_EQ(face.WidgetOf(path)->toolTip(), Find<QLabel>(path)->text());
   label.SetText("<b>two</b> & more");
   swatch.SetColour(kGreen);
   face.Draw();

@@ -138,18 +138,28 @@ TEST_F(MainAndChild, HiddenCoveredAndIdleWindowsCostNoDrawing) {
   EXPECT_EQ(Find<QLabel>(label)->text(), "while hidden");
 }
 
-TEST_F(MainAndChild, EnterPressesTheDefaultButtonAndEscapeTheCancelButton) {
+TEST_F(MainAndChild, ADialogHasTheKeyboardAndGetsItBackFromItsBoxes) {
   PlainWindow dialog(desktop, {.name = "frmDialog", .style = WindowStyle::Dialog});
   TextBox text{dialog, "txtOne"};
   Button ok{dialog, "cmdOk", "&OK", Button::Role::Default};
   Button cancel{dialog, "cmdCancel", "&Cancel", Button::Role::Cancel};
   std::string pressed;
-  ok.onClick = [&] { pressed += "ok;"; };
+  ok.onClick = [&] {
+    pressed += "ok;";
+    QTimer::singleShot(0, [&] {
+      EXPECT_EQ(Box()->parentWidget(), face.HostOf(dialog));
+      Answer(QMessageBox::Ok);
+    });
+    desktop.Say("done");
+  };
   cancel.onClick = [&] {
     pressed += "cancel;";
     dialog.Close();
   };
   ShowDrawn(dialog);
+  EXPECT_EQ(face.HostOf(dialog)->focusWidget(), face.WidgetOf(text));
+  face.HostOf(dialog)->activateWindow();
+  PumpUntil([&] { return face.HostOf(dialog)->isActiveWindow(); });
   QTest::keyClick(face.WidgetOf(text), Qt::Key_Return);
   QTest::keyClick(face.WidgetOf(text), Qt::Key_Escape);
   EXPECT_EQ(pressed, "ok;cancel;");

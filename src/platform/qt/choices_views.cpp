@@ -15,6 +15,7 @@ namespace fathomline {
 namespace {
 
 constexpr int kLeastContentsLength = 8;
+constexpr int kLeastTypedLength = 15;
 constexpr int kMostVisibleEntries = 20;
 constexpr int kListRows = 8;
 constexpr int kListWidth = 140;
@@ -29,10 +30,11 @@ QStringList Entries(const Choices& choices) {
 
 ComboView::ComboView(ViewContext& context, Choices& choices)
     : ControlView(context, choices), choices_(choices), combo_(new QComboBox) {
-  combo_->setEditable(choices.ShownAs() == ChoicesKind::EditableCombo);
+  const bool typed = choices.ShownAs() == ChoicesKind::EditableCombo;
+  combo_->setEditable(typed);
   combo_->setInsertPolicy(QComboBox::NoInsert);
   combo_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-  combo_->setMinimumContentsLength(kLeastContentsLength);
+  combo_->setMinimumContentsLength(typed ? kLeastTypedLength : kLeastContentsLength);
   combo_->setMaxVisibleItems(kMostVisibleEntries);
   // A wheel that scrolls the window must not change what it happens to pass over.
   combo_->setFocusPolicy(Qt::StrongFocus);

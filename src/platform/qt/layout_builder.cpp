@@ -242,7 +242,8 @@ class Builder {
     auto* const column = new QVBoxLayout(&box);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     for (const Layout& child : layout.Children()) Put(*column, MakePiece(child));
-    if (!StretchesWith(*column, Qt::Vertical)) column->addStretch();
+    // Keeps what does not grow at the top, without making the box grow itself.
+    if (!StretchesWith(*column, Qt::Vertical)) column->setAlignment(Qt::AlignTop);
     return {&box, nullptr};
   }
 

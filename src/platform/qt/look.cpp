@@ -63,6 +63,7 @@ void ApplyLook(QApplication& application) {
   for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, QColor{kDisabledText});
   }
+  palette.setColor(QPalette::Disabled, QPalette::Base, QColor{kWindowGrey});
   application.setPalette(palette);
   application.setWindowIcon(ProgramIcon());
 }

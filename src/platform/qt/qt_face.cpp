@@ -229,6 +229,12 @@ bool QtFace::Quitting() const {
 
 QWidget* QtFace::DialogParent() const {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
+  // The window at work stays until its handler has returned, and gets the input back.
+  for (const auto& view : windows_) {
+    if (view->Shown() && view->Host()->isActiveWindow() && !view->CanGo()) {
+      return view->Host()->window();
+    }
+  }
   return MainHost();
 }
 

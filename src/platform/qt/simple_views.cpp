@@ -6,10 +6,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
+#include <algorithm>
 
 #include "platform/qt/conversions.h"
 #include "platform/qt/look.h"
@@ -20,6 +23,7 @@ namespace {
 constexpr int kSwatchWidth = 28;
 constexpr int kSwatchHeight = 16;
 constexpr int kLeastLineWidth = 90;
+constexpr int kUsualPathWidth = 480;
 // What a label shows at most; a text may be as long as a received line.
 constexpr qsizetype kLongestLabel = 400;
 
@@ -64,12 +68,38 @@ class ClickableLabel : public QLabel {
   LabelView& view_;
 };
 
+class PathLabel : public QLabel {
+ public:
+  QSize sizeHint() const override { return Narrowed(QLabel::sizeHint(), kUsualPathWidth); }
+  QSize minimumSizeHint() const override {
+    return Narrowed(QLabel::minimumSizeHint(), kLeastLineWidth);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect room = contentsRect();
+    style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()),
+                          foregroundRole());
+  }
+
+ private:
+  static QSize Narrowed(const QSize& size, int width) {
+    return {std::min(size.width(), width), size.height()};
+  }
+};
+
+QLabel* MakeLabel(LabelView& view, const Label& label) {
+  if (label.onClick) return new ClickableLabel(view);
+  if (label.ShownLook() == Label::Look::Path) return new PathLabel;
+  return new QLabel;
+}
+
 }  // namespace
 
 LabelView::LabelView(ViewContext& context, Label& label)
-    : ControlView(context, label),
-      label_(label),
-      text_(label.onClick ? new ClickableLabel(*this) : new QLabel) {
+    : ControlView(context, label), label_(label), text_(MakeLabel(*this, label)) {
   text_->setTextFormat(Qt::PlainText);
   if (label.ShownLook() == Label::Look::Swatch) {
     text_->setFixedSize(kSwatchWidth, kSwatchHeight);
@@ -92,6 +122,7 @@ void LabelView::Update() {
   QString text = ToQt(label_.Text());
   if (text.size() > kLongestLabel) text = text.left(kLongestLabel) + QChar(0x2026);
   if (text_->text() != text) text_->setText(text);
+  if (label_.ShownLook() == Label::Look::Path) text_->setToolTip(text);
   SetTextColour(*text_, label_.ShownColour());
 }
 

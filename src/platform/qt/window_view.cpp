@@ -10,6 +10,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -237,6 +238,7 @@ void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body)
   scroll_ = new QScrollArea;
   scroll_->setWidgetResizable(true);
   scroll_->setFrameShape(QFrame::NoFrame);
+  if (Plain()->Style() == WindowStyle::Dialog) scroll_->setFocusPolicy(Qt::NoFocus);
   scroll_->setWidget(body);
   column->addWidget(scroll_, 1);
   for (ControlView* const bar : bars) {
@@ -275,6 +277,18 @@ void WindowView::FollowFrame() {
     // Qt leaves the state that a window had behind when it is shown.
     host_->show();
     if (!window.Resizable()) FixSize();
+    if (window.Style() == WindowStyle::Dialog) FocusFirst();
+  }
+}
+
+// So that the keyboard works in a dialog from the start.
+void WindowView::FocusFirst() {
+  if (host_->focusWidget() != nullptr) return;
+  for (QWidget* next = host_->nextInFocusChain(); next != host_; next = next->nextInFocusChain()) {
+    if ((next->focusPolicy() & Qt::TabFocus) == 0 || !next->isEnabled()) continue;
+    if (!next->isVisibleTo(host_)) continue;
+    next->setFocus(Qt::TabFocusReason);
+    return;
   }
 }
 
@@ -288,7 +302,11 @@ void WindowView::FollowPlace() {
     if (window.State() != WindowState::Normal) return;
     host_->showNormal();
   }
-  if (child_ == nullptr) place = OnScreen(place, AvailableScreen(*host_));
+  if (child_ == nullptr) {
+    // The title bar stands above the place.
+    const int title = host_->style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    place = OnScreen(place, AvailableScreen(*host_).adjusted(0, title, 0, 0));
+  }
   if (window.Resizable()) {
     if (fresh_) place.setSize(Usable(place.size()));
     host_->setGeometry(place);

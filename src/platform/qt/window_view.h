@@ -53,6 +53,7 @@ class WindowView : public QObject {
   void FollowPlace();
   void FollowState();
   void FixSize();
+  void FocusFirst();
   void FollowWelcome();
   bool AnySeen() const;
   void UserMoved();
