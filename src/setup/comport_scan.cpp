@@ -72,8 +72,9 @@ std::string ComportScan::Advice(int port) const {
   if (!refused_[IndexOf(port)]) return {};
   const SerialPortInfo& info = Info(port);
   return "The operating system refuses " + (info.device.empty() ? "this port" : info.device) +
-         ". Another program may use it, or you may not: then add yourself to the group dialout "
-         "(sudo usermod -aG dialout $USER), log in again and press Refresh.";
+         ". Either another program uses it,\n"
+         "or you may not use it. In that case join the group dialout and log in again :\n"
+         "sudo usermod -aG dialout $USER";
 }
 
 }  // namespace fathomline

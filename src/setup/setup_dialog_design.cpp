@@ -155,7 +155,7 @@ void frmSetup::ConnectHandlers() {
 }
 
 Layout frmSetup::GeneralPage() {
-  return Layout::Column({chkEnabled, Layout::Form({{"Name :", txtName}}),
+  return Layout::Column({chkEnabled, Layout::Form({{"&Name :", txtName}}),
                          Layout::Box(frameType, optType), chkSetTimeFromPC, Layout::Space()});
 }
 
@@ -166,7 +166,7 @@ Layout frmSetup::MessagesPage() {
        Layout::Box(
            frameToBeImplemented,
            Layout::Column({Layout::Table(4, {chkHDM, chkHDG, chkDBK, chkDBS, chkLCD, chkGLC}),
-                           Layout::Form({{"Time zone :", cmbTimeZone}})})),
+                           Layout::Form({{"&Time zone :", cmbTimeZone}})})),
        Layout::Space()});
 }
 
@@ -174,14 +174,14 @@ Layout frmSetup::ReferencePage() {
   return Layout::Column(
       {Layout::Box(frameReferenceUsed, optReference),
        Layout::Box(frameReference,
-                   Layout::Column({Layout::Form({{"Positions :", cmbRefPositions},
-                                                 {"Name :", txtRefName},
-                                                 {"Latitude :", txtLat},
-                                                 {"Longitude :", txtLon},
-                                                 {"Height (m) :", txtHgt},
-                                                 {"Heading (deg) :", txtHdg},
-                                                 {"Pitch (deg) :", txtPitch},
-                                                 {"Roll (deg) :", txtRoll}}),
+                   Layout::Column({Layout::Form({{"Po&sitions :", cmbRefPositions},
+                                                 {"&Name :", txtRefName},
+                                                 {"&Latitude :", txtLat},
+                                                 {"Lon&gitude :", txtLon},
+                                                 {"&Height (m) :", txtHgt},
+                                                 {"Hea&ding (deg) :", txtHdg},
+                                                 {"Pi&tch (deg) :", txtPitch},
+                                                 {"&Roll (deg) :", txtRoll}}),
                                    Layout::Row({cmdCopyAvg, cmdCopyPrimary, Layout::Space()})})),
        Layout::Space()});
 }
@@ -196,16 +196,18 @@ Layout frmSetup::LimitsPage() {
 Layout frmSetup::LinkPage() {
   return Layout::Column(
       {Layout::Box(frameLink, optCom),
-       Layout::Box(frameCOM,
-                   Layout::Column({Layout::Form({{"Comport :", cmbComPort},
-                                                 {"Baud rate :", cmbBaudRate},
-                                                 {"Data bits :", cmbDataBits},
-                                                 {"Parity :", cmbParity},
-                                                 {"Stop bits :", cmbStopBits}}),
-                                   lblComPortAdvice, chkEmptyBuffer,
-                                   Layout::Row({cmdRefreshPorts, cmdComInfo, Layout::Space()})})),
-       Layout::Box(frameTCPIP, Layout::Form({{"IP address :", cmbIP}, {"Port :", txtPort}})),
-       Layout::Box(frameUDP, Layout::Form({{"Port :", txtUDP_port}})),
+       Layout::Box(
+           frameCOM,
+           Layout::Column({Layout::Form({{"Co&mport :", Layout::Row({cmbComPort, cmdRefreshPorts,
+                                                                     cmdComInfo, Layout::Space()})},
+                                         {"", lblComPortAdvice},
+                                         {"&Baud rate :", cmbBaudRate},
+                                         {"&Data bits :", cmbDataBits},
+                                         {"&Parity :", cmbParity},
+                                         {"&Stop bits :", cmbStopBits}}),
+                           chkEmptyBuffer})),
+       Layout::Box(frameTCPIP, Layout::Form({{"I&P address :", cmbIP}, {"Po&rt :", txtPort}})),
+       Layout::Box(frameUDP, Layout::Form({{"Po&rt :", txtUDP_port}})),
        Layout::Box(frameLogfile,
                    Layout::Column({lblFileName, Layout::Row({cmdSelectFile, Layout::Space()})})),
        Layout::Space()});
