@@ -1,5 +1,6 @@
 #include "setup/reference_positions.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <numbers>
@@ -16,10 +17,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-constexpr const char* kFile = "Reference Positions.txt";
-
-class ReferencePositionsTest : public testing::Test {
- protected:
+struct ReferencePositionsTest : testing::Test {
   std::vector<std::string> Names() {
     std::vector<std::string> names;
     for (const auto& position : ReadReferencePositions(folder.Path(), dialogs)) {
@@ -27,10 +25,13 @@ class ReferencePositionsTest : public testing::Test {
     }
     return names;
   }
-  void Store(const ReferencePosition& position) {
+  // Stores the position in a file of that content, and returns what the file holds then.
+  std::string Stored(const ReferencePosition& position, std::string_view content) {
+    if (!content.empty()) folder.Write(kReferenceFileName, content);
     StoreReferencePosition(folder.Path(), position, dialogs);
+    EXPECT_FALSE(FileExists(folder / kReferenceBufferName));
+    return ReadWholeFile(folder / "Reference Positions.txt");
   }
-  std::string Content() { return ReadWholeFile(folder / kFile); }
 
   TemporaryFolder folder;
   RecordingDialogs dialogs;
@@ -38,21 +39,18 @@ class ReferencePositionsTest : public testing::Test {
 
 TEST_F(ReferencePositionsTest, BeginWithoutAFile) {
   EXPECT_THAT(Names(), ElementsAre());
-  Store({"Quay, north", 1.0, -0.25, 12.5F});
-  EXPECT_EQ(Content(), "\"Quay, north\",1,-0.25,12.5\r\n");
-  Store({"quay", 0.5, 0.1, -1.0F});
-  EXPECT_EQ(Content(), "\"Quay, north\",1,-0.25,12.5\r\n\"quay\",0.5,0.1,-1\r\n");
-  EXPECT_THAT(Names(), ElementsAre("Quay, north", "quay"));
+  const std::string first = Stored({"Quay, north", 1.0, -0.25, 12.5F}, "");
+  EXPECT_EQ(first, "\"Quay, north\",1,-0.25,12.5\r\n");
+  EXPECT_EQ(Stored({"quay, north", 0.5, 0.1, -1.0F}, first),
+            first + "\"quay, north\",0.5,0.1,-1\r\n");
+  EXPECT_THAT(Names(), ElementsAre("Quay, north", "quay, north"));
   EXPECT_TRUE(dialogs.boxes.empty());
-  EXPECT_FALSE(FileExists(folder / "BufferFile.txt"));
 }
 
 TEST_F(ReferencePositionsTest, EveryLineOfTheNameIsReplaced) {
-  folder.Write(kFile,
-               "\"A\",1,1,1\r\n\"Mast\",2,2,2\n\"mast\",3,3,3\r\n\"Mast\" , 4 , 4 , 4\r\n"
-               "\"Z\",5e-1,5,5\r\n");
-  Store({"Mast", 0.5, 0.25, 8.0F});
-  EXPECT_EQ(Content(),
+  EXPECT_EQ(Stored({"Mast", 0.5, 0.25, 8.0F},
+                   "\"A\",1,1,1\r\n\"Mast\",2,2,2\n\"mast\",3,3,3\r\n\"Mast\" , 4 , 4 , "
+                   "4\r\n\"Z\",5e-1,5,5\r\n"),
             "\"A\",1,1,1\r\n\"Mast\",0.5,0.25,8\r\n\"mast\",3,3,3\r\n\"Mast\",0.5,0.25,8\r\n"
             "\"Z\",5e-1,5,5\r\n");
   const std::string told =
@@ -61,16 +59,13 @@ TEST_F(ReferencePositionsTest, EveryLineOfTheNameIsReplaced) {
 }
 
 TEST_F(ReferencePositionsTest, NamesAreComparedAsTheFileHasThem) {
-  folder.Write(kFile, "\"K\xE5re\",1,1,1\r\n");
-  Store({"K\u00E5re", 2.0, 2.0, 2.0F});
-  EXPECT_EQ(Content(), "\"K\xE5re\",2,2,2\r\n");
-  Store({"\u03A9", 3.0, 3.0, 3.0F});
-  Store({"\u03A9", 4.0, 4.0, 4.0F});
-  EXPECT_EQ(Content(), "\"K\xE5re\",2,2,2\r\n\"?\",4,4,4\r\n");
+  EXPECT_EQ(Stored({"K\u00E5re", 2.0, 2.0, 2.0F}, "\"K\xE5re\",1,1,1\r\n"),
+            "\"K\xE5re\",2,2,2\r\n");
+  EXPECT_EQ(Stored({"\u03A9", 4.0, 4.0, 4.0F}, "\"?\",3,3,3\r\n"), "\"?\",4,4,4\r\n");
 }
 
 TEST_F(ReferencePositionsTest, AShortLineEndsTheListAndIsTold) {
-  folder.Write(kFile, "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",1,2,3\r\n");
+  folder.Write(kReferenceFileName, "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",1,2,3\r\n");
   const auto positions = ReadReferencePositions(folder.Path(), dialogs);
   ASSERT_EQ(positions.size(), 1U);
   EXPECT_EQ(positions[0].longitude, 2.0);
@@ -78,8 +73,7 @@ TEST_F(ReferencePositionsTest, AShortLineEndsTheListAndIsTold) {
   EXPECT_THAT(dialogs.TakeTexts(),
               ElementsAre(HasSubstr("Input past end of file - Error in line 3")));
   // Storing loses nothing of it.
-  Store({"C", 7.0, 8.0, 9.0F});
-  EXPECT_EQ(Content(), "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",7,8,9\r\n");
+  EXPECT_EQ(Stored({"C", 7.0, 8.0, 9.0F}, ""), "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",7,8,9\r\n");
 }
 
 class ReferenceEditorTest : public testing::Test {
@@ -100,65 +94,59 @@ class ReferenceEditorTest : public testing::Test {
 };
 
 // 1 radian is 57 degrees 17.7468 minutes, 0.2 radians 11 degrees 27.5494 minutes.
-TEST_F(ReferenceEditorTest, ShowsTheReferenceInTheUsersForm) {
-  EXPECT_EQ(editor.Text(ReferenceField::Name), "Mast");
-  EXPECT_EQ(editor.Text(ReferenceField::Latitude), "57° 17.7468' N");
-  EXPECT_EQ(editor.Text(ReferenceField::Longitude), "011° 27.5494' W");
-  EXPECT_EQ(editor.Text(ReferenceField::Height), "12.346");
-  EXPECT_EQ(editor.Text(ReferenceField::Heading), "271.23");
-  EXPECT_EQ(editor.Text(ReferenceField::Pitch), "0.13");
-  EXPECT_EQ(editor.Text(ReferenceField::Roll), "-1.00");
+TEST_F(ReferenceEditorTest, ShowsTheReferenceAndKeepsItsExactValues) {
+  const std::array<const char*, 7> texts = {
+      "Mast", "57° 17.7468' N", "011° 27.5494' W", "12.346", "271.23", "0.13", "-1.00"};
+  for (std::size_t i = 0; i < kReferenceFields.size(); ++i) {
+    EXPECT_EQ(editor.Text(kReferenceFields[i]), texts[i]);
+    editor.Leave(kReferenceFields[i], texts[i]);
+  }
+  EXPECT_FALSE(editor.ReferenceChanged());
+  EXPECT_EQ(editor.Values().ReferenceLongitude, -0.2);
+  EXPECT_EQ(editor.Values().ReferenceHeight, 12.3456F);
+  EXPECT_EQ(editor.Values().ReferenceHeading, 271.234F);
   records.CoordinateFormatIsDMS = true;
   records.CoordinateDecimals = 2;
   editor.Load(2);
   EXPECT_EQ(editor.Text(ReferenceField::Latitude), "57° 17' 44.81\" N");
 }
 
-TEST_F(ReferenceEditorTest, WhatNobodyChangesKeepsItsExactValue) {
-  for (const ReferenceField field : kReferenceFields) editor.Leave(field, editor.Text(field));
-  EXPECT_FALSE(editor.ReferenceChanged());
-  EXPECT_EQ(editor.Values().ReferenceLatitude, 1.0);
-  EXPECT_EQ(editor.Values().ReferenceLongitude, -0.2);
-  EXPECT_EQ(editor.Values().ReferenceHeight, 12.3456F);
-  EXPECT_EQ(editor.Values().ReferenceHeading, 271.234F);
-}
-
 TEST_F(ReferenceEditorTest, TypedCoordinatesComeBackNormalised) {
   editor.Leave(ReferenceField::Latitude, "-59 30,5");
   EXPECT_EQ(editor.Text(ReferenceField::Latitude), "59° 30.5000' S");
   EXPECT_NEAR(editor.Values().ReferenceLatitude, Radians(-(59.0 + 30.5 / 60.0)), 1e-12);
-  EXPECT_TRUE(editor.ReferenceChanged());
   records.CoordinateFormatIsDMS = true;
   records.CoordinateDecimals = 1;
   editor.Leave(ReferenceField::Longitude, "10 20 30,5 W");
   EXPECT_EQ(editor.Text(ReferenceField::Longitude), "010° 20' 30.5\" W");
-  EXPECT_NEAR(editor.Values().ReferenceLongitude, Radians(-(10.0 + 20.0 / 60.0 + 30.5 / 3600.0)),
-              1e-12);
-  // The text written back stands for the same number again.
   const double exact = editor.Values().ReferenceLongitude;
+  EXPECT_NEAR(exact, Radians(-(10.0 + 20.0 / 60.0 + 30.5 / 3600.0)), 1e-12);
+  // The text written back stands for the same number again.
   editor.Leave(ReferenceField::Longitude, editor.Text(ReferenceField::Longitude));
   EXPECT_EQ(editor.Values().ReferenceLongitude, exact);
   EXPECT_TRUE(dialogs.boxes.empty());
 }
 
 TEST_F(ReferenceEditorTest, WhichFieldsChangeTheReference) {
-  editor.Leave(ReferenceField::Pitch, "2,5");
-  editor.Leave(ReferenceField::Roll, "3");
-  EXPECT_EQ(editor.Values().ReferencePitch, 2.5F);
-  EXPECT_EQ(editor.Text(ReferenceField::Roll), "3.00");
-  EXPECT_FALSE(editor.ReferenceChanged());
-  const auto changes = [this](ReferenceField field, const char* text) {
-    editor.Load(2);
-    editor.Leave(field, text);
-    return editor.ReferenceChanged();
+  struct Row {
+    ReferenceField field;
+    const char* typed;
+    bool changes;
   };
-  EXPECT_TRUE(changes(ReferenceField::Name, "Mast 2"));
-  EXPECT_TRUE(changes(ReferenceField::Latitude, "57 17.7469 N"));
-  EXPECT_TRUE(changes(ReferenceField::Longitude, "11 27.5494 E"));
-  EXPECT_TRUE(changes(ReferenceField::Height, "12,3"));
-  EXPECT_TRUE(changes(ReferenceField::Heading, "271,24"));
-  EXPECT_FALSE(changes(ReferenceField::Heading, "271,234"));
-  EXPECT_EQ(editor.Text(ReferenceField::Heading), "271.23");
+  for (const Row& row : {Row{ReferenceField::Name, "Mast 2", true},
+                         {ReferenceField::Latitude, "57 17.7469 N", true},
+                         {ReferenceField::Longitude, "11 27.5494 E", true},
+                         {ReferenceField::Height, "12,3", true},
+                         {ReferenceField::Heading, "271,24", true},
+                         {ReferenceField::Heading, "271,234", false},
+                         {ReferenceField::Pitch, "2,5", false},
+                         {ReferenceField::Roll, "3", false}}) {
+    editor.Load(2);
+    editor.Leave(row.field, row.typed);
+    EXPECT_EQ(editor.ReferenceChanged(), row.changes) << row.typed;
+  }
+  EXPECT_EQ(editor.Values().ReferenceRoll, 3.0F);
+  EXPECT_EQ(editor.Text(ReferenceField::Roll), "3.00");
 }
 
 TEST_F(ReferenceEditorTest, ANumberBeyondASingleIsRefused) {
@@ -175,8 +163,6 @@ TEST_F(ReferenceEditorTest, TheListIsNoChange) {
   EXPECT_EQ(editor.Text(ReferenceField::Height), "3.250");
   EXPECT_EQ(editor.Values().ReferenceLatitude, 0.123456789012);
   EXPECT_EQ(editor.Values().ReferenceHeading, 271.234F);
-  for (const ReferenceField field : kReferenceFields) editor.Leave(field, editor.Text(field));
-  EXPECT_FALSE(editor.ReferenceChanged());
 }
 
 TEST_F(ReferenceEditorTest, CopiesTheAverageAndThePrimary) {

@@ -1,7 +1,9 @@
 #include "setup/setup_apply.h"
 
+#include <deque>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <tuple>
 
 #include "platform/files.h"
 #include "setup/setup_desk.h"
@@ -11,7 +13,6 @@ namespace fathomline {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 class SetupApplyTest : public SetupDesk {
  protected:
@@ -42,7 +43,6 @@ class SetupApplyTest : public SetupDesk {
 };
 
 TEST_F(SetupApplyTest, NoLeavesEverythingAsItWas) {
-  Setup(2).Name = "Gyro";
   const std::string before = WriteSetup(records);
   SetupChoices choices = Enabled(2);
   choices.name = "other";
@@ -52,103 +52,89 @@ TEST_F(SetupApplyTest, NoLeavesEverythingAsItWas) {
   EXPECT_EQ(WriteSetup(records), before);
   EXPECT_TRUE(session.calls.empty());
   EXPECT_FALSE(FileExists(folder / kSetupFileName));
-  EXPECT_EQ(face.Boxes().back().buttons, BoxButtons::YesNo);
 }
 
 TEST_F(SetupApplyTest, ASerialPortGetsItsRow) {
+  Setup(2).UseTCPIP = true;
   Setup(2).ComPort = 3;
   records.Comport(3).System = 2;
   SetupChoices choices = Enabled(2, LinkKind::Comport);
   choices.comPort = 5;
-  choices.serial.Baud = 38400;
-  choices.serial.DataBits = 7;
-  choices.serial.Parity = "even";
-  choices.serial.StopBits = 2;
+  choices.serial = {0, false, "", 38400, 7, "even", 2};
   choices.name = "Bridge \"A\"";
   choices.systemType = "Gyro";
-  Setup(2).UseTCPIP = true;
   EXPECT_TRUE(Apply(2, choices));
-  EXPECT_TRUE(Setup(2).Enabled);
-  EXPECT_FALSE(Setup(2).UseTCPIP);
-  EXPECT_EQ(Setup(2).ComPort, 5);
-  EXPECT_EQ(Setup(2).Name, "Bridge 'A'");
-  EXPECT_EQ(Setup(2).SystemType, "Gyro");
-  const ComportSetup& row = records.Comport(5);
-  EXPECT_EQ(row.System, 2);
-  EXPECT_EQ(row.Baud, 38400);
-  EXPECT_EQ(row.DataBits, 7);
-  EXPECT_EQ(row.Parity, "even");
-  EXPECT_EQ(row.StopBits, 2);
-  EXPECT_EQ(records.Comport(3).System, 0);
   EXPECT_THAT(session.calls, ElementsAre("close 2", "reset", "open 2", "show"));
   EXPECT_TRUE(records.ReloadWindows);
+  EXPECT_EQ(records.Comport(3).System, 0);
   Records stored;
   ReadSetup(ReadWholeFile(folder / kSetupFileName), stored);
-  EXPECT_EQ(stored.CommSetups[2].ComPort, 5);
-  EXPECT_EQ(stored.Comport(5).Baud, 38400);
+  for (Records* const each : {&records, &stored}) {
+    const CommSetup& setup = each->CommSetups[2];
+    EXPECT_TRUE(setup.Enabled && !setup.UseTCPIP);
+    EXPECT_EQ(setup.ComPort, 5);
+    EXPECT_EQ(setup.Name, "Bridge 'A'");
+    EXPECT_EQ(setup.SystemType, "Gyro");
+    const ComportSetup& row = each->Comport(5);
+    EXPECT_EQ(std::tie(row.System, row.Baud, row.DataBits, row.Parity, row.StopBits),
+              std::make_tuple(2, 38400, 7, "even", 2));
+  }
 }
 
-TEST_F(SetupApplyTest, ABusyPortDisablesTheSystem) {
-  Setup(1).Enabled = true;
+TEST_F(SetupApplyTest, WithoutAFreePortTheUserStaysInTheDialog) {
+  Setup(1).Enabled = Setup(1).UseTCPIP = true;
   Setup(1).ComPort = 3;
   records.Comport(5).Status = "busy";
   SetupChoices choices = Enabled(1, LinkKind::Comport);
+  choices.comPort = 0;
+  face.ExpectBox(kSure, Answer::Yes);
+  face.ExpectBox("");
+  EXPECT_FALSE(apply.Apply(1, choices));
+  EXPECT_TRUE(session.calls.empty());
+  EXPECT_TRUE(Setup(1).UseTCPIP);
+
   choices.comPort = 5;
   face.ExpectBox(kSure, Answer::Yes);
   face.ExpectBox("You have selected a comport which is busy! Please, select another comport!");
   EXPECT_FALSE(apply.Apply(1, choices));
+  EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Critical);
   EXPECT_FALSE(Setup(1).Enabled);
   EXPECT_EQ(Setup(1).ComPort, 0);
   EXPECT_EQ(records.Comport(5).System, 0);
   EXPECT_THAT(session.calls, ElementsAre("close 1", "show"));
-  EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Critical);
-}
-
-TEST_F(SetupApplyTest, WithoutAPortNothingHappens) {
-  Setup(1).UseTCPIP = true;
-  face.ExpectBox(kSure, Answer::Yes);
-  face.ExpectBox("");
-  EXPECT_FALSE(apply.Apply(1, Enabled(1, LinkKind::Comport)));
-  EXPECT_TRUE(session.calls.empty());
-  EXPECT_TRUE(Setup(1).UseTCPIP);
   // A system that is not enabled needs none.
-  SetupChoices choices = Enabled(1, LinkKind::Comport);
   choices.enabled = false;
+  choices.comPort = 0;
   EXPECT_TRUE(Apply(1, choices));
-  EXPECT_THAT(session.calls, ElementsAre("close 1", "reset", "show"));
 }
 
 // A port that a disabled system still names would else be closed with that system's next apply.
-TEST_F(SetupApplyTest, APortHasOneOwner) {
+TEST_F(SetupApplyTest, ASystemHasOneLinkAndAPortOneOwner) {
   Setup(1).ComPort = 2;
   SetupChoices choices = Enabled(3, LinkKind::Comport);
   choices.comPort = 2;
+  choices.ipAddress = "10.0.0.7";
+  choices.tcpPort = 4001;
   EXPECT_TRUE(Apply(3, choices));
   EXPECT_EQ(Setup(1).ComPort, 0);
   EXPECT_EQ(records.Comport(2).System, 3);
-  SetupChoices udp = Enabled(3, LinkKind::Udp);
-  EXPECT_TRUE(Apply(3, udp));
+  EXPECT_EQ(Setup(3).TCPPort, 8040);
+
+  choices.link = LinkKind::TcpIp;
+  EXPECT_TRUE(Apply(3, choices));
   EXPECT_EQ(Setup(3).ComPort, 0);
   EXPECT_EQ(records.Comport(2).System, 0);
-}
+  EXPECT_TRUE(Setup(3).UseTCPIP && !Setup(3).UseUDP);
+  EXPECT_EQ(Setup(3).IPAddress, "10.0.0.7");
+  EXPECT_EQ(Setup(3).TCPPort, 4001);
+  EXPECT_EQ(Setup(3).UDPPort, 0);
 
-TEST_F(SetupApplyTest, NetworkLinksExcludeEachOther) {
-  SetupChoices choices = Enabled(1, LinkKind::TcpIp);
-  choices.ipAddress = "10.0.0.7";
-  choices.tcpPort = 4001;
-  EXPECT_TRUE(Apply(1, choices));
-  EXPECT_TRUE(Setup(1).UseTCPIP);
-  EXPECT_FALSE(Setup(1).UseUDP);
-  EXPECT_EQ(Setup(1).IPAddress, "10.0.0.7");
-  EXPECT_EQ(Setup(1).TCPPort, 4001);
-  EXPECT_EQ(Setup(1).UDPPort, 0);
-  choices = Enabled(1, LinkKind::Udp);
+  choices.link = LinkKind::Udp;
   choices.ipAddress = "10.0.0.8";
-  EXPECT_TRUE(Apply(1, choices));
-  EXPECT_FALSE(Setup(1).UseTCPIP);
-  EXPECT_TRUE(Setup(1).UseUDP);
-  EXPECT_EQ(Setup(1).UDPPort, 2000);
-  EXPECT_EQ(Setup(1).IPAddress, "10.0.0.7");
+  EXPECT_TRUE(Apply(3, choices));
+  EXPECT_TRUE(Setup(3).UseUDP && !Setup(3).UseTCPIP);
+  EXPECT_EQ(Setup(3).UDPPort, 2000);
+  EXPECT_EQ(Setup(3).IPAddress, "10.0.0.7");
 }
 
 TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
@@ -198,11 +184,11 @@ TEST_F(SetupApplyTest, OfflineTakesTheFileAndOpensNothing) {
   EXPECT_THAT(session.calls, ElementsAre("close 1", "reset", "show", "close 1", "reset", "show"));
 }
 
-TEST_F(SetupApplyTest, WordsStandWithoutGapsInTheOrderOfTheBoxes) {
+TEST_F(SetupApplyTest, TenWordsStandWithoutGapsInTheOrderOfTheBoxes) {
   records.MessagesToAnalyse[1][7] = "GGA";
   SetupChoices choices = Enabled(1);
   choices.sentences = {};
-  for (const SentenceType type : {SentenceType::VDM, SentenceType::GLL, SentenceType::ZDA}) {
+  for (const auto type : {SentenceType::VDM, SentenceType::GLL, SentenceType::ZDA}) {
     choices.sentences.Set(type, true);
   }
   EXPECT_TRUE(Apply(1, choices));
@@ -210,33 +196,36 @@ TEST_F(SetupApplyTest, WordsStandWithoutGapsInTheOrderOfTheBoxes) {
               ElementsAre("GLL", "ZDA", "VDM", "", "", "", "", "", "", "", "", ""));
   EXPECT_TRUE(Setup(1).AnalyseGLL && Setup(1).AnalyseZDA && Setup(1).AnalyseVDM);
   EXPECT_FALSE(Setup(1).AnalyseGGA);
-  const SetupChoices again = ChoicesOf(records, 1);
-  EXPECT_EQ(again.sentences.Ticked(), choices.sentences.Ticked());
-}
+  EXPECT_EQ(ChoicesOf(records, 1).sentences.Ticked(), choices.sentences.Ticked());
 
-TEST_F(SetupApplyTest, TheEleventhSentenceIsNamed) {
-  SetupChoices choices = Enabled(1);
-  for (const SentenceType type : kSentenceBoxes) {
-    choices.sentences.Set(type, type != SentenceType::GNS && type != SentenceType::GLL &&
-                                    type != SentenceType::RMC && type != SentenceType::HDT);
-  }
+  for (const SentenceType type : kSentenceBoxes) choices.sentences.Set(type, true);
   face.ExpectBox(kSure, Answer::Yes);
-  face.ExpectBox("Only 10 NMEA messages can be analysed for a system. Not analysed: TTM, VDM.");
+  face.ExpectBox(
+      "Only 10 NMEA messages can be analysed for a system. Not analysed: ATT, ROT, VHW, DBT, TTM, "
+      "VDM.");
   EXPECT_TRUE(apply.Apply(1, choices));
-  EXPECT_EQ(records.MessagesToAnalyse[1][9], "DBT");
+  EXPECT_EQ(records.MessagesToAnalyse[1][9], "HDT");
   EXPECT_EQ(records.MessagesToAnalyse[1][10], "");
   EXPECT_FALSE(Setup(1).AnalyseTTM);
 }
 
 TEST_F(SetupApplyTest, WindowsWithoutDataAreClosed) {
-  View gga(desktop, records, "frmTimeSeriesGGA", 1, WindowFlag::TimeSeriesGGA);
-  View vtg(desktop, records, "frmTimeSeriesVTG", 1, WindowFlag::TimeSeriesVTG);
-  View scatter(desktop, records, "frmScatter", 1, WindowFlag::Scatter);
-  View skyplot(desktop, records, "frmSkyplot", 1, WindowFlag::Skyplot);
-  View snr(desktop, records, "frmTimeSeriesSNR", 1, WindowFlag::TimeSeriesSNR);
-  View targets(desktop, records, "frmAISTargets", 1, WindowFlag::AISTargets);
-  View numerics(desktop, records, "frmNumerics", 1, WindowFlag::Numerics);
-  View others(desktop, records, "frmTimeSeriesGGA", 2, WindowFlag::TimeSeriesGGA);
+  struct Row {
+    const char* name;
+    WindowFlag flag;
+    bool kept;
+    int system = 1;
+  };
+  std::deque<View> views;
+  std::vector<Row> rows = {{"frmTimeSeriesGGA", WindowFlag::TimeSeriesGGA, false},
+                           {"frmTimeSeriesSNR", WindowFlag::TimeSeriesSNR, false},
+                           {"frmAISTargets", WindowFlag::AISTargets, false},
+                           {"frmTimeSeriesVTG", WindowFlag::TimeSeriesVTG, true},
+                           {"frmScatter", WindowFlag::Scatter, true},
+                           {"frmSkyplot", WindowFlag::Skyplot, true},
+                           {"frmNumerics", WindowFlag::Numerics, true},
+                           {"frmTimeSeriesGGA", WindowFlag::TimeSeriesGGA, true, 2}};
+  for (const Row& row : rows) views.emplace_back(desktop, records, row.name, row.system, row.flag);
   const auto satellite = static_cast<WindowFlag>(14 + 149);
   records.SystemSetups[1][satellite] = true;
 
@@ -244,45 +233,29 @@ TEST_F(SetupApplyTest, WindowsWithoutDataAreClosed) {
   for (const SentenceType type : {SentenceType::GLL, SentenceType::VTG, SentenceType::GSA}) {
     choices.sentences.Set(type, true);
   }
-  EXPECT_TRUE(Apply(1, choices));
-  EXPECT_FALSE(gga.Loaded());
-  EXPECT_FALSE(snr.Loaded());
-  EXPECT_FALSE(targets.Loaded());
-  EXPECT_FALSE(records.SystemSetups[1][satellite]);
-  for (const Window* kept : {&vtg, &scatter, &skyplot, &numerics, &others}) {
-    EXPECT_TRUE(kept->Loaded()) << kept->Name();
+  for (const bool enabled : {true, false}) {
+    choices.enabled = enabled;
+    EXPECT_TRUE(Apply(1, choices));
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const bool kept = rows[i].system == 2 || (enabled && rows[i].kept);
+      EXPECT_EQ(views[i].Loaded(), kept) << rows[i].name;
+      EXPECT_EQ(records.SystemSetups[rows[i].system][rows[i].flag], kept) << rows[i].name;
+    }
+    EXPECT_FALSE(records.SystemSetups[1][satellite]);
   }
-  EXPECT_TRUE(records.SystemSetups[1][WindowFlag::Scatter]);
-
-  choices.enabled = false;
-  EXPECT_TRUE(Apply(1, choices));
-  for (const Window* closed : {&vtg, &scatter, &skyplot, &numerics}) {
-    EXPECT_FALSE(closed->Loaded()) << closed->Name();
-  }
-  EXPECT_TRUE(others.Loaded());
-  EXPECT_FALSE(records.SystemSetups[1][WindowFlag::Numerics]);
 }
 
-TEST_F(SetupApplyTest, ReferenceAndLimitsAreTaken) {
+TEST_F(SetupApplyTest, FlagsAreTakenCountsBeginAndAChangedReferenceIsStored) {
   SetupChoices choices = Enabled(2);
-  choices.reference = {kTruePosition, "Mast \"1\"", 1.0, 0.5, 2.5F, 90.0F, 1.0F, -1.0F};
-  choices.outlierLimit = 30.0F;
-  choices.hdopLimit = 2.5F;
-  choices.satelliteLimit = 5;
-  choices.rejectNonDifferential = true;
-  choices.setTimeFromPC = choices.checksumTest = choices.emptyBuffer = true;
+  choices.reference = {kTruePosition, "Mast \"1\"", 1.0, 0.5, 2.5F};
+  choices.rejectNonDifferential = choices.setTimeFromPC = choices.checksumTest =
+      choices.emptyBuffer = true;
   records.ChecksumErrors[3] = records.IgnoredMessages[4] = 7;
   EXPECT_TRUE(Apply(2, choices));
   EXPECT_EQ(records.References[2].ReferenceName, "Mast '1'");
-  EXPECT_EQ(records.References[2].ReferenceUsed, kTruePosition);
-  EXPECT_EQ(records.References[2].ReferenceRoll, -1.0F);
-  EXPECT_EQ(records.OutlierLimit, 30.0F);
-  EXPECT_EQ(records.HdopLimit, 2.5F);
-  EXPECT_EQ(records.SatelliteLimit, 5);
-  EXPECT_TRUE(records.RejectNonDifferential);
-  EXPECT_TRUE(records.SetTimeFromPC[2] && records.ChecksumTest[2] && records.Emptybuffer[2]);
-  EXPECT_EQ(records.ChecksumErrors[3], 0);
-  EXPECT_EQ(records.IgnoredMessages[4], 0);
+  EXPECT_TRUE(records.RejectNonDifferential && records.SetTimeFromPC[2] &&
+              records.ChecksumTest[2] && records.Emptybuffer[2]);
+  EXPECT_EQ(records.ChecksumErrors[3] + records.IgnoredMessages[4], 0);
   EXPECT_FALSE(FileExists(folder / kReferenceFileName));
   choices.referenceChanged = true;
   EXPECT_TRUE(Apply(2, choices));

@@ -1,7 +1,10 @@
 #include "setup/setup_dialog.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
+#include <optional>
 
 #include "platform/files.h"
 #include "setup/setup_desk.h"
@@ -17,6 +20,12 @@ std::vector<std::string> Entries(const Choices& choices) {
   std::vector<std::string> entries;
   for (int i = 0; i < choices.Count(); ++i) entries.push_back(choices.EntryText(i));
   return entries;
+}
+
+std::vector<std::string> Texts(std::initializer_list<const Control*> controls) {
+  std::vector<std::string> texts;
+  for (const Control* control : controls) texts.push_back(control->Text());
+  return texts;
 }
 
 class SetupDialogTest : public SetupDesk {
@@ -35,54 +44,40 @@ class SetupDialogTest : public SetupDesk {
 TEST_F(SetupDialogTest, OpensWithWhatIsInForce) {
   Setup(3).Name = "Deck gyro";
   Setup(3).SystemType = "Gyro";
-  Setup(3).Enabled = true;
-  Setup(3).UseUDP = true;
+  Setup(3).Enabled = Setup(3).UseUDP = records.ChecksumTest[3] = true;
   Setup(3).UDPPort = 4800;
   records.MessagesToAnalyse[3] = {"HDT", "ROT"};
-  records.ChecksumTest[3] = true;
   records.HdopLimit = 2.5F;
   Open(3);
   EXPECT_EQ(dialog.Caption(), "Setup Secondary SYSTEM 2");
-  EXPECT_EQ(dialog.lblName.Text(), "Secondary System 2");
-  EXPECT_EQ(dialog.txtName.Text(), "Deck gyro");
-  EXPECT_EQ(dialog.optType.Text(), "Gyro");
-  EXPECT_TRUE(dialog.chkEnabled.Checked());
-  EXPECT_TRUE(dialog.SentenceBox(SentenceType::HDT).Checked());
-  EXPECT_FALSE(dialog.SentenceBox(SentenceType::GGA).Checked());
-  EXPECT_TRUE(dialog.chkTestCheckSum.Checked());
-  EXPECT_TRUE(dialog.frameUDP.Shown());
-  EXPECT_FALSE(dialog.frameCOM.Shown());
-  EXPECT_EQ(dialog.txtUDP_port.Text(), "4800");
-  EXPECT_EQ(dialog.cmbHdop.Text(), "2.5");
-  EXPECT_TRUE(dialog.cmbHdop.Enabled());
-  EXPECT_FALSE(dialog.chkSvs.Checked());
-  EXPECT_FALSE(dialog.cmbSvs.Enabled());
-  EXPECT_EQ(dialog.cmbSvs.Text(), "0.0");
   // The outlier limit at start is not in its list.
-  EXPECT_TRUE(dialog.chkOutliers.Checked());
-  EXPECT_EQ(dialog.cmbOutliers.Text(), "15.0");
+  EXPECT_THAT(Texts({&dialog.lblName, &dialog.txtName, &dialog.optType, &dialog.txtUDP_port,
+                     &dialog.cmbHdop, &dialog.cmbSvs, &dialog.cmbOutliers}),
+              ElementsAre("Secondary System 2", "Deck gyro", "Gyro", "4800", "2.5", "0.0", "15.0"));
+  EXPECT_TRUE(dialog.chkEnabled.Checked() && dialog.chkTestCheckSum.Checked() &&
+              dialog.chkOutliers.Checked() && dialog.chkHdop.Checked());
+  EXPECT_TRUE(dialog.SentenceBox(SentenceType::HDT).Checked());
+  EXPECT_FALSE(dialog.SentenceBox(SentenceType::GGA).Checked() || dialog.chkSvs.Checked());
+  EXPECT_TRUE(dialog.cmbHdop.Enabled() && !dialog.cmbSvs.Enabled());
+  EXPECT_TRUE(dialog.frameUDP.Shown() && !dialog.frameCOM.Shown());
   EXPECT_THAT(Entries(dialog.cmbOutliers),
               ElementsAre("1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "20", "30", "40", "50",
                           "60", "70", "80", "90", "100"));
   EXPECT_THAT(Entries(dialog.cmbHdop),
               ElementsAre("1.5", "2.0", "2.5", "3.0", "3.5", "4.0", "4.5", "5.0", "5.5", "6.0"));
   EXPECT_THAT(Entries(dialog.cmbSvs), ElementsAre("4", "5", "6", "7", "8", "9", "10"));
-  EXPECT_EQ(dialog.chkGLC.ToolTip(), "Not yet implemented: has no effect.");
 }
 
-TEST_F(SetupDialogTest, AFreshSystemIsOfferedAName) {
-  Open(2);
-  EXPECT_EQ(dialog.txtName.Text(), "SYSTEM 2");
-  EXPECT_EQ(dialog.txtUDP_port.Text(), "1000");
-  EXPECT_EQ(dialog.cmbBaudRate.Text(), "4800");
-  EXPECT_EQ(dialog.cmbDataBits.Text(), "8");
-  EXPECT_EQ(dialog.cmbComPort.Choice(), Choices::kNone);
-  EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("Select the comport"));
-  EXPECT_TRUE(dialog.frameCOM.Shown());
-  dialog.cmdCancel.Click();
+TEST_F(SetupDialogTest, AFreshSystemIsOfferedANameAndUsualSettings) {
   Open(1);
   EXPECT_EQ(dialog.Caption(), "Setup Primary System");
-  EXPECT_EQ(dialog.lblName.Text(), "Primary System");
+  EXPECT_THAT(Texts({&dialog.lblName, &dialog.txtName, &dialog.txtUDP_port, &dialog.cmbBaudRate,
+                     &dialog.cmbDataBits, &dialog.cmbComPort, &dialog.lblComPortAdvice}),
+              ElementsAre("Primary System", "SYSTEM 1", "1000", "4800", "8", "",
+                          "Select the comport that the system is connected to."));
+  EXPECT_EQ(dialog.chkGLC.ToolTip(), "Not yet implemented: has no effect.");
+  dialog.cmdComInfo.Click();
+  EXPECT_THAT(session.calls, ElementsAre("info"));
 }
 
 TEST_F(SetupDialogTest, OkWithoutAChangeMovesNothing) {
@@ -113,6 +108,8 @@ TEST_F(SetupDialogTest, CancelAndTheCloseBoxChangeNothing) {
   const std::string before = WriteSetup(records);
   for (const bool byButton : {true, false}) {
     Open();
+    EXPECT_FALSE(dialog.chkEnabled.Checked());
+    EXPECT_EQ(dialog.txtPort.Text(), "8040");
     dialog.chkEnabled.Click();
     dialog.SentenceBox(SentenceType::GGA).Click();
     dialog.optCom.UserChoose(1);
@@ -121,33 +118,25 @@ TEST_F(SetupDialogTest, CancelAndTheCloseBoxChangeNothing) {
     EXPECT_FALSE(dialog.Loaded());
   }
   EXPECT_EQ(WriteSetup(records), before);
-  Open();
-  EXPECT_FALSE(dialog.chkEnabled.Checked());
-  EXPECT_EQ(dialog.txtPort.Text(), "8040");
 }
 
 TEST_F(SetupDialogTest, TheBoxJustTickedWins) {
   Open();
   const auto box = [this](SentenceType type) -> CheckBox& { return dialog.SentenceBox(type); };
-  for (const SentenceType type : {SentenceType::GGA, SentenceType::VTG, SentenceType::ZDA}) {
-    box(type).Click();
-  }
-  EXPECT_TRUE(face.Boxes().empty());
+  const std::array others = {SentenceType::GGA, SentenceType::VTG, SentenceType::ZDA};
+  for (const SentenceType type : others) box(type).Click();
+  // One box after the other: while the first message stands, only its turn has come.
   face.Expect({.text = "Only one of GGA/GNS/GLL/RMC message, containing position data, can be "
                        "enabled simultaneously. GGA disabled.",
-               .meanwhile = [&] {
-                 EXPECT_TRUE(box(SentenceType::GGA).Checked());
-                 EXPECT_TRUE(box(SentenceType::VTG).Checked());
-               }});
-  face.Expect({.text = "Only one of RMC/VTG message, containing SOG/COG, can be enabled "
-                       "simultaneously. VTG disabled.",
-               .meanwhile = [&] { EXPECT_FALSE(box(SentenceType::GGA).Checked()); }});
+               .meanwhile = [&] { EXPECT_TRUE(box(SentenceType::VTG).Checked()); }});
   face.ExpectBox(
-      "Only one of RMC/ZDA message, containing date, can be enabled simultaneously. ZDA disabled.");
+      "Only one of RMC/VTG message, containing SOG/COG, can be enabled simultaneously. "
+      "VTG disabled.");
+  face.ExpectBox(
+      "Only one of RMC/ZDA message, containing date, can be enabled simultaneously. ZDA "
+      "disabled.");
   box(SentenceType::RMC).Click();
-  for (const SentenceType type : {SentenceType::GGA, SentenceType::VTG, SentenceType::ZDA}) {
-    EXPECT_FALSE(box(type).Checked());
-  }
+  for (const SentenceType type : others) EXPECT_FALSE(box(type).Checked());
   EXPECT_TRUE(box(SentenceType::RMC).Checked());
   box(SentenceType::RMC).Click();
   EXPECT_FALSE(box(SentenceType::RMC).Checked());
@@ -189,12 +178,10 @@ TEST_F(SetupDialogTest, ALimitMustBeUsableBeforeItIsLeft) {
 
 TEST_F(SetupDialogTest, AddressesAndPortsAreTested) {
   records.IPListCount = 2;
-  records.IPList[0] = "10.0.0.1";
-  records.IPList[1] = "10.0.0.2";
+  records.IPList = {"10.0.0.1", "10.0.0.2"};
   Open();
   dialog.optCom.UserChoose(1);
-  EXPECT_TRUE(dialog.frameTCPIP.Shown());
-  EXPECT_FALSE(dialog.frameCOM.Shown());
+  EXPECT_TRUE(dialog.frameTCPIP.Shown() && !dialog.frameCOM.Shown());
   EXPECT_THAT(Entries(dialog.cmbIP), ElementsAre("10.0.0.1", "10.0.0.2", "127.0.0.1"));
   dialog.cmbIP.UserText("10.0.0.0");
   face.ExpectBox(
@@ -206,27 +193,21 @@ TEST_F(SetupDialogTest, AddressesAndPortsAreTested) {
   EXPECT_EQ(records.IPListCount, 3);
   EXPECT_THAT(Entries(dialog.cmbIP), ElementsAre("10.0.0.1", "10.0.0.2", "10.0.0.3"));
   EXPECT_EQ(dialog.cmbIP.Text(), "10.0.0.3");
-  face.ExpectBox(
-      "65536 is not a valid port number! Has to be an integer value in the range 1-65535");
+  const std::string refusal =
+      " is not a valid port number! Has to be an integer value in the range 1-65535";
+  face.ExpectBox("65536" + refusal);
   Leave();
   dialog.txtPort.UserText("65535");
   dialog.optCom.UserChoose(2);
   dialog.txtUDP_port.UserText("0");
-  face.ExpectBox("0 is not a valid port number! Has to be an integer value in the range 1-65535");
+  face.ExpectBox("0" + refusal);
   Leave();
-  dialog.txtUDP_port.UserText("1");
-  dialog.optCom.UserChoose(1);
-  dialog.chkEnabled.Click();
-  Ok();
-  EXPECT_EQ(Setup(1).IPAddress, "10.0.0.3");
-  EXPECT_EQ(Setup(1).TCPPort, 65535);
-  EXPECT_EQ(Setup(1).UDPPort, 0);
+  EXPECT_EQ(dialog.Focus(), &dialog.txtUDP_port);
 }
 
 TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
-  Setup(1).Enabled = true;
+  Setup(1).Enabled = Setup(2).Enabled = true;
   Setup(1).ComPort = 1;
-  Setup(2).Enabled = true;
   Setup(2).ComPort = 2;
   Setup(4).ComPort = 3;  // not enabled: holds nothing
   links.MSComm1(1).Open();
@@ -241,42 +222,27 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
 
   links.MSComm1(3).refusal = "Permission denied";
-  links.MSComm1(12).info.present = true;
-  links.MSComm1(13).info.present = true;
+  links.MSComm1(12).info.present = links.MSComm1(13).info.present = true;
   links.MSComm1(13).Open();  // by ourselves, for a system that has since been disabled
   dialog.cmdRefreshPorts.Click();
-  EXPECT_EQ(dialog.cmbComPort.Count(), 5);
+  EXPECT_EQ(dialog.cmbComPort.Text(), "COM1 - current");
+  EXPECT_EQ(dialog.cmbComPort.EntryText(3), "COM12 - free");
   EXPECT_EQ(dialog.cmbComPort.EntryText(4), "COM13 - busy");
   dialog.cmbComPort.UserChoose(4);
   EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
-  dialog.cmbComPort.UserChoose(0);
-  EXPECT_THAT(dialog.cmbComPort.EntryText(2), HasSubstr("COM3 - busy"));
-  EXPECT_EQ(dialog.cmbComPort.Text(), "COM1 - current");
   dialog.cmbComPort.UserChoose(2);
+  EXPECT_THAT(dialog.cmbComPort.Text(), HasSubstr("COM3 - busy"));
   EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("group dialout"));
   face.ExpectBox(kSure, Answer::Yes);
   face.ExpectBox("You have selected a comport which is busy! Please, select another comport!");
   dialog.cmdOk.Click();
   EXPECT_TRUE(dialog.Loaded());
-  EXPECT_FALSE(Setup(1).Enabled);
   dialog.cmbComPort.UserChoose(3);
-  dialog.cmbBaudRate.UserChoose(5);
   Ok();
-  EXPECT_FALSE(dialog.Loaded());
-  EXPECT_TRUE(Setup(1).Enabled);
   EXPECT_EQ(Setup(1).ComPort, 12);
-  EXPECT_EQ(records.Comport(12).Baud, 38400);
-}
-
-TEST_F(SetupDialogTest, WithoutAnyPortItSaysSo) {
   for (int port = 1; port <= kSerialPorts; ++port) links.MSComm1(port).info.present = false;
   Open();
   EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("No serial port has been found"));
-  dialog.chkEnabled.Click();
-  face.ExpectBox(kSure, Answer::Yes);
-  face.ExpectBox("");
-  dialog.cmdOk.Click();
-  EXPECT_TRUE(dialog.Loaded());
 }
 
 TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
@@ -288,22 +254,19 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
        {&dialog.frameLink, &dialog.frameCOM, &dialog.frameTCPIP, &dialog.frameUDP}) {
     EXPECT_FALSE(frame->Shown()) << frame->Name();
   }
-  EXPECT_EQ(dialog.lblFileName.Text(), "not selected");
-  face.ExpectFile(std::nullopt);
-  dialog.cmdSelectFile.Click();
-  EXPECT_EQ(dialog.lblFileName.Text(), "not selected");
+  const std::string file = "/data/voyage.log";
+  for (const auto& [chosen, shown] : std::map<std::optional<std::string>, std::string>{
+           {std::nullopt, "not selected"}, {"/data/a \"b\".log", "not selected"}, {file, file}}) {
+    face.ExpectFile(chosen);
+    if (chosen && *chosen != file) face.ExpectBox("");
+    dialog.cmdSelectFile.Click();
+    EXPECT_EQ(dialog.lblFileName.Text(), shown);
+  }
   EXPECT_EQ(face.Files().back().title, "Open NMEA raw data File");
-  face.ExpectFile("/data/a \"b\".log");
-  face.ExpectBox("");
-  dialog.cmdSelectFile.Click();
-  EXPECT_EQ(dialog.lblFileName.Text(), "not selected");
-  face.ExpectFile("/data/voyage.log");
-  dialog.cmdSelectFile.Click();
-  dialog.chkEnabled.Click();
   Ok();
-  EXPECT_EQ(Setup(1).OfflineFile, "/data/voyage.log");
+  EXPECT_EQ(Setup(1).OfflineFile, file);
   Open();
-  EXPECT_EQ(dialog.lblFileName.Text(), "/data/voyage.log");
+  EXPECT_EQ(dialog.lblFileName.Text(), file);
   // The design comes back with the mode.
   dialog.cmdCancel.Click();
   records.Mode = kOnline;
@@ -312,19 +275,16 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
 }
 
 TEST_F(SetupDialogTest, TheReferenceIsEditedOnlyWhereItCounts) {
-  folder.Write(kReferenceFileName, "\"Quay\",1,0.2,3\r\n\"Mast\",0.5,0.1,4\r\n");
+  const std::string file = "\"Quay\",1,0.2,3\r\n\"Mast\",0.5,0.1,4\r\n";
+  folder.Write(kReferenceFileName, file);
   Open();
-  for (const Control* control : std::initializer_list<const Control*>{
-           &dialog.txtRefName, &dialog.txtLat, &dialog.txtLon, &dialog.txtHgt, &dialog.txtHdg,
-           &dialog.txtPitch, &dialog.txtRoll, &dialog.cmbRefPositions, &dialog.cmdCopyAvg,
-           &dialog.cmdCopyPrimary}) {
-    EXPECT_FALSE(control->Enabled()) << control->Name();
-    dialog.optReference.UserChoose(1);
-    EXPECT_TRUE(control->Enabled()) << control->Name();
-    dialog.optReference.UserChoose(2);
-    EXPECT_FALSE(control->Enabled()) << control->Name();
+  for (const int button : {0, 2, 1}) {
+    dialog.optReference.UserChoose(button);
+    for (const Control* control : dialog.Controls()) {
+      if (control->OwningFrame() != &dialog.frameReference) continue;
+      EXPECT_EQ(control->Enabled(), button == 1) << control->Name();
+    }
   }
-  dialog.optReference.UserChoose(1);
   EXPECT_THAT(Entries(dialog.cmbRefPositions), ElementsAre("Quay", "Mast"));
   dialog.cmbRefPositions.UserChoose(0);
   EXPECT_EQ(dialog.txtRefName.Text(), "Quay");
@@ -333,51 +293,21 @@ TEST_F(SetupDialogTest, TheReferenceIsEditedOnlyWhereItCounts) {
   Ok();
   EXPECT_EQ(records.References[1].ReferenceUsed, kTruePosition);
   EXPECT_EQ(records.References[1].ReferenceLatitude, 1.0);
-  EXPECT_EQ(ReadWholeFile(folder / kReferenceFileName),
-            "\"Quay\",1,0.2,3\r\n\"Mast\",0.5,0.1,4\r\n");
-}
-
-TEST_F(SetupDialogTest, AReferenceTypedIsStoredAndOffered) {
-  records.CoordinateFormatIsDMS = true;
-  Open(2);
-  dialog.optReference.UserChoose(1);
-  dialog.txtRefName.UserText("My \"pier\"");
-  dialog.txtLat.UserText("59 30 12,25");
-  dialog.txtLon.UserText("10 20 0 W");
-  dialog.txtHgt.UserText("4,5");
-  dialog.txtPitch.UserText("0,126");
-  Leave();
-  EXPECT_EQ(dialog.txtLat.Text(), "59° 30' 12.2500\" N");
-  EXPECT_EQ(dialog.txtLon.Text(), "010° 20' 00.0000\" W");
-  EXPECT_EQ(dialog.txtHgt.Text(), "4.500");
-  EXPECT_EQ(dialog.txtPitch.Text(), "0.13");
-  face.ExpectBox(kSure, Answer::No);
-  dialog.cmdOk.Click();
-  EXPECT_EQ(records.References[2].ReferenceName, "");
-  Ok();
-  EXPECT_EQ(records.References[2].ReferenceName, "My 'pier'");
-  EXPECT_EQ(records.References[2].ReferencePitch, 0.126F);
-  Open(1);
-  EXPECT_THAT(Entries(dialog.cmbRefPositions), ElementsAre("My 'pier'"));
-  dialog.optReference.UserChoose(1);
-  dialog.cmbRefPositions.UserChoose(0);
-  EXPECT_EQ(dialog.txtLat.Text(), "59° 30' 12.2500\" N");
-  // Copying makes it a change, which updates the entry.
-  dialog.cmdCancel.Click();
-  records.References[1] = records.References[2];
+  EXPECT_EQ(ReadWholeFile(folder / kReferenceFileName), file);
+  // Copying is a change, which updates the entry; a No keeps it for the next OK.
   Open(3);
   dialog.optReference.UserChoose(1);
   dialog.cmdCopyPrimary.Click();
-  face.ExpectBox(kSure, Answer::Yes);
-  face.ExpectBox("The reference target 'My 'pier'' already exist. The position will be updated!");
+  dialog.txtPitch.UserText("0,126");
+  face.ExpectBox(kSure, Answer::No);
   dialog.cmdOk.Click();
-  EXPECT_EQ(records.References[3].ReferenceLatitude, records.References[2].ReferenceLatitude);
-}
-
-TEST_F(SetupDialogTest, ComInfoIsAskedOfTheSession) {
-  Open();
-  dialog.cmdComInfo.Click();
-  EXPECT_THAT(session.calls, ElementsAre("info"));
+  EXPECT_EQ(dialog.txtPitch.Text(), "0.13");
+  EXPECT_EQ(records.References[3].ReferenceName, "");
+  face.ExpectBox(kSure, Answer::Yes);
+  face.ExpectBox("The reference target 'Quay' already exist. The position will be updated!");
+  dialog.cmdOk.Click();
+  EXPECT_EQ(records.References[3].ReferenceLatitude, 1.0);
+  EXPECT_EQ(records.References[3].ReferencePitch, 0.126F);
 }
 
 }  // namespace

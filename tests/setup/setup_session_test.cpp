@@ -2,15 +2,12 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "setup/setup_desk.h"
 #include "support/sentences.h"
 #include "support/session.h"
 
 namespace fathomline {
 namespace {
-
-constexpr const char* kSure =
-    "Are you sure? All statistics and graphics will be reset.(Remember to open relevant windows "
-    "for display under Window)";
 
 // 0.001 minutes north of 59 30 N, 10 30 E; 2.5 metres above 10.
 constexpr const char* kFix = "GPGGA,030405,5930.001,N,01030.000,E,1,08,1.0,12.5,M,0.0,M,,";
@@ -35,9 +32,16 @@ class SetupInSession : public testing::Test {
     Dialog().cmdOk.Click();
     EXPECT_FALSE(Dialog().Loaded());
   }
-  void Tick(SentenceType type) { Dialog().SentenceBox(type).Click(); }
-  const std::array<DeviationStat, kQuantityCount<GGARecord>>& Figures() {
-    return session.program->statistics[1].Of<GGARecord>();
+  // What the position figures hold of the fixes so far: 0 radius, 1 north, 2 east, 3 height.
+  const SingleStat& Figure(std::size_t quantity) {
+    return session.program->statistics[1].Of<GGARecord>()[quantity].Stat;
+  }
+  // A fix arrives on the link, and is the only one in the figures.
+  template <class Link>
+  void ExpectFigures(Link& link) {
+    link.Arrive(Line());
+    session.Deliver();
+    EXPECT_EQ(Figure(0).Count, 1);
   }
   static std::string Line() { return Sentence(kFix) + "\r\n"; }
 
@@ -47,61 +51,49 @@ class SetupInSession : public testing::Test {
 TEST_F(SetupInSession, ASerialSystemRunsAndComesBack) {
   OpenDialog();
   Dialog().chkEnabled.Click();
-  Tick(SentenceType::GGA);
+  Dialog().SentenceBox(SentenceType::GGA).Click();
   Dialog().cmbComPort.UserChoose(0);
   Dialog().cmbBaudRate.UserChoose(3);
   Ok();
-  const HeadlessSerialLink& port = session.links.MSComm1(6);
+  HeadlessSerialLink& port = session.links.MSComm1(6);
   EXPECT_TRUE(port.PortOpen());
   EXPECT_EQ(port.Settings(), "9600,n,8,1");
   EXPECT_EQ(session.mainWindow().mnuSetupPrimarySystem.Text(),
             "&Primary System         - SYSTEM 1");
   EXPECT_TRUE(session.mainWindow().sbStatusBar.PanelVisible(4));
-  session.links.MSComm1(6).Arrive(Line());
-  session.Deliver();
-  EXPECT_EQ(Figures()[0].Stat.Count, 1);
-
+  ExpectFigures(port);
   // Its own port is no obstacle, and another setup begins the figures anew.
   OpenDialog();
   EXPECT_EQ(Dialog().cmbComPort.Text(), "COM6 - current");
   Ok();
   EXPECT_TRUE(port.PortOpen());
-  EXPECT_EQ(Figures()[0].Stat.Count, 0);
-
+  ExpectFigures(port);
   ASSERT_TRUE(session.Start());
-  EXPECT_TRUE(session.links.MSComm1(6).PortOpen());
-  session.links.MSComm1(6).Arrive(Line());
-  session.Deliver();
-  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+  ExpectFigures(port);
 }
 
 TEST_F(SetupInSession, NetworkSystemsRunAndComeBack) {
   OpenDialog();
   Dialog().chkEnabled.Click();
-  Tick(SentenceType::GGA);
+  Dialog().SentenceBox(SentenceType::GGA).Click();
   Dialog().optCom.UserChoose(1);
   Dialog().cmbIP.UserText("10.0.0.7");
   Dialog().txtPort.UserText("4001");
   Ok();
   EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Connected);
-  EXPECT_EQ(session.links.Winsock1(1).RemotePort(), 4001);
-  session.links.Winsock1(1).Arrive(Line());
-  session.Deliver();
-  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+  ExpectFigures(session.links.Winsock1(1));
   ASSERT_TRUE(session.Start());
   EXPECT_EQ(session.links.Winsock1(1).RemoteHost(), "10.0.0.7");
+  EXPECT_EQ(session.links.Winsock1(1).RemotePort(), 4001);
 
   OpenDialog();
   Dialog().optCom.UserChoose(2);
-  EXPECT_EQ(Dialog().txtUDP_port.Text(), "1000");
   Dialog().txtUDP_port.UserText("10110");
   Ok();
   EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Closed);
   EXPECT_EQ(session.links.WinsockUDP(1).BoundPort(), 10110);
   ASSERT_TRUE(session.Start());
-  session.links.WinsockUDP(1).Arrive(Line());
-  session.Deliver();
-  EXPECT_EQ(Figures()[0].Stat.Count, 1);
+  ExpectFigures(session.links.WinsockUDP(1));
 }
 
 TEST_F(SetupInSession, AUdpPortInUseIsToldAndDisables) {
@@ -126,7 +118,7 @@ TEST_F(SetupInSession, AFileRunsAndComesBack) {
   session.face.ExpectFile(file);
   Dialog().cmdSelectFile.Click();
   Dialog().chkEnabled.Click();
-  Tick(SentenceType::GGA);
+  Dialog().SentenceBox(SentenceType::GGA).Click();
   Ok();
   EXPECT_EQ(session.program->offlineStatus.lblFileName.Text(), file);
   for (const bool again : {false, true}) {
@@ -135,49 +127,49 @@ TEST_F(SetupInSession, AFileRunsAndComesBack) {
     }
     session.mainWindow().tbOffline.Click("PLAY");
     session.face.Advance(std::chrono::seconds(2));
-    EXPECT_EQ(Figures()[0].Stat.Count, 2);
+    EXPECT_EQ(Figure(0).Count, 2);
   }
 }
 
 // By the flat reduction, 0.001 minutes to the north are 1.8475 metres at that latitude.
-TEST_F(SetupInSession, DeviationsAreFromTheReferenceTyped) {
-  struct Form {
+TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {
+  session.Prepare([](Records& records) {
+    records.CommSetups[1].UseUDP = true;
+    records.CommSetups[1].UDPPort = 1000;
+    records.MessagesToAnalyse[1][0] = "GGA";
+  });
+  ASSERT_TRUE(session.Start());
+  const auto expectDeviations = [this](float north, float height) {
+    Ok();
+    ExpectFigures(session.links.WinsockUDP(1));
+    EXPECT_NEAR(Figure(1).Mean, north, 0.0005F);
+    EXPECT_NEAR(Figure(2).Mean, 0.0F, 0.0005F);
+    EXPECT_NEAR(Figure(3).Mean, height, 0.0001F);
+  };
+  struct Typed {
     bool isDMS;
+    const char* name;
     const char* latitude;
     const char* longitude;
   };
-  for (const Form& form : {Form{false, "59 30,0 N", "10 30,0"}, Form{true, "59 30 0,0", "10 30"}}) {
-    session.records().CoordinateFormatIsDMS = form.isDMS;
+  for (const Typed& typed : {Typed{false, "in minutes", "59 30,0 N", "10 30,0"},
+                             Typed{true, "in seconds", "59 30 0,0", "10 30"}}) {
+    session.records().CoordinateFormatIsDMS = typed.isDMS;
     OpenDialog();
-    if (!Dialog().chkEnabled.Checked()) Dialog().chkEnabled.Click();
-    Dialog().optCom.UserChoose(2);
-    if (!Dialog().SentenceBox(SentenceType::GGA).Checked()) Tick(SentenceType::GGA);
     Dialog().optReference.UserChoose(1);
-    Dialog().txtRefName.UserText(form.isDMS ? "in seconds" : "in minutes");
-    Dialog().txtLat.UserText(form.latitude);
-    Dialog().txtLon.UserText(form.longitude);
+    Dialog().txtRefName.UserText(typed.name);
+    Dialog().txtLat.UserText(typed.latitude);
+    Dialog().txtLon.UserText(typed.longitude);
     Dialog().txtHgt.UserText("10,0");
-    Ok();
-    session.links.WinsockUDP(1).Arrive(Line());
-    session.Deliver();
-    EXPECT_NEAR(Figures()[1].Stat.Mean, 1.8475F, 0.0005F);
-    EXPECT_NEAR(Figures()[2].Stat.Mean, 0.0F, 0.0005F);
-    EXPECT_NEAR(Figures()[3].Stat.Mean, 2.5F, 0.0001F);
+    expectDeviations(1.8475F, 2.5F);
   }
-  // From the average, the next fix of the same place is no deviation.
   OpenDialog();
   EXPECT_EQ(Dialog().cmbRefPositions.Count(), 2);
   Dialog().cmdCopyAvg.Click();
-  Ok();
-  session.links.WinsockUDP(1).Arrive(Line());
-  session.Deliver();
-  EXPECT_NEAR(Figures()[0].Stat.Mean, 0.0F, 0.0005F);
+  expectDeviations(0.0F, 0.0F);
   OpenDialog();
   Dialog().cmbRefPositions.UserChoose(0);
-  Ok();
-  session.links.WinsockUDP(1).Arrive(Line());
-  session.Deliver();
-  EXPECT_NEAR(Figures()[1].Stat.Mean, 1.8475F, 0.0005F);
+  expectDeviations(1.8475F, 2.5F);
 }
 
 TEST_F(SetupInSession, OneDialogAtATimeAndAModeChangeCancelsIt) {
