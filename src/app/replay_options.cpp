@@ -103,7 +103,7 @@ struct Option {
 using O = ReplayOptions;
 using S = const std::string;
 
-constexpr std::array<Option, 20> kOptions = {{
+constexpr std::array<Option, 21> kOptions = {{
     {"--setup", "FILE.ini", "take the setup from a setup file",
      [](O& o, S&, S& text) { o.setup = text; }},
     {"--messages", "GGA,RMC,...", "analyse these sentences (without it and --setup: all)",
@@ -111,6 +111,8 @@ constexpr std::array<Option, 20> kOptions = {{
     {"--name", "TEXT", "the name of the system", [](O& o, S&, S& text) { o.name = text; }},
     {"--checksum", "", "refuse sentences whose checksum is wrong",
      [](O& o, S&, S&) { o.checksum = true; }},
+    {"--iala", "", "read AIS binary messages by the IALA proposal",
+     [](O& o, S&, S&) { o.binaryStandardIALA = true; }},
     {"--reference-used", "N", "0 first sample, 1 average over time, 2 true position",
      [](O& o, S& name, S& text) {
        o.referenceUsed = static_cast<std::int16_t>(ParseInteger(name, text, 0, 2));

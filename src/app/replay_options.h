@@ -18,6 +18,7 @@ struct ReplayOptions {
   std::optional<std::vector<SentenceType>> messages;
   std::optional<std::string> name;
   bool checksum = false;
+  bool binaryStandardIALA = false;
   std::optional<std::int16_t> referenceUsed;
   std::optional<ReferenceSetup> reference;
   std::optional<float> outlier;

@@ -115,6 +115,7 @@ class ReplayRun {
     }
     if (options_.name) setup.Name = *options_.name;
     if (options_.checksum) records.ChecksumTest[kSystem] = true;
+    program_.ais.SetBinaryStandardIALA(options_.binaryStandardIALA);
     if (options_.sessionInfo) records.SessionInfo = *options_.sessionInfo;
     if (options_.outlier) records.OutlierLimit = *options_.outlier;
     TakeMessages();
