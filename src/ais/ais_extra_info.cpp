@@ -11,7 +11,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 12000, 7200};
+constexpr WindowPlace kDefaultPlace{0, 0, 14400, 6600};
 
 std::string NineDigits(const TargetView& view) {
   return Format(view.target.MMSI, "000000000");
@@ -88,6 +88,7 @@ constexpr std::array<Row, 35> kRows = {{
 
 constexpr int kLabelColumn = 0;
 constexpr int kValueColumn = 1;
+constexpr int kLabelWidth = 2000;  // twips; the same in all grids, one above the other
 constexpr int kValueWidth = 2200;
 
 }  // namespace
@@ -103,7 +104,10 @@ frmAISExtraInfo::frmAISExtraInfo(Desktop& desktop, const Records& records, const
     grid.SetRows(grid.Rows() + 1);
     grid.Set(grid.Rows() - 1, kLabelColumn, row.label);
   }
-  for (Grid& grid : fgAISExtraInfo) grid.SetColumnWidth(kValueColumn, kValueWidth);
+  for (Grid& grid : fgAISExtraInfo) {
+    grid.SetColumnWidth(kLabelColumn, kLabelWidth);
+    grid.SetColumnWidth(kValueColumn, kValueWidth);
+  }
   SetContent(Layout::Row(
       {Layout::Column({fgAISExtraInfo(0), fgAISExtraInfo(2), fgAISExtraInfo(4), Layout::Space()}),
        Layout::Column({fgAISExtraInfo(1), fgAISExtraInfo(3), Layout::Space()})}));

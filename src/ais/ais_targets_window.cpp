@@ -15,7 +15,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 18300, 7500};
+constexpr WindowPlace kDefaultPlace{0, 0, 15900, 7500};
 constexpr std::string_view kPlacePrefix = "AISTargets";
 // The extended window opens so far below the list's upper edge.
 constexpr int kExtraInfoBelow = 4000;

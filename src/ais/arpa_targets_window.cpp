@@ -13,7 +13,7 @@
 namespace fathomline {
 namespace {
 
-constexpr WindowPlace kDefaultPlace{0, 0, 18300, 5500};
+constexpr WindowPlace kDefaultPlace{0, 0, 15300, 5500};
 constexpr std::string_view kPlacePrefix = "ARPATargets";
 
 // The number of rows is a 16-bit integer, and it is the target number and two.

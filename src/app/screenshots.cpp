@@ -63,6 +63,7 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
   camera.Settle();
   program.mainWindow.tbOffline.Click("PLAY");
   program.desktop.RunUntil([&] { return !program.records.OfflineRunning; });
+  if (program.targets.AISTargetCount(kSystem) > 0) program.aisExtraInfo.Open({kSystem, 1}, 0, 0);
   const std::vector<Window*> windows = program.desktop.Windows();
   for (Window* const window : windows) {
     if (!window->Visible() || window->Style() != WindowStyle::Child) continue;

@@ -25,6 +25,7 @@
 #include "platform/choices.h"
 #include "platform/grid.h"
 #include "platform/picture.h"
+#include "platform/qt/conversions.h"
 #include "platform/qt/grid_model.h"
 #include "qt/qt_fixture.h"
 
@@ -273,11 +274,20 @@ TEST_F(ControlViews, SelectedCellsGoToTheClipboard) {
   EXPECT_EQ(QApplication::clipboard()->text(), "1\t2\n3\t4");
 }
 
-TEST_F(ControlViews, TheSelectionStaysWhileRowsComeAndCellsChange) {
+TEST_F(ControlViews, AListSelectsRowsFillsItsWindowAndKeepsItsSelection) {
   Grid grid{window, "fgTargets", 3, 2, {1, 0}};
+  grid.Set(0, 1, "Name");
+  grid.Set(2, 0, "7");
+  grid.Set(2, 1, "SKUA");
+  grid.SetColumnWidth(1, 3000);
+  window.SetContent(Layout::Column({grid}));
   Show();
   auto* const table = Find<QTableView>(grid);
-  table->selectRow(1);
+  EXPECT_EQ(table->horizontalHeader()->length(), table->viewport()->width());
+  EXPECT_GT(table->columnWidth(1), 3000 / kTwipsPerPixel);
+  table->setCurrentIndex(table->model()->index(1, 0));
+  QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), "7\tSKUA");
   grid.SetRows(60);
   grid.Set(1, 0, "new");
   face.Draw();

@@ -6,7 +6,11 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
+#include <QTableView>
+#include <array>
+#include <vector>
 
+#include "platform/grid.h"
 #include "platform/qt/conversions.h"
 #include "platform/task.h"
 #include "platform/timer.h"
@@ -50,6 +54,22 @@ TEST_F(MainAndChild, ChildWindowsStandInTheMainWindowAtTheirPlaces) {
   Sub(child)->setGeometry(15, 30, 450, 350);
   EXPECT_EQ(child.Place(), (WindowPlace{225, 450, 6750, 5250}));
   EXPECT_EQ(desktop.ChildArea().width, face.ChildArea()->viewport()->width() * kTwipsPerPixel);
+}
+
+TEST_F(MainAndChild, APressedRowIsToldWithItsPointInItsWindow) {
+  PlainWindow list{desktop, ChildDesign("frmList", {3000, 3000, 6000, 4500})};
+  Grid grid{list, "fgList", 3, 2, {1, 0}};
+  std::vector<std::array<int, 3>> presses;
+  grid.onClickRow = [&](int row, int x, int y) { presses.push_back({row, x, y}); };
+  ShowDrawn(list);
+  auto* const table = Find<QTableView>(grid);
+  const QPoint cell = table->visualRect(table->model()->index(1, 1)).center();
+  QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell);
+  QTest::keyClick(table, Qt::Key_Return);
+  const QPoint point = table->viewport()->mapToGlobal(cell) - Sub(list)->mapToGlobal(QPoint(0, 0));
+  const std::array<int, 3> expected{2, point.x() * kTwipsPerPixel, point.y() * kTwipsPerPixel};
+  EXPECT_EQ(presses, (std::vector{expected, expected}));
+  EXPECT_LT(point.x(), Sub(list)->width());
 }
 
 TEST_F(MainAndChild, MaximisedWindowsKeepTheirNormalPlace) {

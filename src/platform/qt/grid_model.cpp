@@ -133,9 +133,16 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   switch (role) {
     case Qt::DisplayRole:
       return Cell(row, column);
-    case Qt::TextAlignmentRole:
-      return QVariant::fromValue(Qt::Alignment(
-          (IsFigure(Cell(row, column)) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    case Qt::ToolTipRole: {
+      const QString text = Cell(row, column);
+      return text.size() > kWidestCharacters ? text : QVariant();
+    }
+    case Qt::TextAlignmentRole: {
+      // The values of a form have nothing in common and stand beside their names.
+      const bool right = HasColumnHeads() && IsFigure(Cell(row, column));
+      return QVariant::fromValue(
+          Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    }
     default:
       return {};
   }

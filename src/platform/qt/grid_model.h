@@ -8,6 +8,9 @@
 
 namespace fathomline {
 
+// Columns make room for texts of up to so many characters; longer ones can be read in a tool tip.
+inline constexpr int kWidestCharacters = 32;
+
 // The first head row and the first head column are the headers of the model; further ones stay
 // among its cells.
 class GridModel : public QAbstractTableModel {

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <numeric>
 
 #include "platform/qt/conversions.h"
 #include "platform/qt/grid_model.h"
@@ -21,9 +22,9 @@
 namespace fathomline {
 namespace {
 
-// A figure with sign and decimals, for columns whose heads are shorter.
+// A figure with sign and decimals, for columns of a table whose heads are shorter. The columns of a
+// list differ in what they hold and are as wide as that.
 constexpr int kUsualCharacters = 9;
-constexpr int kWidestCharacters = 32;
 constexpr int kCellPadding = 14;
 constexpr int kRowPadding = 6;
 // Grids of up to so many rows are seen whole, longer ones scroll.
@@ -61,7 +62,7 @@ class GridView::Table : public QTableView {
     QTableView::mouseReleaseEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && index.isValid()) {
-      view_.PressRow(index.row(), viewport()->mapTo(window(), event->position().toPoint()));
+      view_.PressRow(index.row(), event->position().toPoint());
     }
   }
 
@@ -70,12 +71,18 @@ class GridView::Table : public QTableView {
       QApplication::clipboard()->setText(view_.SelectedText(false));
       return;
     }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && view_.grid_.onClickRow && currentIndex().isValid()) {
+      view_.PressRow(currentIndex().row(), visualRect(currentIndex()).center());
+      return;
+    }
     QTableView::keyPressEvent(event);
   }
 
   void resizeEvent(QResizeEvent* event) override {
     QTableView::resizeEvent(event);
     PlaceCorner(*view_.corner_);
+    view_.FillWidth();
     // With the scroll bar goes the room for it.
     const bool scrolls = width() < FullWidth();
     if (std::exchange(scrolls_, scrolls) != scrolls) updateGeometry();
@@ -86,9 +93,10 @@ class GridView::Table : public QTableView {
  private:
   int FullWidth() const {
     const int heads = verticalHeader()->isHidden() ? 0 : verticalHeader()->width();
+    const int columns = view_.FillsWidth() ? view_.allWidths_ : horizontalHeader()->length();
     const bool scrolls = model()->rowCount() > kWholeRows;
     const int bar = scrolls ? verticalScrollBar()->sizeHint().width() : 0;
-    return heads + horizontalHeader()->length() + 2 * frameWidth() + bar;
+    return heads + columns + 2 * frameWidth() + bar;
   }
 
   int HeightOf(int rows) const {
@@ -142,6 +150,8 @@ GridView::GridView(ViewContext& context, Grid& grid)
   table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + kRowPadding);
   table_->horizontalHeader()->setVisible(model_->HasColumnHeads());
+  // A list holds one thing in each row.
+  if (!model_->HasRowHeads()) table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->horizontalHeader()->setHighlightSections(false);
   table_->verticalHeader()->setHighlightSections(false);
   SetWidget(table_);
@@ -170,12 +180,13 @@ void GridView::Resize() {
   const QFontMetrics metrics = table_->fontMetrics();
   const int character = metrics.horizontalAdvance(QLatin1Char('0'));
   const int columns = model_->columnCount();
+  const int least = model_->HasRowHeads() ? kUsualCharacters : 0;
   widths_.resize(static_cast<std::size_t>(columns), 0);
   bool changed = false;
   for (int column = 0; column < columns; ++column) {
     const int asked = grid_.ColumnWidth(model_->GridColumn(column)) / kTwipsPerPixel;
     const QString head = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    const int needed = std::clamp(model_->Longest(column), kUsualCharacters, kWidestCharacters);
+    const int needed = std::clamp(model_->Longest(column), least, kWidestCharacters);
     int& width = widths_[static_cast<std::size_t>(column)];
     const int wanted = std::max({asked, metrics.horizontalAdvance(head) + kCellPadding,
                                  needed * character + kCellPadding, width});
@@ -184,6 +195,8 @@ void GridView::Resize() {
     table_->setColumnWidth(column, width);
     changed = true;
   }
+  allWidths_ = std::accumulate(widths_.begin(), widths_.end(), 0);
+  FillWidth();
   if (model_->HasRowHeads()) {
     const QString corner = model_->Cell(0, 0);
     const int wanted =
@@ -206,11 +219,27 @@ void GridView::Resize() {
   if (changed) table_->updateGeometry();
 }
 
+bool GridView::FillsWidth() const {
+  return !model_->HasRowHeads() || !model_->HasColumnHeads();
+}
+
+// The widest column of a list, the one that holds names, has what the others leave.
+void GridView::FillWidth() {
+  if (!FillsWidth() || widths_.empty()) return;
+  const auto widest = std::max_element(widths_.begin(), widths_.end());
+  const int column = static_cast<int>(widest - widths_.begin());
+  const int others = table_->horizontalHeader()->length() - table_->columnWidth(column);
+  table_->setColumnWidth(column, std::max(*widest, table_->viewport()->width() - others));
+}
+
 void GridView::PressRow(int row, const QPoint& at) {
   User([&] {
     const int gridRow = model_->GridRow(row);
     if (gridRow >= grid_.Rows()) return;
-    grid_.ClickRow(gridRow, at.x() * kTwipsPerPixel, at.y() * kTwipsPerPixel);
+    // A child window is no window to Qt, which would count from the corner of the main window.
+    const QWidget* const host = Context().face.HostOf(*Context().window);
+    const QPoint point = table_->viewport()->mapTo(host, at);
+    grid_.ClickRow(gridRow, point.x() * kTwipsPerPixel, point.y() * kTwipsPerPixel);
   });
 }
 

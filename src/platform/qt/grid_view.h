@@ -27,8 +27,12 @@ class GridView : public ControlView {
   class Table;
 
   void Resize();
+  // A list has no row heads, a form no column heads; both take the width that there is.
+  bool FillsWidth() const;
+  void FillWidth();
   void ShowMenu(const QPoint& at);
   void SaveAsFile();
+  // The point counts from the corner of the cells.
   void PressRow(int row, const QPoint& at);
 
   Grid& grid_;
@@ -36,6 +40,7 @@ class GridView : public ControlView {
   Table* table_;
   QLabel* corner_;
   std::vector<int> widths_;
+  int allWidths_ = 0;
   int headWidth_ = 0;
   std::uint64_t marks_ = 0;
 };

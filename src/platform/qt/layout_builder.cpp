@@ -4,8 +4,10 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QTabWidget>
+#include <QTableView>
 #include <algorithm>
 
 #include "platform/qt/choices_views.h"
@@ -69,9 +71,13 @@ class Builder {
     return *content_.views.back();
   }
 
-  // A table is no wider than its columns.
+  // A table is no wider than its columns; a list or a form, which lack heads on one side, is as
+  // wide as there is room.
   static Qt::Alignment AlignmentOf(const QWidget& widget) {
-    return widget.inherits("QTableView") ? Qt::AlignLeft : Qt::Alignment();
+    const auto* const table = qobject_cast<const QTableView*>(&widget);
+    const bool narrow = table != nullptr && !table->verticalHeader()->isHidden() &&
+                        !table->horizontalHeader()->isHidden();
+    return narrow ? Qt::AlignLeft : Qt::Alignment();
   }
 
   static void Put(QBoxLayout& box, const Piece& piece) {
