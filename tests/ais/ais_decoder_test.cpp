@@ -63,14 +63,6 @@ TEST(AISDecoder, AnEndlessGroupIsDroppedWithAFault) {
   EXPECT_EQ(feed.MessageId(), 1);
 }
 
-TEST(AISDecoder, AFaultWhileDecodingEmptiesTheAssembly) {
-  SentenceFeed feed;
-  MessageBits bits(120);
-  bits.Put(1, 6, 17).Put(81, 86, 1).Put(113, 117, 31);
-  EXPECT_THROW(feed.TakePayload(bits.Payload()), Fault);
-  EXPECT_EQ(feed.decoder.Receiver(1).AISAssembly, "");
-}
-
 TEST(AISDecoder, CountsOfARealRecording) {
   const std::string folder = FATHOMLINE_RECORDINGS;
   if (folder.empty()) GTEST_SKIP() << "no recordings given";

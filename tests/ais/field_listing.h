@@ -1,4 +1,5 @@
-// The fields of a decoded message as one line of text: "Name=value Name=value ...".
+// The values of a decoded message as one line of text, in the order of its layout; texts stand in
+// brackets.
 #pragma once
 
 #include <array>
@@ -13,22 +14,20 @@
 
 namespace fathomline {
 
-template <class Record>
-std::string ListFields(const Record& record, const std::string& group = "");
-
 inline std::string FieldText(const std::string& text) {
   return "[" + text + "]";
 }
 inline std::string FieldText(DateTime moment) {
   return moment == DateTime{} ? "zero" : FormatDateTime(moment, "yyyy-mm-dd/hh:nn:ss");
 }
-template <class Number>
-requires std::is_arithmetic_v<Number> std::string FieldText(Number number) {
-  if constexpr (std::is_integral_v<Number>) {
-    return std::to_string(number);
-  } else {
-    return ExactText(number);
-  }
+inline std::string FieldText(std::int32_t number) {
+  return std::to_string(number);
+}
+inline std::string FieldText(float number) {
+  return ExactText(number);
+}
+inline std::string FieldText(double number) {
+  return ExactText(number);
 }
 template <class Element, std::size_t Size>
 std::string FieldText(const std::array<Element, Size>& elements) {
@@ -37,17 +36,15 @@ std::string FieldText(const std::array<Element, Size>& elements) {
   return text;
 }
 
-// Fields of a group stand as "Group.Name".
 template <class Record>
-std::string ListFields(const Record& record, const std::string& group) {
+std::string ListFields(const Record& record) {
   std::string listing;
-  VisitFields(record, [&](std::string_view name, const auto& value) {
-    const std::string full = group + std::string(name);
+  VisitFields(record, [&](std::string_view, const auto& value) {
     if (!listing.empty()) listing += ' ';
     if constexpr (requires { FieldText(value); }) {
-      listing += full + '=' + FieldText(value);
+      listing += FieldText(value);
     } else {
-      listing += ListFields(value, full + '.');
+      listing += ListFields(value);
     }
   });
   return listing;

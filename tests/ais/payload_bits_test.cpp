@@ -4,47 +4,20 @@
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
+#include <utility>
 
 #include "ais/sentence_feed.h"
 
 namespace fathomline {
 namespace {
 
-TEST(PayloadBits, Characters) {
-  EXPECT_EQ(DearmourCharacter('0') & 63, 0);
-  EXPECT_EQ(DearmourCharacter('W') & 63, 39);
-  EXPECT_EQ(DearmourCharacter('`') & 63, 40);
-  EXPECT_EQ(DearmourCharacter('w') & 63, 63);
-  EXPECT_EQ(SixBitToCharacter(0), ' ');
-  EXPECT_EQ(SixBitToCharacter(1), 'A');
-  EXPECT_EQ(SixBitToCharacter(31), '_');
-  EXPECT_EQ(SixBitToCharacter(32), ' ');
-  EXPECT_EQ(SixBitToCharacter(63), '?');
-  // 255 + 72 does not fit eight bits; the split gives ones throughout.
-  EXPECT_EQ(BitsToValue(PayloadBits("\xFF"), 1, 6), 63);
-  EXPECT_EQ(BitsToValue(PayloadBits("\xB8"), 1, 6), 63);
-  EXPECT_EQ(BitsToValue(PayloadBits("\xB7"), 1, 6), 63);
-  EXPECT_EQ(BitsToValue(PayloadBits("\xB6"), 1, 6), 62);
-  EXPECT_EQ(BitsToValue(PayloadBits("X"), 1, 6), 40);
-}
-
 // The top bit alone stays positive.
 TEST(PayloadBits, SignedNumbers) {
-  const auto value = [](int pattern) {
-    return BitsToValue(PayloadBits(MessageBits(8).Put(1, 8, pattern).Payload()), 1, 8, true);
-  };
-  EXPECT_EQ(value(0b10000000), 128);
-  EXPECT_EQ(value(0b10000001), -127);
-  EXPECT_EQ(value(0b11111111), -1);
-  EXPECT_EQ(value(0b01111111), 127);
-}
-
-TEST(PayloadBits, AllOnes) {
-  const PayloadBits bits(MessageBits(24).Put(1, 12, 0xFFF).Payload());
-  EXPECT_EQ(BitsToValue(bits, 1, 12, false, true, 1.0), -9999);
-  EXPECT_EQ(BitsToValue(bits, 1, 12, true, true, 60000.0) / 1000 / 60, -9999);
-  EXPECT_EQ(BitsToValue(bits, 1, 12, true), -1);
-  EXPECT_EQ(BitsToValue(bits, 1, 13, false, true), 0x1FFE);
+  for (const auto& [pattern, value] :
+       {std::pair{0x80, 128}, {0x81, -127}, {0xFF, -1}, {0x7F, 127}}) {
+    const PayloadBits bits(MessageBits(8).Put(1, 8, pattern).Payload());
+    EXPECT_EQ(BitsToValue(bits, 1, 8, true), value);
+  }
 }
 
 // Every range of a payload that is longer than the array takes, against one boolean per bit.

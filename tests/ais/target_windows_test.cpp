@@ -35,6 +35,12 @@ MessageBits VoyageData(std::int32_t mmsi, std::string_view name) {
   return bits;
 }
 
+// A report of 12.3 knots over 180.5 degrees at 59.5 N, 5.25 W, without a heading.
+MessageBits Report(std::int32_t mmsi, int rot) {
+  MessageBits bits = Message(1, mmsi).Put(43, 50, rot).Put(51, 60, 123).Put(62, 89, -3150000);
+  return bits.Put(90, 116, 35700000).Put(117, 128, 1805).Put(129, 137, 511);
+}
+
 std::vector<std::string> RowOf(Grid& grid, int row) {
   grid.OwningWindow().Refresh();
   std::vector<std::string> texts;
@@ -78,20 +84,19 @@ TEST_F(TargetWindows, EachMessageWritesItsColumns) {
   EXPECT_EQ(grid.ColumnWidth(1), 3200);
   EXPECT_EQ(grid.ColumnWidth(2), 1500);
 
-  struct Expected {
-    int id;
-    std::vector<int> columns;
-  };
   int row = 0;
-  for (const Expected& expected :
-       {Expected{1, {0, 2, 3, 4, 5, 6, 7, 8, 9}}, Expected{4, {0, 1, 2, 3, 8, 9}},
-        Expected{5, {0, 1, 8, 9}}, Expected{9, {0, 1, 2, 3, 4, 5, 8, 9}},
-        Expected{18, {0, 1, 2, 3, 4, 5, 6, 8, 9}}, Expected{19, {0, 1, 2, 3, 4, 5, 6, 8, 9}},
-        Expected{21, {0, 1, 2, 3, 8, 9}}}) {
-    Feed(Message(expected.id, 257000000 + expected.id, 426));
+  for (const auto& [id, columns] :
+       std::vector<std::pair<int, std::vector<int>>>{{1, {0, 2, 3, 4, 5, 6, 7, 8, 9}},
+                                                     {4, {0, 1, 2, 3, 8, 9}},
+                                                     {5, {0, 1, 8, 9}},
+                                                     {9, {0, 1, 2, 3, 4, 5, 8, 9}},
+                                                     {18, {0, 1, 2, 3, 4, 5, 6, 8, 9}},
+                                                     {19, {0, 1, 2, 3, 4, 5, 6, 8, 9}},
+                                                     {21, {0, 1, 2, 3, 8, 9}}}) {
+    Feed(Message(id, 257000000 + id, 426));
     ++row;
     ASSERT_EQ(grid.Rows(), row + 1);
-    EXPECT_EQ(Filled(row), expected.columns) << "id " << expected.id;
+    EXPECT_EQ(Filled(row), columns) << "id " << id;
   }
   // Whoever sends these has no row.
   for (const int id : {8, 24, 27}) Feed(Message(id, 258000000 + id, 426));
@@ -111,13 +116,7 @@ TEST_F(TargetWindows, ARowFollowsItsStation) {
   test.Analyse({"VDM"});
   list.Show();
   SetTime(9, 8, 7);
-  Feed(Message(1, 2573500)
-           .Put(43, 50, 127)
-           .Put(51, 60, 123)
-           .Put(62, 89, -3150000)
-           .Put(90, 116, 35700000)
-           .Put(117, 128, 1805)
-           .Put(129, 137, 511));
+  Feed(Report(2573500, 127));
   EXPECT_THAT(RowOf(grid, 1),
               ElementsAre("2573500", "", "59° 30.0000' N", "005° 15.0000' W", " 12.3", " 180.5",
                           "n/a", "> 720", "02 Jan 09:08:07", "1"));
@@ -196,15 +195,7 @@ TEST_F(TargetWindows, TheExtendedWindowShowsAndFollowsOneStation) {
   SetTime(9, 0, 0);
   list.Show();
   list.SetPlace({1000, 2000, 12000, 7000});
-  Feed(Message(1, 2573500)
-           .Put(39, 42, 5)
-           .Put(43, 50, -127)
-           .Put(51, 60, 123)
-           .Put(61, 61, 1)
-           .Put(62, 89, -3150000)
-           .Put(90, 116, 35700000)
-           .Put(117, 128, 1805)
-           .Put(129, 137, 511));
+  Feed(Report(2573500, -127).Put(39, 42, 5).Put(61, 61, 1));
   grid.ClickRow(1, 300, 40);
   EXPECT_EQ(extra.AISExtendedTarget(), (ExtendedTarget{1, 1}));
   EXPECT_EQ(extra.Place().left, 1300);
