@@ -15,6 +15,10 @@ constexpr const char* kNotAnalysed = "Kept with the setup; the analysis does not
 constexpr const char* kOutliers =
     "Degrees by which heading, pitch and roll of ATT may be off the reference. Without a tick the "
     "limit is 0.";
+constexpr const char* kLatitudeForms =
+    "As 59 30.5 S or -59 30.5; with seconds, where they are shown, as 59 30 15.5 S";
+constexpr const char* kLongitudeForms =
+    "As 10 20.5 W or -10 20.5; with seconds, where they are shown, as 10 20 15.5 W";
 
 struct SentenceTip {
   SentenceType type;
@@ -112,6 +116,8 @@ void frmSetup::FillFixedChoices() {
        std::initializer_list<Control*>{&chkHdop, &cmbHdop, &chkSvs, &cmbSvs, &chkNoDiff}) {
     control->SetToolTip(kNotAnalysed);
   }
+  txtLat.SetToolTip(kLatitudeForms);
+  txtLon.SetToolTip(kLongitudeForms);
   chkOutliers.SetToolTip(kOutliers);
   cmbOutliers.SetToolTip(kOutliers);
 }

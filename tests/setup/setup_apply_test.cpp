@@ -42,18 +42,6 @@ class SetupApplyTest : public SetupDesk {
   SetupApply apply{records, desktop, session};
 };
 
-TEST_F(SetupApplyTest, NoLeavesEverythingAsItWas) {
-  const std::string before = WriteSetup(records);
-  SetupChoices choices = Enabled(2);
-  choices.name = "other";
-  choices.referenceChanged = true;
-  face.ExpectBox(kSure, Answer::No);
-  EXPECT_FALSE(apply.Apply(2, choices));
-  EXPECT_EQ(WriteSetup(records), before);
-  EXPECT_TRUE(session.calls.empty());
-  EXPECT_FALSE(FileExists(folder / kSetupFileName));
-}
-
 TEST_F(SetupApplyTest, ASerialPortGetsItsRow) {
   Setup(2).UseTCPIP = true;
   Setup(2).ComPort = 3;

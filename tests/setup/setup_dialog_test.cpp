@@ -144,27 +144,29 @@ TEST_F(SetupDialogTest, TheBoxJustTickedWins) {
 
 TEST_F(SetupDialogTest, ALimitMustBeUsableBeforeItIsLeft) {
   Open();
-  dialog.chkHdop.Click();
-  dialog.cmbHdop.UserText("0");
-  face.ExpectBox("A hdop value <> 0 has to be selected");
-  Leave();
-  EXPECT_EQ(dialog.Focus(), &dialog.cmbHdop);
-  dialog.cmbHdop.UserText("-2,5");
-  dialog.chkSvs.Click();
-  dialog.cmbSvs.UserText("3");
-  face.ExpectBox("No of svs > 3 has to be selected");
-  dialog.chkSvs.Click();
-  EXPECT_TRUE(dialog.chkSvs.Checked());
-  dialog.cmbSvs.UserChoose(2);
-  dialog.cmbOutliers.UserText("none");
-  face.ExpectBox("A outlier <> 0 has to be selected");
-  dialog.SSTab1.UserChoose(0);
-  EXPECT_EQ(dialog.SSTab1.Choice(), 0);
-  EXPECT_EQ(dialog.Focus(), &dialog.cmbOutliers);
-  // OK first asks the field that is left.
-  face.ExpectBox("A outlier <> 0 has to be selected");
-  dialog.cmdOk.Click();
-  dialog.cmbOutliers.UserText("-40");
+  struct Row {
+    CheckBox& box;
+    Choices& combo;
+    const char* bad;
+    const char* refusal;
+    const char* good;
+  };
+  for (const Row& row :
+       {Row{dialog.chkHdop, dialog.cmbHdop, "0", "A hdop value <> 0 has to be selected", "-2,5"},
+        {dialog.chkSvs, dialog.cmbSvs, "3", "No of svs > 3 has to be selected", "6"},
+        {dialog.chkOutliers, dialog.cmbOutliers, "none", "A outlier <> 0 has to be selected",
+         "-40"}}) {
+    if (!row.box.Checked()) row.box.Click();
+    row.combo.UserText(row.bad);
+    // Neither another field, nor another page, nor OK can be gone to.
+    for (int i = 0; i < 3; ++i) face.ExpectBox(row.refusal);
+    Leave();
+    dialog.SSTab1.UserChoose(3);
+    dialog.cmdOk.Click();
+    EXPECT_EQ(dialog.SSTab1.Choice(), 0);
+    EXPECT_EQ(dialog.Focus(), &row.combo);
+    row.combo.UserText(row.good);
+  }
   Ok();
   EXPECT_EQ(records.HdopLimit, 2.5F);
   EXPECT_EQ(records.SatelliteLimit, 6);
@@ -299,10 +301,13 @@ TEST_F(SetupDialogTest, TheReferenceIsEditedOnlyWhereItCounts) {
   dialog.optReference.UserChoose(1);
   dialog.cmdCopyPrimary.Click();
   dialog.txtPitch.UserText("0,126");
+  const std::string before = WriteSetup(records);
+  session.calls.clear();
   face.ExpectBox(kSure, Answer::No);
   dialog.cmdOk.Click();
   EXPECT_EQ(dialog.txtPitch.Text(), "0.13");
-  EXPECT_EQ(records.References[3].ReferenceName, "");
+  EXPECT_EQ(WriteSetup(records), before);
+  EXPECT_TRUE(session.calls.empty());
   face.ExpectBox(kSure, Answer::Yes);
   face.ExpectBox("The reference target 'Quay' already exist. The position will be updated!");
   dialog.cmdOk.Click();
