@@ -17,7 +17,7 @@ constexpr const char* kNoHelp =
 
 MainMenu::MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, frmMain& mainWindow,
                    SessionControl& session, StartUp& startUp, SessionReport& report,
-                   AISDecoder& ais, const Dialogs& dialogs, const ViewHooks& hooks)
+                   AISDecoder& ais, const Dialogs& dialogs)
     : records_(records),
       desktop_(desktop),
       settings_(settings),
@@ -26,8 +26,7 @@ MainMenu::MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, 
       startUp_(startUp),
       report_(report),
       ais_(ais),
-      dialogs_(dialogs),
-      hooks_(hooks) {
+      dialogs_(dialogs) {
   PlugFileMenu();
   mainWindow_.mnuModeOnline.onClick = [this] { session_.ClickModeOnline(); };
   mainWindow_.mnuModeOffline.onClick = [this] { session_.ClickModeOffline(); };
@@ -130,10 +129,10 @@ void MainMenu::Print() {
 }
 
 void MainMenu::OpenSetupDialog(int system) {
-  if (hooks_.setupDialog != nullptr && hooks_.setupDialog->Loaded()) {
+  if (dialogs_.setup.Loaded()) {
     desktop_.Say("Only one system setup window at the time can be opened");
-  } else if (hooks_.openSetup) {
-    hooks_.openSetup(system);
+  } else {
+    dialogs_.setup.Open(system);
   }
 }
 

@@ -8,11 +8,11 @@
 #include "pipeline/records.h"
 #include "pipeline/session_control.h"
 #include "pipeline/start_up.h"
-#include "pipeline/view_hooks.h"
 #include "platform/desktop.h"
 #include "platform/settings.h"
 #include "setup/coordinate_format.h"
 #include "setup/session_text.h"
+#include "setup/setup_dialog.h"
 #include "setup/view_selection.h"
 
 namespace fathomline {
@@ -24,11 +24,12 @@ class MainMenu {
     frmDocument& document;
     frmGeoFormat& geoFormat;
     frmAbout& about;
+    frmSetup& setup;
   };
 
   MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, frmMain& mainWindow,
            SessionControl& session, StartUp& startUp, SessionReport& report, AISDecoder& ais,
-           const Dialogs& dialogs, const ViewHooks& hooks);
+           const Dialogs& dialogs);
 
  private:
   void PlugFileMenu();
@@ -55,7 +56,6 @@ class MainMenu {
   SessionReport& report_;
   AISDecoder& ais_;
   Dialogs dialogs_;
-  const ViewHooks& hooks_;
   bool printing_ = false;
 };
 

@@ -118,8 +118,9 @@ Program::Program(const Surroundings& surroundings)
       rawLog(records, files, surroundings.clock, desktop),
       input(records, surroundings.links == nullptr ? *noLinks_ : *surroundings.links, desktop,
             *lines_, errorLog),
-      session(records, statistics, desktop, mainWindow, offlineStatus, numericsWindows,
-              statisticsWindows, statisticsSNRWindows, input, rawLog, hooks),
+      session(records, statistics, desktop, input, rawLog,
+              {mainWindow, offlineStatus, setupDialog, numericsWindows, statisticsWindows,
+               statisticsSNRWindows, charts, arpaTargetsWindows, aisTargetsWindows}),
       sessionSetup(records, surroundings.links == nullptr ? *noLinks_ : *surroundings.links, input,
                    session, {mainWindow, offlineStatus, monitorWindows, comportInfo}),
       setupDialog(desktop, records, statistics, surroundings.clock,
@@ -127,10 +128,17 @@ Program::Program(const Surroundings& surroundings)
       replay(records, files, surroundings.clock, desktop, mainWindow.tbOffline, offlineStatus,
              *lines_, session, errorLog),
       startUp(records, statistics, desktop, surroundings.clock, surroundings.settings, mainWindow,
-              session, input, ais, hooks),
+              session, input, ais, setupDialog),
       menu(records, desktop, surroundings.settings, mainWindow, session, startUp, report, ais,
-           {newWindow, document, geoFormat, about}, hooks) {
-  SettingsStore& settings = surroundings.settings;
+           {newWindow, document, geoFormat, about, setupDialog}) {
+  MakeViews(surroundings.settings);
+  mainWindow.tbOffline.onClick = [this](const std::string& key) { replay.Press(key); };
+  desktop.onFault = [this](const Fault& fault, Window* window) { HandleFault(fault, window); };
+}
+
+Program::~Program() = default;
+
+void Program::MakeViews(SettingsStore& settings) {
   for (int system = 1; system <= kSystems; ++system) {
     numericsWindows[system] = std::make_unique<frmNumerics>(desktop, system, records, settings);
     statisticsWindows[system] =
@@ -139,43 +147,11 @@ Program::Program(const Surroundings& surroundings)
         std::make_unique<frmStatisticsSNR>(desktop, system, records, statistics, settings);
     monitorWindows[system] = std::make_unique<frmNMEA>(
         desktop, system, records, settings, [this](int asked) { return input.TcpState(asked); });
-  }
-  hooks.openTimeSeries = [this](int system) { charts.OpenTimeSeries(system); };
-  hooks.openScatter = [this](int system) { charts.OpenScatter(system); };
-  hooks.openSkyplot = [this](int system) { charts.OpenSkyplot(system); };
-  hooks.openSNR = [this](int system, int constellation) {
-    charts.OpenSNR(system, constellation + 1);
-  };
-  hooks.resetTimeSeries = [this] { charts.ResetTimeSeries(); };
-  hooks.resetScatter = [this] { charts.ResetScatter(); };
-  hooks.resetSkyplot = [this] { charts.ResetSkyplot(); };
-  PlugTargetWindows(settings);
-  hooks.setupDialog = &setupDialog;
-  hooks.openSetup = [this](int system) { setupDialog.Open(system); };
-  mainWindow.tbOffline.onClick = [this](const std::string& key) { replay.Press(key); };
-  desktop.onFault = [this](const Fault& fault, Window* window) { HandleFault(fault, window); };
-}
-
-Program::~Program() = default;
-
-void Program::PlugTargetWindows(SettingsStore& settings) {
-  for (int system = 1; system <= kSystems; ++system) {
     aisTargetsWindows[system] = std::make_unique<frmAISTargets>(desktop, system, records, ais,
                                                                 targets, settings, aisExtraInfo);
     arpaTargetsWindows[system] =
         std::make_unique<frmARPATargets>(desktop, system, records, settings);
   }
-  const auto reset = [this](WindowFlag flag, auto& windows) {
-    for (int system = 1; system <= kSystems; ++system) {
-      if (!records.SystemSetups[system][flag]) continue;
-      if (records.ReloadWindows) windows[system]->Close();
-      windows[system]->Show();
-    }
-  };
-  hooks.openAISTargets = [this](int system) { aisTargetsWindows[system]->Show(); };
-  hooks.openARPATargets = [this](int system) { arpaTargetsWindows[system]->Show(); };
-  hooks.resetAIS = [this, reset] { reset(WindowFlag::AISTargets, aisTargetsWindows); };
-  hooks.resetARPA = [this, reset] { reset(WindowFlag::ARPATargets, arpaTargetsWindows); };
 }
 
 void Program::UseProgramFolder(std::string folder) {
@@ -208,9 +184,6 @@ void Program::OpenAnalysedWindows(int system) {
 }
 
 void Program::OpenView(ViewKind kind, int system) {
-  const auto call = [system](const std::function<void(int)>& hook) {
-    if (hook) hook(system);
-  };
   switch (kind) {
     case ViewKind::Numerics:
       numericsWindows[system]->Show();
@@ -220,19 +193,19 @@ void Program::OpenView(ViewKind kind, int system) {
       if (records.CommSetups[system].AnalyseGSV) statisticsSNRWindows[system]->Show();
       break;
     case ViewKind::TimeSeries:
-      call(hooks.openTimeSeries);
+      charts.OpenTimeSeries(system);
       break;
     case ViewKind::Scatter:
-      call(hooks.openScatter);
+      charts.OpenScatter(system);
       break;
     case ViewKind::Skyplot:
-      call(hooks.openSkyplot);
+      charts.OpenSkyplot(system);
       break;
     case ViewKind::ARPATargets:
-      call(hooks.openARPATargets);
+      arpaTargetsWindows[system]->Show();
       break;
     case ViewKind::AISTargets:
-      call(hooks.openAISTargets);
+      aisTargetsWindows[system]->Show();
       break;
     case ViewKind::NMEA:
       monitorWindows[system]->Show();
@@ -244,11 +217,7 @@ void Program::OpenView(ViewKind kind, int system) {
     case ViewKind::SNRGLONASS:
     case ViewKind::SNRBeiDou:
     case ViewKind::SNRGalileo:
-      // The tracking of the skyplot feeds these windows.
-      call(hooks.openSkyplot);
-      if (hooks.openSNR) {
-        hooks.openSNR(system, static_cast<int>(kind) - static_cast<int>(ViewKind::SNRGPS));
-      }
+      charts.OpenSNR(system, 1 + static_cast<int>(kind) - static_cast<int>(ViewKind::SNRGPS));
       break;
   }
 }

@@ -25,7 +25,6 @@
 #include "pipeline/session_control.h"
 #include "pipeline/session_setup.h"
 #include "pipeline/start_up.h"
-#include "pipeline/view_hooks.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/files.h"
@@ -89,12 +88,10 @@ class Program {
   std::unique_ptr<Links> noLinks_;
   bool logFailureTold_ = false;
 
-  void PlugTargetWindows(SettingsStore& settings);
+  void MakeViews(SettingsStore& settings);
   void HandleFault(const Fault& fault, const Window* window);
 
  public:
-  // Plugged by whoever makes the windows that it tells of.
-  ViewHooks hooks;
   Records records;
   FileTable files;
   Desktop desktop;

@@ -8,29 +8,7 @@ namespace {
 constexpr const char* kModeQuestion =
     "Are you sure you want to change mode ? All statistics and timeseries wil be reset.";
 
-void Call(const std::function<void()>& hook) {
-  if (hook) hook();
-}
-
 }  // namespace
-
-SessionControl::SessionControl(Records& records, Statistics& statistics, Desktop& desktop,
-                               frmMain& mainWindow, frmOfflineStatus& offlineStatus,
-                               NumericsWindows& numericsWindows,
-                               StatisticsWindows& statisticsWindows,
-                               StatisticsSNRWindows& statisticsSNRWindows, LiveInput& input,
-                               RawLog& log, const ViewHooks& hooks)
-    : records_(records),
-      statistics_(statistics),
-      desktop_(desktop),
-      mainWindow_(mainWindow),
-      offlineStatus_(offlineStatus),
-      numericsWindows_(numericsWindows),
-      statisticsWindows_(statisticsWindows),
-      statisticsSNRWindows_(statisticsSNRWindows),
-      input_(input),
-      log_(log),
-      hooks_(hooks) {}
 
 bool SessionControl::MayChangeMode(const MenuItem& modeInForce) {
   if (!modeInForce.Checked()) return true;
@@ -40,33 +18,29 @@ bool SessionControl::MayChangeMode(const MenuItem& modeInForce) {
                        .defaultNo = true}) == Answer::Yes;
 }
 
-void SessionControl::CancelSetup() {
-  if (hooks_.setupDialog != nullptr) hooks_.setupDialog->Close();
-}
-
 void SessionControl::ClickModeOffline() {
-  if (mainWindow_.mnuModeOffline.Checked()) return;
-  if (!MayChangeMode(mainWindow_.mnuModeOnline)) return;
-  CancelSetup();
+  if (windows_.main.mnuModeOffline.Checked()) return;
+  if (!MayChangeMode(windows_.main.mnuModeOnline)) return;
+  windows_.setupDialog.Close();
   records_.Mode = kOffline;
-  mainWindow_.ShowMode();
+  windows_.main.ShowMode();
   records_.OnlinePaused = false;
   input_.CloseForOffline();
   if (records_.LoggingOn) ToggleLog();
   // An offline session holds the primary system alone, whose file is the only one that is read.
   for (int system = 2; system <= kSystems; ++system) records_.CommSetups[system].Enabled = false;
   ResetAll();
-  offlineStatus_.Show();
+  windows_.offlineStatus.Show();
 }
 
 void SessionControl::ClickModeOnline() {
-  if (mainWindow_.mnuModeOnline.Checked()) return;
-  if (!MayChangeMode(mainWindow_.mnuModeOffline)) return;
-  CancelSetup();
+  if (windows_.main.mnuModeOnline.Checked()) return;
+  if (!MayChangeMode(windows_.main.mnuModeOffline)) return;
+  windows_.setupDialog.Close();
   records_.Mode = kOnline;
   if (records_.OfflineRunning) records_.OfflineStopped = true;
-  offlineStatus_.Close();
-  mainWindow_.ShowMode();
+  windows_.offlineStatus.Close();
+  windows_.main.ShowMode();
   ResetAll();
   input_.OpenPorts();
 }
@@ -101,15 +75,15 @@ bool SessionControl::Sure() {
 // The caption stays when the pause has ended.
 void SessionControl::Pause() {
   records_.OnlinePaused = true;
-  mainWindow_.tbOnline.SetButtonEnabled(frmMain::kStartButton, true);
-  mainWindow_.tbOnline.SetCaption(frmMain::kStartButton, "CONTINUE");
+  windows_.main.tbOnline.SetButtonEnabled(frmMain::kStartButton, true);
+  windows_.main.tbOnline.SetCaption(frmMain::kStartButton, "CONTINUE");
 }
 
 void SessionControl::ToggleLog() {
   struct Shown {
     frmMain& mainWindow;
     ~Shown() { mainWindow.ShowLogging(); }
-  } const shown{mainWindow_};
+  } const shown{windows_.main};
   log_.StartStopLogging();
 }
 
@@ -123,10 +97,15 @@ void SessionControl::ResetAll() {
   ResetAIS();
 }
 
-void SessionControl::ResetNumerics() {
+template <class SystemViews>
+void SessionControl::ReopenFlagged(WindowFlag flag, const SystemViews& views) {
   for (int system = 1; system <= kSystems; ++system) {
-    if (records_.SystemSetups[system][WindowFlag::Numerics]) Reopen(*numericsWindows_[system]);
+    if (records_.SystemSetups[system][flag]) Reopen(*views[system]);
   }
+}
+
+void SessionControl::ResetNumerics() {
+  ReopenFlagged(WindowFlag::Numerics, windows_.numerics);
 }
 
 void SessionControl::ResetStatisticsAll() {
@@ -136,25 +115,25 @@ void SessionControl::ResetStatisticsAll() {
     const bool statistics = records_.SystemSetups[system][WindowFlag::Statistics];
     const bool snr = records_.SystemSetups[system][WindowFlag::StatisticsSNR] ||
                      (statistics && records_.CommSetups[system].AnalyseGSV);
-    if (statistics) Reopen(*statisticsWindows_[system]);
-    if (snr) Reopen(*statisticsSNRWindows_[system]);
+    if (statistics) Reopen(*windows_.statistics[system]);
+    if (snr) Reopen(*windows_.statisticsSNR[system]);
   }
 }
 
 void SessionControl::ResetTimeSeries() {
-  Call(hooks_.resetTimeSeries);
+  windows_.charts.ResetTimeSeries();
 }
 void SessionControl::ResetScatter() {
-  Call(hooks_.resetScatter);
+  windows_.charts.ResetScatter();
 }
 void SessionControl::ResetSkyplot() {
-  Call(hooks_.resetSkyplot);
+  windows_.charts.ResetSkyplot();
 }
 void SessionControl::ResetARPA() {
-  Call(hooks_.resetARPA);
+  ReopenFlagged(WindowFlag::ARPATargets, windows_.arpaTargets);
 }
 void SessionControl::ResetAIS() {
-  Call(hooks_.resetAIS);
+  ReopenFlagged(WindowFlag::AISTargets, windows_.aisTargets);
 }
 
 void SessionControl::Reopen(Window& window) {

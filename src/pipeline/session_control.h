@@ -2,17 +2,19 @@
 // to its start.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string_view>
 
+#include "ais/ais_targets_window.h"
+#include "ais/arpa_targets_window.h"
 #include "analysis/statistics.h"
 #include "analysis/statistics_snr_window.h"
 #include "analysis/statistics_window.h"
+#include "charts/chart_windows.h"
 #include "pipeline/main_window.h"
 #include "pipeline/records.h"
-#include "pipeline/view_hooks.h"
 #include "platform/desktop.h"
+#include "setup/setup_dialog.h"
 #include "sources/line_sink.h"
 #include "sources/live_input.h"
 #include "sources/offline_status.h"
@@ -29,10 +31,26 @@ using StatisticsSNRWindows = SystemWindows<frmStatisticsSNR>;
 
 class SessionControl : public SessionReset {
  public:
-  SessionControl(Records& records, Statistics& statistics, Desktop& desktop, frmMain& mainWindow,
-                 frmOfflineStatus& offlineStatus, NumericsWindows& numericsWindows,
-                 StatisticsWindows& statisticsWindows, StatisticsSNRWindows& statisticsSNRWindows,
-                 LiveInput& input, RawLog& log, const ViewHooks& hooks);
+  struct Windows {
+    frmMain& main;
+    frmOfflineStatus& offlineStatus;
+    frmSetup& setupDialog;
+    NumericsWindows& numerics;
+    StatisticsWindows& statistics;
+    StatisticsSNRWindows& statisticsSNR;
+    ChartWindows& charts;
+    ARPATargetsWindows& arpaTargets;
+    AISTargetsWindows& aisTargets;
+  };
+
+  SessionControl(Records& records, Statistics& statistics, Desktop& desktop, LiveInput& input,
+                 RawLog& log, const Windows& windows)
+      : records_(records),
+        statistics_(statistics),
+        desktop_(desktop),
+        input_(input),
+        log_(log),
+        windows_(windows) {}
 
   // The mode entries of the menu. Changing from one mode to the other asks; a mode that comes into
   // force resets the session, closes the links of the other one or opens its own.
@@ -55,23 +73,19 @@ class SessionControl : public SessionReset {
  private:
   bool MayChangeMode(const MenuItem& modeInForce);
   bool Sure();
-  void CancelSetup();
   void Pause();
   void ToggleLog();
   // A view is reset by closing and opening it again.
   void Reopen(Window& window);
+  template <class SystemViews>
+  void ReopenFlagged(WindowFlag flag, const SystemViews& views);
 
   Records& records_;
   Statistics& statistics_;
   Desktop& desktop_;
-  frmMain& mainWindow_;
-  frmOfflineStatus& offlineStatus_;
-  NumericsWindows& numericsWindows_;
-  StatisticsWindows& statisticsWindows_;
-  StatisticsSNRWindows& statisticsSNRWindows_;
   LiveInput& input_;
   RawLog& log_;
-  const ViewHooks& hooks_;
+  Windows windows_;
 };
 
 }  // namespace fathomline

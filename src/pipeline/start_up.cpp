@@ -59,7 +59,7 @@ bool FolderLock::Take(const std::string& folder) {
 
 StartUp::StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
                  SettingsStore& settings, frmMain& mainWindow, SessionControl& session,
-                 LiveInput& input, AISDecoder& ais, const ViewHooks& hooks)
+                 LiveInput& input, AISDecoder& ais, frmSetup& setupDialog)
     : records_(records),
       statistics_(statistics),
       desktop_(desktop),
@@ -69,7 +69,7 @@ StartUp::StartUp(Records& records, Statistics& statistics, Desktop& desktop, con
       session_(session),
       input_(input),
       ais_(ais),
-      hooks_(hooks) {
+      setupDialog_(setupDialog) {
   mainWindow_.onOpen = [this] {
     records_.OutlierLimit = kOutlierLimitAtStart;
     InitialiseProgram();
@@ -113,7 +113,7 @@ void StartUp::InitialiseProgram() {
 void StartUp::ReadFirstSetup() {
   if (options_.setupFile) {
     if (FileExists(*options_.setupFile)) {
-      ReadSetupFile(*options_.setupFile, records_, desktop_);
+      ReadSetup(*options_.setupFile);
       return;
     }
     desktop_.Say("File " + *options_.setupFile + " do not exist.");
@@ -122,10 +122,17 @@ void StartUp::ReadFirstSetup() {
   if (!FileExists(path)) {
     desktop_.Ask({.text = kFirstStart, .icon = BoxIcon::Information});
     records_.SetDefaultSetup();
-  } else if (ReadSetupFile(path, records_, desktop_) == SetupRead::Faulty) {
-    // Closing the program would overwrite what its user may want to mend.
-    KeepFaultySetupFile(path);
+  } else {
+    ReadSetup(path);
   }
+}
+
+void StartUp::ReadSetup(const std::string& path) {
+  if (ReadSetupFile(path, records_, desktop_) != SetupRead::Faulty) return;
+  // Closing the program would overwrite what its user may want to mend.
+  std::error_code noSuchFile;
+  const std::string written = records_.ProgramFolder + std::string(kSetupFileName);
+  if (std::filesystem::equivalent(path, written, noSuchFile)) KeepFaultySetupFile(written);
 }
 
 void StartUp::ApplySetup() {
@@ -143,7 +150,7 @@ void StartUp::ApplySetup() {
 }
 
 void StartUp::CloseSetup() {
-  if (hooks_.setupDialog != nullptr) hooks_.setupDialog->Close();
+  setupDialog_.Close();
   mainWindow_.mnuModeOnline.SetChecked(false);
   mainWindow_.mnuModeOffline.SetChecked(false);
   if (records_.OfflineRunning) records_.OfflineStopped = true;
@@ -168,7 +175,7 @@ void StartUp::NewSetup() {
 bool StartUp::OpenSetup(const std::string& path) {
   if (!FileExists(path)) return false;
   CloseSetup();
-  ReadSetupFile(path, records_, desktop_);
+  ReadSetup(path);
   records_.ReloadWindows = true;
   ApplySetup();
   return true;

@@ -10,10 +10,10 @@
 #include "pipeline/main_window.h"
 #include "pipeline/records.h"
 #include "pipeline/session_control.h"
-#include "pipeline/view_hooks.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
 #include "platform/settings.h"
+#include "setup/setup_dialog.h"
 #include "sources/live_input.h"
 
 namespace fathomline {
@@ -55,7 +55,7 @@ class StartUp {
  public:
   StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
           SettingsStore& settings, frmMain& mainWindow, SessionControl& session, LiveInput& input,
-          AISDecoder& ais, const ViewHooks& hooks);
+          AISDecoder& ais, frmSetup& setupDialog);
 
   // Opens the main window, with all that follows from it. False: the program cannot start, and a
   // box has told why.
@@ -75,6 +75,7 @@ class StartUp {
 
  private:
   void ReadFirstSetup();
+  void ReadSetup(const std::string& path);
   void Closing();
   void Unloading();
 
@@ -87,7 +88,7 @@ class StartUp {
   SessionControl& session_;
   LiveInput& input_;
   AISDecoder& ais_;
-  const ViewHooks& hooks_;
+  frmSetup& setupDialog_;
   StartOptions options_;
   FolderLock lock_;
 };

@@ -36,10 +36,13 @@ void RestorePlace(Window& window, const SettingsStore& settings, std::string_vie
   }
   window.SetPlace(place);
   if (window.Style() != WindowStyle::Child) return;
-  for (const Window* main : window.OwningDesktop().Windows()) {
-    if (main->Style() == WindowStyle::Main) {
-      PlaceWindow(window, main->Place().width, main->Place().height);
-    }
+  const Desktop& desktop = window.OwningDesktop();
+  for (const Window* main : desktop.Windows()) {
+    if (main->Style() != WindowStyle::Main) continue;
+    // The place of a maximised window is the one that it goes back to.
+    const bool maximised = main->State() == WindowState::Maximised;
+    PlaceWindow(window, maximised ? desktop.ChildArea().width : main->Place().width,
+                maximised ? desktop.ChildArea().height : main->Place().height);
   }
 }
 

@@ -27,20 +27,20 @@ void RawLog::StartStopLogging() {
   }
 }
 
-std::string RawLog::FileName(int system) const {
+std::string RawLog::FileName(int system, std::string_view begun) const {
   const std::string part = system == 1 ? std::string("Prim-") : "Sec" + PlainText(system - 1) + "-";
-  return FormatDateTime(clock_.NowLocal(), "yyyymmdd-hhnn") + "-" + part +
-         FileNamePart(records_.CommSetups[system].Name) + ".log";
+  return std::string(begun) + "-" + part + FileNamePart(records_.CommSetups[system].Name) + ".log";
 }
 
 void RawLog::Start() {
   if (!FolderExists(Folder())) MakeFolder(Folder());
+  const std::string begun = FormatDateTime(clock_.NowLocal(), "yyyymmdd-hhnn");
   std::string list;
   for (int system = 1; system <= kSystems; ++system) {
     if (!records_.CommSetups[system].Enabled) continue;
     const int number = files_.FreeFile();
     std::string& name = records_.LogFileName[system];
-    name = FileName(system);
+    name = FileName(system, begun);
     files_.OpenForOutput(number, Folder() + name);
     records_.LogFileNumber[system] = static_cast<std::int16_t>(number);
     if (!list.empty()) list += kLineEnd;

@@ -30,7 +30,7 @@ class RawLog {
   void Start();
   void Stop();
   void CloseLogs();
-  std::string FileName(int system) const;
+  std::string FileName(int system, std::string_view begun) const;
   std::string Folder() const { return records_.ProgramFolder + "log/"; }
 
   Records& records_;

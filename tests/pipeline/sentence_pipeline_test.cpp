@@ -1,52 +1,16 @@
 #include "pipeline/sentence_pipeline.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <string>
-#include <vector>
-
 #include "support/expect_fault.h"
-#include "support/recording_dialogs.h"
-#include "support/sentences.h"
+#include "support/test_program.h"
 
 namespace fathomline {
 namespace {
 
-using testing::ElementsAre;
-
-class LineList : public LineObservers {
- public:
-  void MonitorLine(int system, std::string_view line) override { Note("monitor", system, line); }
-  void LogRawData(int system, std::string_view line) override { Note("log", system, line); }
-  void ShowChecksumErrors(int system, std::int32_t count) override {
-    Note("panel", system, std::to_string(count));
-  }
-
-  std::vector<std::string> seen;
-
- private:
-  void Note(const char* who, int system, std::string_view what) {
-    seen.push_back(std::string(who) + std::to_string(system) + " " + std::string(what));
-  }
-};
-
-class Gate : public testing::Test {
- protected:
+struct Gate : testing::Test, TestProgram {
   SentenceType Process(std::string_view line) {
-    pipeline.ProcessSentence(1, line);
-    return pipeline.HandedOn();
+    program.pipeline.ProcessSentence(1, line);
+    return program.pipeline.HandedOn();
   }
-
-  Records records;
-  FrozenClock clock{DateFromParts(2026, 1, 2)};
-  Statistics statistics{records, clock};
-  RecordingDialogs dialogs;
-  MessageViews views;
-  LineList observers;
-  AISDecoder ais{clock};
-  AISStore targets{dialogs};
-  MessageDriver driver{records, statistics, clock, dialogs, views};
-  SentencePipeline pipeline{records, ais, targets, driver, observers, dialogs};
 };
 
 TEST_F(Gate, RecognisesTypesByTheirPlaces) {
@@ -74,26 +38,25 @@ TEST_F(Gate, StoresTextAndRecordWhetherOrNotTheTypeIsAnalysed) {
   Process("$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48\r\n");
   EXPECT_EQ(records.Messages[1].VTG.Text, "$GPVTG,054.7,T,034.4,M,005.5,N,010.2,K*48\r\n");
   EXPECT_EQ(records.Messages[1].VTG.Record.SOGKnots, 5.5F);
-  EXPECT_EQ(statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 0);
+  EXPECT_EQ(program.statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 0);
   EXPECT_EQ(records.SentenceCount, 1);
 }
 
 TEST_F(Gate, CutsOffATagBlock) {
   const std::string gga = Sentence("GPGGA,120000,,,,,1,08,,,M,,M,,");
-  records.LoggingOn = true;
-  records.SystemSetups[1][WindowFlag::NMEA] = true;
+  frmNMEA& monitor = *program.monitorWindows[1];
+  monitor.Show();
   EXPECT_EQ(Process("\\s:r,c:1*3A\\" + gga), SentenceType::GGA);
   EXPECT_EQ(records.Messages[1].GGA.Text, gga);
-  EXPECT_THAT(observers.seen,
-              ElementsAre("monitor1 \\s:r,c:1*3A\\" + gga, "log1 \\s:r,c:1*3A\\" + gga))
-      << "the monitor first, both with the tag block";
+  EXPECT_EQ(monitor.txtNMEA.Text(), "\\s:r,c:1*3A\\" + gga) << "with the tag block";
   EXPECT_EQ(records.MonitorSystem, 1);
 
   for (const char* tag : {"\\s:r*3A", "\\a\\b\\", "\\a\\b\\c\\d\\e\\f\\g\\h\\i\\j"}) {
     EXPECT_EQ(Process(tag + gga), SentenceType::None) << tag;
   }
   ExpectFault(FaultNumber::OutOfRange, [&] { Process(std::string(11, '\\') + gga); });
-  EXPECT_EQ(records.SentenceCount, 5) << "each of them has been counted";
+  ExpectFault(FaultNumber::OutOfRange, [&] { program.pipeline.ProcessSentence(5, gga); });
+  EXPECT_EQ(records.SentenceCount, 6) << "each of them has been counted";
 }
 
 TEST_F(Gate, RefusesWrongChecksumsWhereTheSystemWantsIt) {
@@ -109,22 +72,18 @@ TEST_F(Gate, RefusesWrongChecksumsWhereTheSystemWantsIt) {
     EXPECT_EQ(Process(line), SentenceType::None) << line;
   }
   EXPECT_EQ(records.ChecksumErrors[1], 5);
-  EXPECT_EQ(observers.seen.back(), "panel1 5");
+  EXPECT_EQ(program.mainWindow.sbStatusBar.PanelText(4), "5");
   EXPECT_EQ(records.Messages[1].VTG.Record.SOGKnots, 5.5F) << "the record before stays";
   EXPECT_EQ(records.ChecksumErrors[2], 0);
 }
 
 TEST_F(Gate, GivesAISToItsDecoderAndStoreInEveryCase) {
   Process("!AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0*24");
-  EXPECT_EQ(ais.Receiver(1).AISMessageId, 1);
-  EXPECT_EQ(targets.AISTargetCount(1), 1) << "though VDM is not analysed";
+  EXPECT_EQ(program.ais.Receiver(1).AISMessageId, 1);
+  EXPECT_EQ(program.targets.AISTargetCount(1), 1) << "though VDM is not analysed";
   Process("!AIVDM,2,1,3,B,55P5TL01VIaAL@7W,0*00");
-  EXPECT_EQ(ais.Receiver(1).AISMessageId, kOpenGroup);
-  EXPECT_EQ(ais.Receiver(2).AISMessageId, 0) << "systems do not mix";
-}
-
-TEST_F(Gate, FaultsOnASystemThatDoesNotExist) {
-  ExpectFault(FaultNumber::OutOfRange, [&] { pipeline.ProcessSentence(5, "$GPGGA,"); });
+  EXPECT_EQ(program.ais.Receiver(1).AISMessageId, kOpenGroup);
+  EXPECT_EQ(program.ais.Receiver(2).AISMessageId, 0) << "systems do not mix";
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include "support/sentences.h"
 #include "support/session.h"
 
 namespace fathomline {
@@ -8,188 +7,156 @@ namespace {
 
 using ::testing::ElementsAre;
 
-struct ModeChange : ::testing::Test {
-  void Start(std::string_view mode) {
-    session.Prepare([mode](Records& records) {
+struct ModeChange : ::testing::Test, Session {
+  void StartIn(std::string_view mode) {
+    Prepare([mode](Records& records) {
       records.Mode = mode;
       records.MessagesToAnalyse[1][0] = "GGA";
       records.CommSetups[1].ComPort = 3;
       records.Comport(3).System = 1;
       records.CommSetups[2].Enabled = true;
-      records.CommSetups[2].Name = "Gyro";
       records.CommSetups[2].ComPort = 12;
       records.Comport(12).System = 2;
       records.CommSetups[3].Enabled = true;
       records.CommSetups[3].UseTCPIP = true;
     });
-    ASSERT_TRUE(session.Start());
+    ASSERT_TRUE(Start());
   }
-
-  Session session;
 };
 
-TEST_F(ModeChange, NoChangesNothing) {
-  Start(kOnline);
-  session.face.ExpectBox(kModeQuestion, Answer::No);
-  session.mainWindow().mnuModeOffline.Click();
-  EXPECT_TRUE(session.face.Boxes().back().defaultNo);
-  EXPECT_EQ(session.face.Boxes().back().icon, BoxIcon::Question);
-  EXPECT_EQ(session.records().Mode, kOnline);
-  EXPECT_TRUE(session.mainWindow().mnuModeOnline.Checked());
-  EXPECT_TRUE(session.mainWindow().tbOnline.Visible());
-  EXPECT_FALSE(session.mainWindow().tbOffline.Visible());
-  EXPECT_TRUE(session.links.MSComm1(3).PortOpen());
-}
-
-TEST_F(ModeChange, TheModeInForceAsksNothing) {
-  Start(kOnline);
-  session.mainWindow().mnuModeOnline.Click();
-  EXPECT_TRUE(session.face.Boxes().empty());
+TEST_F(ModeChange, NoAndTheModeInForceChangeNothing) {
+  StartIn(kOnline);
+  mainWindow().mnuModeOnline.Click();
+  face.ExpectBox(kModeQuestion, Answer::No);
+  mainWindow().mnuModeOffline.Click();
+  EXPECT_TRUE(face.Boxes().back().defaultNo);
+  EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Question);
+  EXPECT_EQ(records().Mode, kOnline);
+  EXPECT_TRUE(mainWindow().mnuModeOnline.Checked());
+  EXPECT_TRUE(mainWindow().tbOnline.Visible());
+  EXPECT_FALSE(mainWindow().tbOffline.Visible());
+  EXPECT_TRUE(links.MSComm1(3).PortOpen());
 }
 
 TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
-  Start(kOnline);
-  session.records().OnlinePaused = true;
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.mainWindow().mnuModeOffline.Click();
-  EXPECT_EQ(session.records().Mode, kOffline);
-  EXPECT_EQ(session.mainWindow().sbStatusBar.PanelText(1), "Mode : OFFLINE");
-  EXPECT_TRUE(session.mainWindow().tbOffline.Visible());
-  EXPECT_FALSE(session.mainWindow().tbOnline.Visible());
-  EXPECT_FALSE(session.records().OnlinePaused);
-  EXPECT_TRUE(session.program->offlineStatus.Visible());
-  EXPECT_FALSE(session.links.MSComm1(3).PortOpen());
-  EXPECT_TRUE(session.links.MSComm1(12).PortOpen()) << "ports above 10 stay open";
-  EXPECT_EQ(session.links.Winsock1(3).State(), LinkState::Closed);
-  EXPECT_TRUE(session.records().CommSetups[1].Enabled);
+  StartIn(kOnline);
+  records().OnlinePaused = true;
+  face.ExpectBox(kModeQuestion, Answer::Yes);
+  mainWindow().mnuModeOffline.Click();
+  EXPECT_EQ(records().Mode, kOffline);
+  EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : OFFLINE");
+  EXPECT_TRUE(mainWindow().tbOffline.Visible());
+  EXPECT_FALSE(mainWindow().tbOnline.Visible());
+  EXPECT_FALSE(records().OnlinePaused);
+  EXPECT_TRUE(program->offlineStatus.Visible());
+  EXPECT_FALSE(links.MSComm1(3).PortOpen());
+  EXPECT_TRUE(links.MSComm1(12).PortOpen()) << "ports above 10 stay open";
+  EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
+  EXPECT_TRUE(records().CommSetups[1].Enabled);
   for (int system = 2; system <= kSystems; ++system) {
-    EXPECT_FALSE(session.records().CommSetups[system].Enabled);
-    EXPECT_FALSE(session.mainWindow().mnuSetupSystem(system).Enabled());
+    EXPECT_FALSE(records().CommSetups[system].Enabled);
+    EXPECT_FALSE(mainWindow().mnuSetupSystem(system).Enabled());
   }
 }
 
-TEST_F(ModeChange, ComingBackDoesNotEnableTheOtherSystems) {
-  Start(kOffline);
-  EXPECT_TRUE(session.program->offlineStatus.Visible());
-  EXPECT_FALSE(session.links.MSComm1(3).PortOpen());
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.mainWindow().mnuModeOnline.Click();
-  EXPECT_EQ(session.mainWindow().sbStatusBar.PanelText(1), "Mode : ONLINE");
-  EXPECT_FALSE(session.program->offlineStatus.Loaded());
-  EXPECT_TRUE(session.links.MSComm1(3).PortOpen());
-  EXPECT_FALSE(session.records().CommSetups[3].Enabled);
-  EXPECT_EQ(session.links.Winsock1(3).State(), LinkState::Closed);
-  EXPECT_TRUE(session.mainWindow().mnuSetupSystem(3).Enabled());
+TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
+  StartIn(kOffline);
+  EXPECT_FALSE(links.MSComm1(3).PortOpen());
+  records().CommSetups[1].OfflineFile = folder.Write("a.log", std::string(100000, '\n'));
+  mainWindow().tbOffline.Click("PLAY");
+  mainWindow().tbOffline.Click("PAUSE");
+  ASSERT_TRUE(records().OfflineRunning);
+  face.ExpectBox(kModeQuestion, Answer::Yes);
+  mainWindow().mnuModeOnline.Click();
+  EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : ONLINE");
+  EXPECT_FALSE(program->offlineStatus.Loaded());
+  EXPECT_TRUE(links.MSComm1(3).PortOpen());
+  EXPECT_FALSE(records().CommSetups[3].Enabled);
+  EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
+  EXPECT_TRUE(mainWindow().mnuSetupSystem(3).Enabled());
+  Deliver();
+  EXPECT_FALSE(records().OfflineRunning);
 }
 
-TEST_F(ModeChange, GoingOnlineEndsTheReplay) {
-  Start(kOffline);
-  session.records().CommSetups[1].OfflineFile =
-      session.folder.Write("a.log", std::string(100000, '\n'));
-  session.mainWindow().tbOffline.Click("PLAY");
-  session.mainWindow().tbOffline.Click("PAUSE");
-  ASSERT_TRUE(session.records().OfflineRunning);
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.mainWindow().mnuModeOnline.Click();
-  session.Deliver();
-  EXPECT_FALSE(session.records().OfflineRunning);
-  EXPECT_EQ(session.records().Mode, kOnline);
-}
-
-struct OnlineToolBar : ::testing::Test {
-  OnlineToolBar() {
-    session.Prepare([](Records& records) {
+struct OnlineSession : Session {
+  OnlineSession() {
+    Prepare([](Records& records) {
       records.MessagesToAnalyse[1] = {"HDT", "GSV"};
       records.CommSetups[1].UseUDP = true;
       records.CommSetups[1].UDPPort = 10110;
       records.SystemSetups[1][WindowFlag::Numerics] = true;
       records.SystemSetups[1][WindowFlag::Statistics] = true;
     });
-    EXPECT_TRUE(session.Start());
+    EXPECT_TRUE(Start());
   }
+};
 
+struct OnlineToolBar : ::testing::Test, OnlineSession {
   void Receive(std::string_view body) {
-    session.links.WinsockUDP(1).Arrive(Sentence(body) + "\r\n");
-    session.Deliver();
+    links.WinsockUDP(1).Arrive(Sentence(body) + "\r\n");
+    Deliver();
   }
-  std::int32_t Headings() { return session.program->statistics[1].Of<HDTRecord>()[0].Stat.Count; }
-  ToolBar& tbOnline() { return session.mainWindow().tbOnline; }
+  std::int32_t Headings() { return program->statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  std::string HeadingShown() {
+    program->numericsWindows[1]->Refresh();
+    return program->numericsWindows[1]->GridOf(SentenceType::HDT).Text(1, 1);
+  }
 
-  Session session;
+  ToolBar& tbOnline = mainWindow().tbOnline;
 };
 
 TEST_F(OnlineToolBar, APauseStopsTheFiguresButNotTheLiveViews) {
   Receive("HEHDT,10.0,T");
-  tbOnline().Click("PAUSE");
-  EXPECT_EQ(tbOnline().ButtonAt(1).caption, "CONTINUE");
+  tbOnline.Click("PAUSE");
+  EXPECT_EQ(tbOnline.ButtonAt(1).caption, "CONTINUE");
   Receive("HEHDT,20.0,T");
   EXPECT_EQ(Headings(), 1);
-  session.program->numericsWindows[1]->Refresh();
-  EXPECT_EQ(session.program->numericsWindows[1]->GridOf(SentenceType::HDT).Text(1, 1), " 20");
+  EXPECT_EQ(HeadingShown(), " 20");
 
-  tbOnline().Click("START");
-  EXPECT_EQ(tbOnline().ButtonAt(1).caption, "CONTINUE") << "the caption stays";
+  tbOnline.Click("START");
+  EXPECT_EQ(tbOnline.ButtonAt(1).caption, "CONTINUE") << "the caption stays";
   Receive("HEHDT,30.0,T");
   EXPECT_EQ(Headings(), 2);
 }
 
-TEST_F(OnlineToolBar, EveryResetAsksFirst) {
+TEST_F(OnlineToolBar, ResetsAskFirstAndReopenWhatIsOpenInTheirOrder) {
   Receive("HEHDT,10.0,T");
+  tbOnline.Click("PAUSE");
+  records().ChecksumErrors[1] = 7;
+  for (const ViewKind kind : {ViewKind::AISTargets, ViewKind::ARPATargets, ViewKind::Skyplot,
+                              ViewKind::Scatter, ViewKind::TimeSeries}) {
+    program->OpenView(kind, 1);
+  }
   for (const char* key : {"RESET ALL", "Reset Statistics", "Reset Graphics"}) {
-    session.face.ExpectBox("Are you sure ?", Answer::No);
-    tbOnline().Click(key);
+    face.ExpectBox("Are you sure ?", Answer::No);
+    tbOnline.Click(key);
   }
   EXPECT_EQ(Headings(), 1);
-  session.face.ExpectBox("Are you sure ?", Answer::Yes);
-  tbOnline().Click("Reset Statistics");
+  face.ExpectBox("Are you sure ?", Answer::Yes);
+  tbOnline.Click("Reset Statistics");
   EXPECT_EQ(Headings(), 0);
-  tbOnline().Click("Connect 1");
-}
-
-TEST_F(OnlineToolBar, ResetAllReopensWhatIsOpenAndOnlyThat) {
-  Receive("HEHDT,10.0,T");
-  tbOnline().Click("PAUSE");
-  session.records().ChecksumErrors[1] = 7;
-  std::vector<std::string> chain;
-  ViewHooks& hooks = session.program->hooks;
-  const auto note = [&chain, this](std::string name) {
-    return [&chain, this, name] {
-      // Everything before has been opened again by now.
-      EXPECT_TRUE(session.program->numericsWindows[1]->Visible());
-      chain.push_back(name);
-    };
-  };
-  hooks.resetAIS = note("AIS");
-  hooks.resetARPA = note("ARPA");
-  hooks.resetSkyplot = note("skyplot");
-  hooks.resetScatter = note("scatter");
-  hooks.resetTimeSeries = note("time series");
-
-  session.face.ExpectBox("Are you sure ?", Answer::Yes);
-  tbOnline().Click("RESET ALL");
-  EXPECT_THAT(chain, ElementsAre("time series", "scatter", "skyplot", "ARPA", "AIS"));
-  EXPECT_EQ(session.program->numericsWindows[1]->GridOf(SentenceType::HDT).Text(1, 1),
-            "           n/a");
-  EXPECT_TRUE(session.Flags(1)[WindowFlag::Statistics]);
-  EXPECT_TRUE(session.program->statisticsSNRWindows[1]->Visible()) << "goes with GSV";
-  EXPECT_FALSE(session.program->monitorWindows[1]->Loaded());
-  EXPECT_FALSE(session.program->numericsWindows[2]->Loaded());
-  EXPECT_TRUE(session.records().OnlinePaused);
-  EXPECT_EQ(session.records().ChecksumErrors[1], 7);
+  face.ExpectBox("Are you sure ?", Answer::Yes);
+  tbOnline.Click("RESET ALL");
+  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1", "frmStatistics-1", "frmStatisticsSNR-1",
+                                   "frmTimeSeriesGSV-1", "frmTimeSeriesHDT-1", "frmScatter-1",
+                                   "frmSkyplot-1", "frmARPATargets-1", "frmAISTargets-1"));
+  EXPECT_EQ(HeadingShown(), "           n/a");
+  EXPECT_TRUE(Flags(1)[WindowFlag::Statistics]);
+  EXPECT_TRUE(records().OnlinePaused);
+  EXPECT_EQ(records().ChecksumErrors[1], 7);
 }
 
 TEST_F(OnlineToolBar, LogShowsOnButtonAndPanel) {
-  session.face.Expect({});
-  tbOnline().Click("LOG");
-  EXPECT_EQ(tbOnline().ButtonAt(6).caption, "LOG Off");
-  EXPECT_EQ(session.mainWindow().sbStatusBar.PanelText(2), "Logging : On");
-  Receive("HEHDT,10.0,T");
+  face.Expect({});
+  tbOnline.Click("LOG");
+  EXPECT_EQ(tbOnline.ButtonAt(6).caption, "LOG Off");
+  EXPECT_EQ(mainWindow().sbStatusBar.PanelText(2), "Logging : On");
   // Going offline stops the log, with its box.
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.face.Expect({});
-  session.mainWindow().mnuModeOffline.Click();
-  EXPECT_EQ(tbOnline().ButtonAt(6).caption, "LOG On");
-  EXPECT_EQ(session.mainWindow().sbStatusBar.PanelText(2), "Logging : Off");
+  face.ExpectBox(kModeQuestion, Answer::Yes);
+  face.Expect({});
+  mainWindow().mnuModeOffline.Click();
+  EXPECT_EQ(tbOnline.ButtonAt(6).caption, "LOG On");
+  EXPECT_EQ(mainWindow().sbStatusBar.PanelText(2), "Logging : Off");
 }
 
 }  // namespace

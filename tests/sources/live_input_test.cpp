@@ -10,7 +10,6 @@ namespace fathomline {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 struct RecordedLines : LineSink {
   void ProcessSentence(int system, std::string_view line) override {
@@ -100,40 +99,36 @@ TEST_F(Live, APortThatIsTakenDisablesItsSystemAndNoOther) {
   EXPECT_TRUE(links.MSComm1(7).PortOpen());
 }
 
-TEST_F(Live, ALineInTwoPiecesComesWithTheSecondEvent) {
+// A line goes up to its line feed, carriage returns and all, and an event gives at most one.
+TEST_F(Live, EventsOfAPortGiveOneLineEach) {
+  struct Row {
+    bool emptybuffer;
+    std::vector<const char*> reads;
+    std::vector<std::string> lines;
+    const char* left;
+    int ignored;
+  };
   UseSerial(2, 5);
-  input.OpenPorts();
-  Receive(5, "$GPGGA,1");
-  EXPECT_THAT(sink.lines, IsEmpty());
-  EXPECT_EQ(input.LineBuffer(5), "$GPGGA,1");
-  Receive(5, ",2*5A\r\n");
-  EXPECT_THAT(sink.lines, ElementsAre("2:$GPGGA,1,2*5A\r\n"));
-  Receive(5, "a\rb\n");
-  EXPECT_EQ(sink.lines.back(), "2:a\rb\n") << "a carriage return alone ends nothing";
+  for (const Row& row :
+       {Row{false, {"$GPGGA,1", ",2*5A\r\n"}, {"2:$GPGGA,1,2*5A\r\n"}, "", 0},
+        Row{false, {"a\rb\n", "c"}, {"2:a\rb\n"}, "c", 0},
+        Row{false, {"one\ntwo\nthr", "ee\n"}, {"2:one\n", "2:two\n"}, "three\n", 0},
+        Row{true, {"1\n2\n3\n4"}, {"2:1\n"}, "4", 2}}) {
+    sink.lines.clear();
+    records.Emptybuffer[2] = row.emptybuffer;
+    input.OpenPorts();
+    for (const char* read : row.reads) Receive(5, read);
+    EXPECT_EQ(sink.lines, row.lines);
+    EXPECT_EQ(input.LineBuffer(5), row.left);
+    EXPECT_EQ(records.IgnoredMessages[2], row.ignored);
+  }
+  EXPECT_THAT(sink.ignored, ElementsAre(std::pair(2, 2)));
+  records.SystemSetups[2][WindowFlag::NMEA] = true;
+  Receive(5, "\nb\n");
+  EXPECT_THAT(sink.inputs, ElementsAre("4\nb\n")) << "the monitor sees the whole buffer";
 }
 
-TEST_F(Live, AnEventGivesAtMostOneLine) {
-  UseSerial(1, 5);
-  input.OpenPorts();
-  Receive(5, "one\ntwo\nthr");
-  EXPECT_THAT(sink.lines, ElementsAre("1:one\n"));
-  Receive(5, "ee\n");
-  EXPECT_EQ(sink.lines.back(), "1:two\n");
-  EXPECT_EQ(input.LineBuffer(5), "three\n");
-}
-
-TEST_F(Live, EmptybufferDropsAndCountsTheLinesThatWait) {
-  UseSerial(3, 5);
-  records.Emptybuffer[3] = true;
-  input.OpenPorts();
-  Receive(5, "1\n2\n3\n4");
-  EXPECT_THAT(sink.lines, ElementsAre("3:1\n"));
-  EXPECT_THAT(sink.ignored, ElementsAre(std::pair(3, 2)));
-  EXPECT_EQ(records.IgnoredMessages[3], 2);
-  EXPECT_EQ(input.LineBuffer(5), "4");
-}
-
-TEST_F(Live, ErrorEventsThrowThePartialLineAway) {
+TEST_F(Live, ErrorsAndTooLongALineThrowWhatWaitsAway) {
   UseSerial(1, 5);
   input.OpenPorts();
   using enum CommEvent;
@@ -147,23 +142,10 @@ TEST_F(Live, ErrorEventsThrowThePartialLineAway) {
   links.MSComm1(5).Arrive(static_cast<CommEvent>(1007));
   Deliver();
   EXPECT_EQ(input.LineBuffer(5), "$GPG") << "any other event does nothing";
-}
-
-TEST_F(Live, ABufferWithoutALineFeedIsBounded) {
-  UseSerial(1, 5);
-  input.OpenPorts();
-  Receive(5, std::string(65535, 'x'));
+  Receive(5, std::string(65535 - 4, 'x'));
   EXPECT_EQ(input.LineBuffer(5).size(), 65535U);
   Receive(5, "x");
   EXPECT_EQ(input.LineBuffer(5), "");
-}
-
-TEST_F(Live, TheMonitorSeesTheWholeBuffer) {
-  UseSerial(1, 5);
-  records.SystemSetups[1][WindowFlag::NMEA] = true;
-  input.OpenPorts();
-  Receive(5, "one\ntw");
-  EXPECT_THAT(sink.inputs, ElementsAre("one\ntw"));
 }
 
 TEST_F(Live, AFaultOfALineGoesToTheErrorLogAndTheNextLineComes) {
@@ -175,22 +157,6 @@ TEST_F(Live, AFaultOfALineGoesToTheErrorLogAndTheNextLineComes) {
   sink.onLine = {};
   Receive(5, "two\n");
   EXPECT_EQ(sink.lines.back(), "1:two\n");
-}
-
-TEST_F(Live, ALineThatShowsABoxHoldsItsOwnLinkAlone) {
-  UseSerial(1, 5);
-  UseSerial(2, 6);
-  input.OpenPorts();
-  sink.onLine = [this] {
-    sink.onLine = {};
-    links.MSComm1(5).Arrive("waits\n");
-    links.MSComm1(6).Arrive("goes on\n");
-    Deliver();
-    EXPECT_EQ(sink.lines.back(), "2:goes on\n");
-  };
-  Receive(5, "box\n");
-  Deliver();
-  EXPECT_EQ(sink.lines.back(), "1:waits\n");
 }
 
 TEST_F(Live, ADeviceThatGoesAwayIsToldAndItsSystemKeepsThePort) {

@@ -1,37 +1,35 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <string_view>
+#include <vector>
 
-#include "pipeline/program.h"
 #include "platform/files.h"
 #include "platform/headless/headless_links.h"
-#include "platform/headless/scripted_face.h"
 #include "setup/setup_file.h"
-#include "support/temporary_folder.h"
+#include "support/test_program.h"
 
 namespace fathomline {
 
 inline constexpr const char* kModeQuestion =
     "Are you sure you want to change mode ? All statistics and timeseries wil be reset.";
 
-// A user's machine on which the program is started, ended and started again, with a frozen clock,
-// scripted answers and links of our own.
-class Session {
+// The program as its user has it: started, ended and started again, with links of our own.
+class Session : public TestMachine {
  public:
-  ~Session() { EXPECT_TRUE(face.Exhausted()) << "a box, file or action was expected"; }
-
   // Writes the setup file that the next start finds.
   void Prepare(const std::function<void(Records&)>& fill) {
+    folder.Write(kSetupFileName, SetupOf(fill));
+  }
+  static std::string SetupOf(const std::function<void(Records&)>& fill) {
     Records records;
     records.SetDefaultSetup();
     records.CommSetups[1].Enabled = true;
     records.CommSetups[1].Name = "Bridge";
     fill(records);
-    folder.Write(kSetupFileName, WriteSetup(records));
+    return WriteSetup(records);
   }
 
   bool Start(StartOptions options = {}) {
@@ -46,17 +44,25 @@ class Session {
   frmMain& mainWindow() { return program->mainWindow; }
   const SystemSetup& Flags(int system) { return program->records.SystemSetups[system]; }
 
+  // The views that are shown, such as "frmNumerics-1", the one in front last.
+  std::vector<std::string> Views() {
+    std::vector<Window*> windows = program->desktop.Windows();
+    std::erase_if(windows, [](const Window* w) { return !w->Visible() || w->Index() == 0; });
+    std::sort(windows.begin(), windows.end(),
+              [](const Window* a, const Window* b) { return a->FrontOrder() < b->FrontOrder(); });
+    std::vector<std::string> names;
+    for (const Window* window : windows) names.push_back(window->FullName());
+    return names;
+  }
+
   // Lets the links deliver what has arrived.
   void Deliver() { face.Advance(std::chrono::milliseconds(50)); }
+  // Lets the replay run to its end.
+  void RunToTheEnd() {
+    program->desktop.RunUntil([this] { return !records().OfflineRunning; });
+  }
 
-  static constexpr DateTime kNow{46024.127835648148};  // 2 January 2026, 03:04:05
-
-  TemporaryFolder folder;
-  ScriptedFace face;
-  FrozenClock clock{kNow};
-  SettingsStore settings;
   HeadlessLinks links;
-  bool ended = false;
   std::unique_ptr<Program> program;
 };
 

@@ -12,8 +12,21 @@
 
 namespace fathomline {
 
-// The whole program in a folder of its own, with a frozen clock and scripted answers.
-class TestProgram {
+// A user's machine: a folder of its own, a frozen clock and scripted answers.
+struct TestMachine {
+  ~TestMachine() { EXPECT_TRUE(face.Exhausted()) << "a box, file or action was expected"; }
+
+  static constexpr DateTime kNow{46024.127835648148};  // 2 January 2026, 03:04:05
+
+  TemporaryFolder folder;
+  ScriptedFace face;
+  FrozenClock clock{kNow};
+  SettingsStore settings;
+  bool ended = false;
+};
+
+// The whole program, wired and not started.
+class TestProgram : public TestMachine {
  public:
   TestProgram() {
     program.UseProgramFolder(folder.Path());
@@ -22,7 +35,6 @@ class TestProgram {
     records.CommSetups[1].Enabled = true;
     records.CommSetups[1].Name = "DGPS";
   }
-  ~TestProgram() { EXPECT_TRUE(face.Exhausted()) << "a box, file or action was expected"; }
 
   void Analyse(std::initializer_list<std::string_view> types, int system = 1) {
     MessageList& list = records.MessagesToAnalyse[system];
@@ -37,13 +49,6 @@ class TestProgram {
     program.pipeline.ProcessSentence(system, Sentence(body));
   }
 
-  static constexpr DateTime kNow{46024.127835648148};  // 2 January 2026, 03:04:05
-
-  TemporaryFolder folder;
-  ScriptedFace face;
-  FrozenClock clock{kNow};
-  SettingsStore settings;
-  bool ended = false;
   Program program{{face, clock, settings, [this] { ended = true; }}};
   Records& records = program.records;
 };
