@@ -14,6 +14,8 @@ constexpr std::array kErrorsThatEmptyTheBuffer = {CommEvent::Break, CommEvent::F
 constexpr std::size_t kLongestFragment = 65535;
 // Entering offline mode leaves the ports above open.
 constexpr int kLastPortClosedForOffline = 10;
+constexpr std::int32_t kLastTcpPort = 65535;
+constexpr int kAddressNotAvailable = 10049;  // as sockets number their errors
 
 // Baud rate, first letter of the parity, data bits, stop bits.
 std::string SettingsText(const ComportSetup& row) {
@@ -88,6 +90,12 @@ void LiveInput::OpenTcp(int system) {
   const CommSetup& setup = records_.CommSetups[system];
   TcpLink& link = links_.Winsock1(system);
   if (link.State() != LinkState::Closed) link.Close();
+  // A setup file may hold any number; cut to 16 bits it would name another port.
+  if (setup.TCPPort < 1 || setup.TCPPort > kLastTcpPort) {
+    TcpError(system, kAddressNotAvailable,
+             "Port " + PlainText(setup.TCPPort) + " is not in the range 1-65535");
+    return;
+  }
   link.SetRemoteHost(setup.IPAddress);
   link.SetRemotePort(setup.TCPPort);
   desktop_.Start(link);

@@ -40,6 +40,7 @@ struct Live : ::testing::Test {
     setup.Enabled = true;
     setup.Name = "Gyro";
     setup.ComPort = port;
+    setup.TCPPort = 8040;
     records.Comport(port).System = static_cast<std::int16_t>(system);
   }
   void Deliver() { face.Turn(); }
@@ -64,7 +65,6 @@ TEST_F(Live, OpensOneLinkPerEnabledSystem) {
   UseSerial(2, 6);
   records.CommSetups[2].UseTCPIP = records.CommSetups[2].UseUDP = true;
   records.CommSetups[2].IPAddress = "10.1.2.3";
-  records.CommSetups[2].TCPPort = 8040;
   UseSerial(3, 7);
   records.CommSetups[3].UseUDP = true;
   records.CommSetups[3].UDPPort = 10110;
@@ -197,6 +197,10 @@ TEST_F(Live, SocketsTakeWholeReadsAndForgetTheRest) {
 TEST_F(Live, ATcpErrorIsToldAndTheLinkClosed) {
   UseSerial(2, 5);
   records.CommSetups[2].UseTCPIP = true;
+  records.CommSetups[2].TCPPort = 65544;
+  face.ExpectBox("TCP/IP Error, system 2 :10049 - Port 65544 is not in the range 1-65535");
+  input.OpenPorts();
+  records.CommSetups[2].TCPPort = 8040;
   links.Winsock1(2).refusal = {10061, "Connection refused"};
   input.OpenPorts();
   face.ExpectBox("TCP/IP Error, system 2 :10061 - Connection refused");
