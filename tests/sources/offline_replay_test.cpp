@@ -25,6 +25,10 @@ struct OfflineReplayTest : testing::Test, OfflineSession {
     records().CommSetups[1].OfflineFile = folder.Write("recording.log", bytes);
   }
   void Press(std::string_view key) { toolbar.Click(key); }
+  void Replay() {
+    Press("PLAY");
+    RunToTheEnd();
+  }
   std::string Status() { return status.lblStatus.Text(); }
   // Whether each of the first four buttons can be pressed, "1" or "0".
   std::string Buttons() {
@@ -69,8 +73,7 @@ TEST_F(OfflineReplayTest, RunsFromPlayToTheEndOfTheFile) {
   status.UserPlace({50, 60, 20000, 9000});
   EXPECT_EQ(status.Place(), (WindowPlace{50, 60, 10000, 3000})) << "the size is fixed";
 
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(Count(), 3) << "PLAY begins a session anew";
 }
 
@@ -134,8 +137,7 @@ TEST_F(OfflineReplayTest, StopsAndBeginsAnew) {
   EXPECT_EQ(Status(), "PROCESSING STOPPED");
   EXPECT_EQ(Buttons(), "1100");
   // PLAY before the stopped run has ended waits for its end, and begins with the first line.
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(records().SentenceCount, 3);
   EXPECT_EQ(Count(), 2);
   EXPECT_EQ(Status(), "END OF FILE REACHED");
@@ -160,16 +162,11 @@ TEST_F(OfflineReplayTest, GoesOnWhileStopAsksAndEndsWhenAnotherStopsIt) {
 }
 
 TEST_F(OfflineReplayTest, ReadsLinesAsTheyStand) {
-  // A CR before the LF is the line's end; one within the line stays, and with it the checksum is
-  // wrong.
-  std::string crlf = Speed("5.0");
-  crlf.insert(crlf.size() - 1, "\r");
-  std::string inside = Speed("6.0");
-  inside.insert(inside.size() - 1, "\rx");
-  Record(crlf + inside + std::string("\0\0\n", 3));
+  // A CR before the LF is the line's end; one within the line stays and is a wrong checksum.
+  Record(Sentence("GPVTG,9.5,T,,M,5.0,N,,K") + "\r\n" + Sentence("GPVTG,9.5,T,,M,6.0,N,,K") +
+         "\rx\n" + std::string("\0\0\n", 3));
   records().ChecksumTest[1] = true;
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(Count(), 1);
   EXPECT_EQ(records().ChecksumErrors[1], 2);
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(4), "2");
@@ -177,8 +174,7 @@ TEST_F(OfflineReplayTest, ReadsLinesAsTheyStand) {
 
 TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   records().CommSetups[1].OfflineFile = folder / "missing.log";
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(program->errorLog.Written(), 1);
   EXPECT_EQ(Status(), "END OF FILE REACHED");
   EXPECT_THAT(ReadWholeFile(folder / "ErrorLog/ErrorLog.txt"), HasSubstr("File not found"));
@@ -186,8 +182,7 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   // Only the second system has a file: nothing is open to read from.
   records().CommSetups[1].OfflineFile.clear();
   records().CommSetups[2].OfflineFile = folder.Write("second.log", Speed("5.0"));
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(program->errorLog.Written(), 2);
   EXPECT_EQ(records().SentenceCount, 0);
 }
@@ -195,8 +190,7 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
 TEST_F(OfflineReplayTest, LogsFaultsOfLinesAndGoesOnUntilItsUserGivesUp) {
   const std::string faulty = "\\\\\\\\\\\\\\\\\\\\\\\n";
   Record(faulty + Speed("5.0"));
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_EQ(program->errorLog.Written(), 1);
   EXPECT_EQ(Count(), 1);
 
@@ -213,8 +207,7 @@ TEST_F(OfflineReplayTest, LogsFaultsOfLinesAndGoesOnUntilItsUserGivesUp) {
   records().ProgramFolder = folder / "gone/";
   Record(faulty + Speed("5.0"));
   face.Expect({});
-  Press("PLAY");
-  RunToTheEnd();
+  Replay();
   EXPECT_THAT(face.Boxes().back().text, HasSubstr("Subscript out of range"));
   EXPECT_EQ(Count(), 0);
 }
