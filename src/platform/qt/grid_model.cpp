@@ -132,7 +132,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
   const int column = GridColumn(index.column());
   switch (role) {
     case Qt::DisplayRole:
-      return Cell(row, column);
+      return HasColumnHeads() ? Cell(row, column) : Cell(row, column).trimmed();
     case Qt::ToolTipRole: {
       const QString text = Cell(row, column);
       return text.size() > kWidestCharacters ? text : QVariant();

@@ -73,11 +73,24 @@ class Builder {
 
   // A table is no wider than its columns; a list or a form, which lack heads on one side, is as
   // wide as there is room.
+  static bool TakesWidth(const QTableView& table) {
+    return table.verticalHeader()->isHidden() || table.horizontalHeader()->isHidden();
+  }
+
   static Qt::Alignment AlignmentOf(const QWidget& widget) {
     const auto* const table = qobject_cast<const QTableView*>(&widget);
-    const bool narrow = table != nullptr && !table->verticalHeader()->isHidden() &&
-                        !table->horizontalHeader()->isHidden();
-    return narrow ? Qt::AlignLeft : Qt::Alignment();
+    return table != nullptr && !TakesWidth(*table) ? Qt::AlignLeft : Qt::Alignment();
+  }
+
+  // Whether such a table stands in it. Before they have a parent, widgets do not say so themselves.
+  static bool TakesWidth(QLayoutItem& item) {
+    if (QLayout* const layout = item.layout()) {
+      for (int i = 0; i < layout->count(); ++i) {
+        if (TakesWidth(*layout->itemAt(i))) return true;
+      }
+    }
+    const auto* const table = qobject_cast<const QTableView*>(item.widget());
+    return table != nullptr && TakesWidth(*table);
   }
 
   static void Put(QBoxLayout& box, const Piece& piece) {
@@ -193,6 +206,11 @@ class Builder {
         space = true;
       } else {
         Put(*line, MakePiece(child));
+      }
+    }
+    if (direction == QBoxLayout::LeftToRight) {
+      for (int i = 0; i < line->count(); ++i) {
+        if (TakesWidth(*line->itemAt(i))) line->setStretch(i, 1);
       }
     }
     // What does not grow stays together at the beginning.
