@@ -21,10 +21,13 @@ const DateTime kStart = DateFromParts(2024, 6, 15);
 // A value that tells its field and the id of its message.
 template <class Value>
 Value Made(std::string_view name, int id) {
+  const int number = id * 1000 + std::accumulate(name.begin(), name.end(), 0) % 997;
   if constexpr (std::is_same_v<Value, std::string>) {
     return std::string(name) + std::to_string(id);
+  } else if constexpr (std::is_arithmetic_v<Value>) {
+    return static_cast<Value>(number);
   } else {
-    return static_cast<Value>(id * 1000 + std::accumulate(name.begin(), name.end(), 0) % 997);
+    return Value{static_cast<double>(number)};
   }
 }
 
