@@ -72,8 +72,8 @@ void MainMenu::PlugOptionsAndHelp() {
   mainWindow_.mnuOptionLatLonFormat.onClick = [this] { dialogs_.geoFormat.Show(); };
   mainWindow_.mnuOptionsSessionInformation.onClick = [this] { dialogs_.document.Show(); };
   mainWindow_.mnuOptionsBinaryStandardIALA.onClick = [this] { ToggleBinaryStandard(); };
-  mainWindow_.mnuHelpContents.onClick = [this] { Help(); };
-  mainWindow_.mnuHelpSearch.onClick = [this] { Help(); };
+  mainWindow_.mnuHelpContents.onClick = [this] { Help(HelpStart::Contents); };
+  mainWindow_.mnuHelpSearch.onClick = [this] { Help(HelpStart::Search); };
   mainWindow_.mnuHelpAbout.onClick = [this] { dialogs_.about.Show(); };
 }
 
@@ -151,8 +151,8 @@ void MainMenu::ToggleBinaryStandard() {
   settings_.Set(kSettingsSection, kBinaryStandardIALA, iala ? 1 : 0);
 }
 
-void MainMenu::Help() {
-  if (!desktop_.ShowHelp()) desktop_.Say(kNoHelp);
+void MainMenu::Help(HelpStart start) {
+  if (!desktop_.ShowHelp(start)) desktop_.Say(kNoHelp);
 }
 
 }  // namespace fathomline

@@ -45,7 +45,7 @@ class MainMenu {
   void OpenSetupDialog(int system);
   void NewWindow();
   void ToggleBinaryStandard();
-  void Help();
+  void Help(HelpStart start);
 
   Records& records_;
   Desktop& desktop_;

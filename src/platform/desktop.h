@@ -80,7 +80,7 @@ class Desktop : public Dialogs {
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void Beep() override { face_.Beep(); }
   void ShowPageSetup() { face_.ShowPageSetup(); }
-  bool ShowHelp() { return face_.ShowHelp(); }
+  bool ShowHelp(HelpStart start) { return face_.ShowHelp(start); }
 
   // Event pump ------------------------------------------------------------------------------
 

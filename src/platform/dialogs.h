@@ -34,6 +34,9 @@ struct FileQuestion {
   bool save = false;  // with the question before overwriting
 };
 
+// Where the help is opened: at its contents, or at the line to search in.
+enum class HelpStart { Contents, Search };
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;

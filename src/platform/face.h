@@ -31,7 +31,7 @@ class Face {
   virtual std::optional<std::string> ChooseFile(const FileQuestion& question) = 0;
   virtual void ShowPageSetup() = 0;
   // False where there is no help to show.
-  virtual bool ShowHelp() = 0;
+  virtual bool ShowHelp(HelpStart start) = 0;
   virtual void Beep() = 0;
   virtual void ArrangeIcons() = 0;
 

@@ -21,7 +21,7 @@ class EndlessWait : public std::logic_error {
 class HeadlessFace : public Face {
  public:
   void ShowPageSetup() override {}
-  bool ShowHelp() override { return false; }
+  bool ShowHelp(HelpStart /*start*/) override { return false; }
   void Beep() override { ++beeps_; }
   void ArrangeIcons() override {}
 

@@ -16,6 +16,7 @@
 #include "platform/control.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/conversions.h"
+#include "platform/qt/help_window.h"
 #include "platform/qt/look.h"
 #include "platform/qt/window_view.h"
 #include "platform/window.h"
@@ -322,8 +323,10 @@ void QtFace::ShowPageSetup() {
   RunUntil([&] { return answered || Quitting(); });
 }
 
-bool QtFace::ShowHelp() {
-  return false;
+bool QtFace::ShowHelp(HelpStart start) {
+  if (help_ == nullptr) help_ = std::make_unique<HelpWindow>();
+  help_->Open(start);
+  return true;
 }
 
 void QtFace::Beep() {

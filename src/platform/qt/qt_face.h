@@ -24,6 +24,7 @@ namespace fathomline {
 
 class Control;
 class ControlView;
+class HelpWindow;
 class WindowView;
 
 class QtFace : public Face {
@@ -34,7 +35,7 @@ class QtFace : public Face {
   Reply Ask(const MessageBox& box) override;
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void ShowPageSetup() override;
-  bool ShowHelp() override;
+  bool ShowHelp(HelpStart start) override;
   void Beep() override;
   void ArrangeIcons() override;
   void Turn() override;
@@ -84,6 +85,7 @@ class QtFace : public Face {
   std::unique_ptr<Watcher> watcher_;
   std::unique_ptr<QTimer> wake_;
   std::unique_ptr<QPrinter> printer_;
+  std::unique_ptr<HelpWindow> help_;
   std::vector<std::unique_ptr<WindowView>> windows_;
   QHash<const QObject*, ControlView*> views_;
   std::chrono::steady_clock::time_point nextDraw_{};
