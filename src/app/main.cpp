@@ -47,7 +47,6 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(QString::fromUtf8(kVersion));
   AnswerOnConsole(argc, argv);
   const QApplication application(argc, argv);
-  QGuiApplication::setApplicationDisplayName(QString::fromUtf8(kProgramTitle));
   QGuiApplication::setDesktopFileName(QStringLiteral("org.keelhaven.Fathomline"));
   QCommandLineParser parser;
   Describe(parser);

@@ -11,12 +11,22 @@ namespace {
 
 constexpr int kCascadeStep = 450;
 constexpr int kSmallest = 1500;
+// A frame with its title, and some of what is in it.
+constexpr int kLeastWidth = 2700;
+constexpr int kLeastHeight = 1350;
 
-void Put(Window& window, WindowPlace place) {
-  if (!window.Resizable()) {
+// A window that is larger than its share overlaps its neighbours rather than standing out of the
+// area.
+void Put(Window& window, WindowPlace place, const Desktop::Area& area) {
+  if (window.Resizable()) {
+    place.width = std::max(place.width, kLeastWidth);
+    place.height = std::max(place.height, kLeastHeight);
+  } else {
     place.width = window.Place().width;
     place.height = window.Place().height;
   }
+  place.left = std::max(std::min(place.left, area.width - place.width), 0);
+  place.top = std::max(std::min(place.top, area.height - place.height), 0);
   window.SetState(WindowState::Normal);
   window.SetPlace(place);
 }
@@ -27,7 +37,7 @@ void Cascade(const std::vector<Window*>& windows, const Desktop::Area& area) {
   const int steps = std::max(std::min(area.width - width, area.height - height) / kCascadeStep, 1);
   int step = 0;
   for (Window* window : windows) {
-    Put(*window, {step * kCascadeStep, step * kCascadeStep, width, height});
+    Put(*window, {step * kCascadeStep, step * kCascadeStep, width, height}, area);
     step = (step + 1) % steps;
   }
 }
@@ -48,7 +58,7 @@ void Tile(const std::vector<Window*>& windows, const Desktop::Area& area, bool a
       const int size = length * (i + 1) / inLane - start;
       WindowPlace place{lane * breadth, start, breadth, size};
       if (across) place = {start, lane * breadth, size, breadth};
-      Put(*windows[next++], place);
+      Put(*windows[next++], place, area);
     }
   }
 }

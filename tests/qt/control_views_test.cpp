@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -43,6 +44,7 @@ class ControlViews : public QtFixture {
 
 TEST_F(ControlViews, LabelsShowTheirTextAndAreNamedByTheWordsBeforeThem) {
   Label label{window, "lblText", "one"};
+  label.onClick = count;
   Label swatch{window, "lblColour", {}, Label::Look::Swatch};
   Label path{window, "lblPath", "/" + std::string(300, 'x'), Label::Look::Path};
   TextBox box{window, "txtLimit"};
@@ -60,12 +62,6 @@ TEST_F(ControlViews, LabelsShowTheirTextAndAreNamedByTheWordsBeforeThem) {
   EXPECT_EQ(Find<QLabel>(label)->textFormat(), Qt::PlainText);
   EXPECT_EQ(Find<QLabel>(swatch)->palette().color(QPalette::Window), QColor(Qt::green));
   EXPECT_EQ(Find<QLineEdit>(box)->accessibleName(), "Limit");
-}
-
-TEST_F(ControlViews, ALabelWithAHandlerCanBeClicked) {
-  Label label{window, "lblText", "click me"};
-  label.onClick = count;
-  Show();
   QTest::mouseClick(face.WidgetOf(label), Qt::LeftButton);
   EXPECT_EQ(handled, 1);
 }
@@ -261,17 +257,30 @@ TEST_F(ControlViews, AGridShowsItsCellsBesideItsHeads) {
   EXPECT_EQ(row, 2);
 }
 
-TEST_F(ControlViews, SelectedCellsGoToTheClipboard) {
+TEST_F(ControlViews, SelectedCellsGoToTheClipboardWithOrWithoutTheirHeads) {
   Grid grid{window, "fgOne", 3, 3};
+  grid.Set(0, 1, "N");
+  grid.Set(0, 2, "E");
+  grid.Set(1, 0, "Mean");
   grid.Set(1, 1, "1");
   grid.Set(1, 2, "2");
   grid.Set(2, 1, "3");
   grid.Set(2, 2, "4");
   Show();
   auto* const table = Find<QTableView>(grid);
+  const auto copied = [] { return FromQt(QApplication::clipboard()->text()); };
   table->selectAll();
   QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), "1\t2\n3\t4");
+  EXPECT_EQ(copied(), "1\t2\n3\t4");
+  QContextMenuEvent asked(QContextMenuEvent::Keyboard, {5, 5}, table->mapToGlobal(QPoint(5, 5)));
+  QApplication::sendEvent(table->viewport(), &asked);
+  auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  menu->actions()[1]->trigger();
+  EXPECT_EQ(copied(), "\tN\tE\nMean\t1\t2\n\t3\t4");
+  menu->actions()[0]->trigger();
+  EXPECT_EQ(copied(), "1\t2\n3\t4");
+  menu->close();
 }
 
 TEST_F(ControlViews, AListSelectsRowsFillsItsWindowAndKeepsItsSelection) {

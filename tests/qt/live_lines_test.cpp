@@ -121,11 +121,7 @@ class LiveLines : public testing::Test, public LineListener {
     return peer != nullptr;
   }
 
-  void PumpUntil(const std::function<bool()>& done) {
-    const auto end = face.Now() + std::chrono::seconds(20);
-    face.RunUntil([&] { return done() || face.Now() > end; });
-    EXPECT_TRUE(done()) << "waited in vain";
-  }
+  void PumpUntil(const std::function<bool()>& done) { fathomline::PumpUntil(face, done); }
 
   // Each in one write.
   void Send(int system, const std::string& text) {

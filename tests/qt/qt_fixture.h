@@ -35,17 +35,19 @@ class PlainWindow : public Window {
   bool QueryUnload(CloseReason reason) override { return !query || query(reason); }
 };
 
+// Lets everything go on until the condition holds; a test failure where it never does.
+inline void PumpUntil(QtFace& face, const std::function<bool()>& done) {
+  const auto end = face.Now() + std::chrono::seconds(60);
+  face.RunUntil([&] { return done() || face.Now() > end; });
+  EXPECT_TRUE(done()) << "waited in vain";
+}
+
 class QtFixture : public testing::Test {
  public:
   QtFace face;
   Desktop desktop{face};
 
-  // Lets everything go on until the condition holds; a test failure where it never does.
-  void PumpUntil(const std::function<bool()>& done) {
-    const auto end = face.Now() + std::chrono::seconds(20);
-    face.RunUntil([&] { return done() || face.Now() > end; });
-    EXPECT_TRUE(done()) << "waited in vain";
-  }
+  void PumpUntil(const std::function<bool()>& done) { fathomline::PumpUntil(face, done); }
 
   // Shows the window and waits until it has been drawn.
   void ShowDrawn(Window& window) {

@@ -1,24 +1,17 @@
 // Whole sessions as a user has them: by menu, tool bar, dialog and message box.
-#include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QToolButton>
 #include <gmock/gmock.h>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "pipeline/program.h"
-#include "platform/qt/conversions.h"
-#include "qt/qt_fixture.h"
-#include "setup/setup_file.h"
+#include "qt/program_fixture.h"
 #include "support/sentences.h"
-#include "support/temporary_folder.h"
 
 namespace fathomline {
 namespace {
@@ -28,21 +21,8 @@ using testing::ElementsAre;
 constexpr const char* kModeQuestion =
     "Are you sure you want to change mode ? All statistics and timeseries wil be reset.";
 
-class SessionOnTheDesktop : public testing::Test {
+class SessionOnTheDesktop : public ProgramFixture {
  public:
-  // One run of the program, from its start to its end.
-  struct Run {
-    Run(const Clock& clock, SettingsStore& settings)
-        : program({face, clock, settings, [] {}, nullptr}) {}
-    QtFace face;
-    Program program;
-  };
-
-  TemporaryFolder folder;
-  SystemClock clock;
-  SettingsStore settings;
-  std::unique_ptr<Run> run;
-
   // Writes the setup file that the next start finds.
   void Prepare(const std::function<void(Records&)>& fill) {
     Records records;
@@ -55,86 +35,16 @@ class SessionOnTheDesktop : public testing::Test {
     folder.Write(kSetupFileName, WriteSetup(records));
   }
 
-  void Start() {
-    run.reset();
-    run = std::make_unique<Run>(clock, settings);
-    EXPECT_THAT(
-        Answering(QMessageBox::Ok,
-                  [&] { EXPECT_TRUE(program().startUp.Start({.programFolder = folder.Path()})); }),
-        ElementsAre());
-    PumpUntil([&] { return Main() != nullptr && Main()->isVisible(); });
-    Draw();
+  void StartPrepared(const std::function<void(Records&)>& fill = [](Records&) {}) {
+    Prepare(fill);
+    EXPECT_THAT(Start(), ElementsAre());
   }
-
-  Program& program() { return run->program; }
-  Records& records() { return run->program.records; }
-  QtFace& face() { return run->face; }
-  QWidget* Main() { return face().HostOf(program().mainWindow); }
-
-  // What is written asks for its room with an event, and is drawn in it behind that.
-  void Draw() {
-    face().Draw();
-    face().Turn();
-    face().Draw();
-  }
-
-  void PumpUntil(const std::function<bool()>& done) {
-    const auto end = face().Now() + std::chrono::seconds(60);
-    face().RunUntil([&] { return done() || face().Now() > end; });
-    EXPECT_TRUE(done()) << "waited in vain";
-  }
-
-  // Does something that asks, and presses that button of each box. Returns what they asked.
-  std::vector<std::string> Answering(QMessageBox::StandardButton button,
-                                     const std::function<void()>& act) {
-    std::vector<std::string> texts;
-    QTimer clicker;
-    QObject::connect(&clicker, &QTimer::timeout, [&] {
-      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (box == nullptr) return;
-      texts.push_back(FromQt(box->text()));
-      if (box->button(button) != nullptr) {
-        QTest::mouseClick(box->button(button), Qt::LeftButton);
-      } else {
-        box->reject();
-      }
-    });
-    clicker.start(1);
-    act();
-    Draw();
-    return texts;
-  }
-
-  QAction* Entry(const MenuItem& item) { return Main()->findChild<QAction*>(ToQt(item.Name())); }
-  void Choose(const MenuItem& item) { Entry(item)->trigger(); }
-
-  void Press(const char* caption) {
-    for (auto* const button : Main()->findChildren<QToolButton*>()) {
-      if (button->text() != QLatin1String(caption) || !button->isVisible()) continue;
-      EXPECT_TRUE(button->isEnabled()) << caption;
-      QTest::mouseClick(button, Qt::LeftButton);
-      Draw();
-      return;
-    }
-    ADD_FAILURE() << "no button " << caption;
-  }
-
-  bool Enabled(const char* caption) {
-    for (auto* const button : Main()->findChildren<QToolButton*>()) {
-      if (button->text() == QLatin1String(caption) && button->isVisible()) {
-        return button->isEnabled();
-      }
-    }
-    return false;
+  void StartWithStatistics() {
+    StartPrepared([](Records& records) { records.SystemSetups[1][WindowFlag::Statistics] = true; });
   }
 
   void Receive(std::string_view body) { program().pipeline.ProcessSentence(1, Sentence(body)); }
   auto Headings() { return program().statistics[1].Of<HDTRecord>()[0].Stat.Count; }
-
-  bool Seen(const Window& window) {
-    const QWidget* const host = face().HostOf(window);
-    return host != nullptr && host->isVisible();
-  }
 
   // The child windows that can be seen, with their places.
   std::map<std::string, WindowPlace> SeenPlaces() {
@@ -149,8 +59,7 @@ class SessionOnTheDesktop : public testing::Test {
 };
 
 TEST_F(SessionOnTheDesktop, AChangeOfModeIsAskedForAndFollowsTheAnswer) {
-  Prepare([](Records& records) { records.SystemSetups[1][WindowFlag::Statistics] = true; });
-  Start();
+  StartWithStatistics();
   Receive("HEHDT,10.5,T");
   const auto change = [&](QMessageBox::StandardButton button, const MenuItem& item) {
     EXPECT_THAT(Answering(button, [&] { Choose(item); }), ElementsAre(kModeQuestion));
@@ -170,8 +79,6 @@ TEST_F(SessionOnTheDesktop, AChangeOfModeIsAskedForAndFollowsTheAnswer) {
   change(QMessageBox::Yes, program().mainWindow.mnuModeOffline);
   expectMode(true);
   EXPECT_EQ(Headings(), 0);
-  change(QMessageBox::No, program().mainWindow.mnuModeOnline);
-  expectMode(true);
   change(QMessageBox::Yes, program().mainWindow.mnuModeOnline);
   expectMode(false);
   // The mode in force is not asked for.
@@ -180,34 +87,15 @@ TEST_F(SessionOnTheDesktop, AChangeOfModeIsAskedForAndFollowsTheAnswer) {
   expectMode(false);
 }
 
-TEST_F(SessionOnTheDesktop, ResetAllIsAskedForAndEmptiesTheWindows) {
-  Prepare([](Records& records) { records.SystemSetups[1][WindowFlag::Statistics] = true; });
-  Start();
-  Receive("HEHDT,10.5,T");
-  const Window& window = *program().statisticsWindows[1];
-  const auto loads = window.Loads();
-  const auto reset = [&](QMessageBox::StandardButton button) {
-    EXPECT_THAT(Answering(button, [&] { Press("RESET ALL"); }), ElementsAre("Are you sure ?"));
-  };
-  reset(QMessageBox::No);
-  EXPECT_EQ(Headings(), 1);
-  EXPECT_EQ(window.Loads(), loads);
-  reset(QMessageBox::Yes);
-  EXPECT_EQ(Headings(), 0);
-  EXPECT_EQ(window.Loads(), loads + 1);
-  EXPECT_TRUE(Seen(window));
-}
-
 TEST_F(SessionOnTheDesktop, AReplayIsSteppedPausedContinuedAndStopped) {
   std::string text;
   for (int i = 0; i < 40000; ++i) text += Sentence("HEHDT,10.5,T") + "\r\n";
   const std::string file = folder.Write("run.log", text);
-  Prepare([&](Records& records) {
+  StartPrepared([&](Records& records) {
     records.Mode = kOffline;
     records.CommSetups[1].OfflineFile = file;
     records.SystemSetups[1][WindowFlag::Statistics] = true;
   });
-  Start();
   const auto expectHeld = [&] {
     const auto before = Headings();
     for (int turn = 0; turn < 10; ++turn) face().Turn();
@@ -217,8 +105,7 @@ TEST_F(SessionOnTheDesktop, AReplayIsSteppedPausedContinuedAndStopped) {
     // What is covered is not written.
     program().offlineStatus.Show();
     Draw();
-    auto* const label = qobject_cast<QLabel*>(face().WidgetOf(program().offlineStatus.lblStatus));
-    return label == nullptr ? std::string() : FromQt(label->text());
+    return FromQt(Find<QLabel>(program().offlineStatus.lblStatus)->text());
   };
   for (int line = 1; line <= 3; ++line) {
     Press("Step");
@@ -231,15 +118,15 @@ TEST_F(SessionOnTheDesktop, AReplayIsSteppedPausedContinuedAndStopped) {
   EXPECT_TRUE(records().OfflineRunning) << "the file is too short for this machine";
   EXPECT_EQ(status(), "PROCESSING PAUSED");
   expectHeld();
-  EXPECT_FALSE(Enabled("PAUSE"));
-  EXPECT_TRUE(Enabled("CONT"));
+  EXPECT_FALSE(Key("PAUSE")->isEnabled());
+  EXPECT_TRUE(Key("CONT")->isEnabled());
   const auto paused = Headings();
   Press("Step");
   PumpUntil([&] { return Headings() == paused + 1; });
   EXPECT_THAT(Answering(QMessageBox::Yes, [&] { Press("STOP"); }), ElementsAre("Are you sure?"));
   PumpUntil([&] { return !records().OfflineRunning; });
   EXPECT_EQ(status(), "PROCESSING STOPPED");
-  EXPECT_FALSE(Enabled("STOP"));
+  EXPECT_FALSE(Key("STOP")->isEnabled());
   EXPECT_EQ(Headings(), paused + 1);
   Press("PLAY");
   PumpUntil([&] { return !records().OfflineRunning; });
@@ -248,8 +135,7 @@ TEST_F(SessionOnTheDesktop, AReplayIsSteppedPausedContinuedAndStopped) {
 }
 
 TEST_F(SessionOnTheDesktop, EveryViewIsOpenedByTheDialogAndClosedByItsCloseBox) {
-  Prepare([](Records&) {});
-  Start();
+  StartPrepared();
   const std::vector<const char*> names{"frmNumerics-1",
                                        "frmStatistics-1",
                                        "frmTimeSeriesGGA-1",
@@ -267,8 +153,7 @@ TEST_F(SessionOnTheDesktop, EveryViewIsOpenedByTheDialogAndClosedByItsCloseBox) 
     SCOPED_TRACE(names[row]);
     Choose(program().mainWindow.mnuWindowNewWindow);
     Draw();
-    auto* const list = qobject_cast<QListWidget*>(face().WidgetOf(program().newWindow.cmbType));
-    ASSERT_NE(list, nullptr);
+    auto* const list = Find<QListWidget>(program().newWindow.cmbType);
     ASSERT_EQ(list->count(), static_cast<int>(names.size()));
     auto* const item = list->item(static_cast<int>(row));
     list->scrollToItem(item);
@@ -291,13 +176,12 @@ TEST_F(SessionOnTheDesktop, EveryViewIsOpenedByTheDialogAndClosedByItsCloseBox) 
 }
 
 TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
-  Prepare([](Records& records) {
+  StartPrepared([](Records& records) {
     for (const WindowFlag flag :
          {WindowFlag::Numerics, WindowFlag::Statistics, WindowFlag::Scatter, WindowFlag::Skyplot}) {
       records.SystemSetups[1][flag] = true;
     }
   });
-  Start();
   std::map<std::string, WindowPlace> places;
   int step = 0;
   for (Window* const window : program().desktop.Windows()) {
@@ -322,8 +206,7 @@ TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
 }
 
 TEST_F(SessionOnTheDesktop, AMonitorClickedToTheFrontIsFedAgain) {
-  Prepare([](Records& records) { records.SystemSetups[1][WindowFlag::Statistics] = true; });
-  Start();
+  StartWithStatistics();
   program().OpenView(ViewKind::NMEA, 1);
   program().statisticsWindows[1]->Show();
   Draw();
@@ -342,9 +225,7 @@ TEST_F(SessionOnTheDesktop, AMonitorClickedToTheFrontIsFedAgain) {
 }
 
 TEST_F(SessionOnTheDesktop, AFirstStartTellsWhatToDoNext) {
-  run = std::make_unique<Run>(clock, settings);
-  Answering(QMessageBox::Ok, [&] { program().startUp.Start({.programFolder = folder.Path()}); });
-  Draw();
+  EXPECT_THAT(Start(), ElementsAre(testing::StartsWith("No setupfile exist.")));
   const QWidget* const hint = face().WidgetOf(program().mainWindow.lblHint);
   const QWidget* const viewport = Main()->findChild<QMdiArea*>()->viewport();
   ASSERT_TRUE(hint->isVisible());
@@ -356,8 +237,7 @@ TEST_F(SessionOnTheDesktop, AFirstStartTellsWhatToDoNext) {
 }
 
 TEST_F(SessionOnTheDesktop, EveryDialogCanBeShownOnItsOwnAndAccepted) {
-  Prepare([](Records&) {});
-  Start();
+  StartPrepared();
   const std::vector<Window*> windows = program().desktop.Windows();
   int shown = 0;
   for (Window* const window : windows) {
@@ -377,8 +257,7 @@ TEST_F(SessionOnTheDesktop, EveryDialogCanBeShownOnItsOwnAndAccepted) {
 }
 
 TEST_F(SessionOnTheDesktop, AnAmpersandOfANameIsNoMnemonic) {
-  Prepare([](Records&) {});
-  Start();
+  StartPrepared();
   EXPECT_EQ(FromQt(Entry(program().mainWindow.mnuSetupPrimarySystem)->text()),
             "&Primary System         - Fore && aft");
 }

@@ -224,6 +224,8 @@ void ChartView::Build() {
   // The plottables of series stand above the markers, which are drawn with the layer's first.
   new MarkerLayer(plot_, chart_);
   plot_->setNoAntialiasingOnDrag(true);
+  // A layer of its own would be a second picture to clear and to lay over the first.
+  plot_->layer(QStringLiteral("overlay"))->setMode(QCPLayer::lmLogical);
 }
 
 void ChartView::Style() {
@@ -293,7 +295,7 @@ void ChartView::Update() {
   FollowAxis(*plot_->xAxis, chart_.Bottom());
   FollowAxis(*plot_->yAxis, chart_.Left());
   FollowAxis(*plot_->yAxis2, chart_.Right());
-  plot_->setAccessibleName(ToQt(chart_.Text().empty() ? chart_.Name() : chart_.Text()));
+  plot_->setAccessibleName(chart_.Text().empty() ? SpokenName() : ToQt(chart_.Text()));
   Fit();
   plot_->replot(QCustomPlot::rpQueuedRefresh);
 }

@@ -21,6 +21,7 @@ class ChartView : public ControlView {
 
  protected:
   void Update() override;
+  bool Waits() const override { return true; }
 
  private:
   class Plot;

@@ -76,8 +76,10 @@ ListView::ListView(ViewContext& context, Choices& choices)
   list_->setMinimumSize(kListWidth, row * kListRows / 2);
   SetWidget(list_);
   QObject::connect(list_, &QListWidget::currentRowChanged, list_, [this](int index) {
+    // A list that gets the focus makes a row the current one that nobody has chosen.
+    if (index < 0 || !list_->item(index)->isSelected()) return;
     User([this, index] {
-      if (index >= 0 && index < choices_.Count()) choices_.UserChoose(index);
+      if (index < choices_.Count()) choices_.UserChoose(index);
     });
   });
 }
@@ -137,6 +139,7 @@ TabsView::TabsView(ViewContext& context, Choices& choices)
     : ControlView(context, choices), choices_(choices), tabs_(new QTabWidget) {
   tabs_->setUsesScrollButtons(false);
   SetWidget(tabs_);
+  tabs_->setAccessibleName(QStringLiteral("Pages"));
   QObject::connect(tabs_, &QTabWidget::currentChanged, tabs_, [this](int index) {
     User([this, index] {
       if (index >= 0 && index < choices_.Count()) choices_.UserChoose(index);

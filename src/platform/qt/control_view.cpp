@@ -1,5 +1,6 @@
 #include "platform/qt/control_view.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/bars.h"
@@ -23,8 +24,24 @@ namespace fathomline {
 void ControlView::SetWidget(QWidget* widget) {
   widget_ = widget;
   widget->setObjectName(ToQt(control_.Name()));
-  if (widget->accessibleName().isEmpty()) widget->setAccessibleName(ToQt(control_.Name()));
+  // A label reads out its text as long as it has no other name.
+  if (control_.Kind() != ControlKind::Label) widget->setAccessibleName(SpokenName());
   context_.face.Register(*widget, *this);
+}
+
+// "cmbFilter" as "Filter", "fgAISTargets" as "AIS Targets".
+QString ControlView::SpokenName() const {
+  const QString name = ToQt(control_.Name());
+  const auto first = std::find_if(name.begin(), name.end(), [](QChar c) { return !c.isLower(); });
+  QString spoken;
+  for (auto at = first; at != name.end(); ++at) {
+    const bool begins = at != first && at->isUpper();
+    const bool behindLower = begins && !(at - 1)->isUpper();
+    const bool beforeLower = begins && at + 1 != name.end() && (at + 1)->isLower();
+    if (behindLower || beforeLower) spoken += QLatin1Char(' ');
+    spoken += *at;
+  }
+  return spoken.replace(QLatin1Char('_'), QLatin1Char(' ')).simplified();
 }
 
 void ControlView::AddCompanion(QWidget* companion) {
@@ -36,14 +53,36 @@ bool ControlView::Seen() const {
   return widget_ != nullptr && widget_->isVisible() && !widget_->visibleRegion().isEmpty();
 }
 
+// Whether it comes or goes, or changes between usable and not.
+bool ControlView::Appears() const {
+  return !drawn_ || control_.Shown() != shown_ || control_.Usable() != usable_;
+}
+
+void ControlView::Appear() {
+  shown_ = control_.Shown();
+  usable_ = control_.Usable();
+  drawn_ = true;
+  const auto follow = [this](QWidget& widget) {
+    widget.setVisible(shown_);
+    widget.setEnabled(usable_);
+  };
+  follow(*widget_);
+  for (const auto& companion : companions_) {
+    if (companion != nullptr) follow(*companion);
+  }
+}
+
 bool ControlView::Sync() {
   if (widget_ == nullptr) return false;
-  const bool shown = control_.Shown();
-  const bool usable = control_.Usable();
-  const bool changed = revision_ != control_.Revision();
-  if (drawn_ && shown == shown_ && usable == usable_) {
-    if (!changed || !Seen()) return false;
+  if (Appears()) {
+    if (Waits() && !Seen()) {
+      Appear();
+    } else {
+      Write();
+    }
+    return true;
   }
+  if (revision_ == control_.Revision() || !Seen()) return false;
   Write();
   return true;
 }
@@ -52,20 +91,7 @@ void ControlView::Write() {
   if (widget_ == nullptr) return;
   const bool outer = std::exchange(writing_, true);
   revision_ = control_.Revision();
-  const bool shown = control_.Shown();
-  const bool usable = control_.Usable();
-  if (!drawn_ || shown != shown_ || usable != usable_) {
-    shown_ = shown;
-    usable_ = usable;
-    widget_->setVisible(shown);
-    widget_->setEnabled(usable);
-    for (const auto& companion : companions_) {
-      if (companion == nullptr) continue;
-      companion->setVisible(shown);
-      companion->setEnabled(usable);
-    }
-  }
-  drawn_ = true;
+  if (Appears()) Appear();
   if (!control_.ToolTip().empty()) widget_->setToolTip(ToQt(control_.ToolTip()));
   Update();
   writing_ = outer;

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/control.h"
@@ -51,19 +52,26 @@ class ControlView {
   ControlView(ViewContext& context, Control& control) : context_(context), control_(control) {}
 
   void SetWidget(QWidget* widget);
+  // What a screen reader says of a control that has no words: its name without the kind in front.
+  QString SpokenName() const;
   // Writes what the control says into the widget. Signals that this causes tell nobody.
   virtual void Update() = 0;
+  // Whether it costs too much to be written before it can be seen.
+  virtual bool Waits() const { return false; }
   // Something the user has done. Afterwards the widget shows what the control says, whatever its
   // handler made of it.
   void User(const std::function<void()>& action);
   bool Writing() const { return writing_; }
 
  private:
+  bool Appears() const;
+  void Appear();
+
   ViewContext& context_;
   Control& control_;
   QPointer<QWidget> widget_;
   std::vector<QPointer<QWidget>> companions_;
-  std::uint64_t revision_ = 0;
+  std::optional<std::uint64_t> revision_;  // none while it has never been written
   bool drawn_ = false;
   bool shown_ = true;
   bool usable_ = true;

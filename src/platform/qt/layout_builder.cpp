@@ -130,7 +130,8 @@ class Builder {
       QString name = words_->text().remove(QLatin1Char('&')).trimmed();
       while (name.endsWith(QLatin1Char(':'))) name = name.chopped(1).trimmed();
       if (view.TakesFocus()) words_->setBuddy(view.Widget());
-      if (!name.isEmpty()) view.Widget()->setAccessibleName(name);
+      const bool speaks = control.Kind() == ControlKind::Label;
+      if (!name.isEmpty() && !speaks) view.Widget()->setAccessibleName(name);
       view.AddCompanion(words_);
       words_ = nullptr;
     }

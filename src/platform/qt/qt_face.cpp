@@ -1,23 +1,21 @@
 #include "platform/qt/qt_face.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QFileDialog>
-#include <QKeyEvent>
+#include <QDialog>
 #include <QMdiArea>
-#include <QMessageBox>
-#include <QMouseEvent>
-#include <QPageSetupDialog>
 #include <QPrinter>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
 
 #include "platform/control.h"
+#include "platform/qt/child_area.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/conversions.h"
 #include "platform/qt/help_window.h"
+#include "platform/qt/input_watcher.h"
 #include "platform/qt/look.h"
+#include "platform/qt/modal_dialogs.h"
 #include "platform/qt/window_view.h"
 #include "platform/window.h"
 
@@ -27,142 +25,18 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto kTick = 40ms;
+// Windows are drawn and painted for so long at a stretch; those that are left follow with the next
+// drawing, so that even a desktop full of windows answers its user.
+constexpr auto kLongestDrawing = 15ms;
 // After a drawing that took t comes a pause of so many t, so that what is worked on beside it, a
 // replay above all, keeps four fifths of the time.
 constexpr int kPauseFactor = 4;
 constexpr auto kLongestPause = 250ms;
-constexpr qsizetype kLongestBoxText = 1500;
-constexpr int kLongestUnbroken = 60;
-
-// Long sentences have no blanks at which a line could end: lets it end behind a comma.
-QString Breakable(const QString& text) {
-  QString broken;
-  int run = 0;
-  for (const QChar c : text.left(kLongestBoxText)) {
-    broken += c;
-    run = c.isSpace() ? 0 : run + 1;
-    if (run > kLongestUnbroken && (c == QLatin1Char(',') || run > 2 * kLongestUnbroken)) {
-      broken += QChar(0x200B);
-      run = 0;
-    }
-  }
-  if (text.size() > kLongestBoxText) broken += QChar(0x2026);
-  return broken;
-}
-
-QMessageBox::Icon ToQt(BoxIcon icon) {
-  switch (icon) {
-    case BoxIcon::Information:
-      return QMessageBox::Information;
-    case BoxIcon::Question:
-      return QMessageBox::Question;
-    case BoxIcon::Exclamation:
-      return QMessageBox::Warning;
-    case BoxIcon::Critical:
-      return QMessageBox::Critical;
-    case BoxIcon::None:
-      break;
-  }
-  return QMessageBox::NoIcon;
-}
-
-// "Description|*.ext|Description|*.ext" as the filters of a Qt file dialog.
-QStringList NameFilters(const std::string& filter) {
-  const QStringList parts = fathomline::ToQt(filter).split(QLatin1Char('|'));
-  QStringList filters;
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    QString description = parts[i];
-    description = description.section(QLatin1Char('('), 0, 0).trimmed();
-    QString patterns = parts[i + 1];
-    patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
-    if (patterns == QLatin1String("*.*")) patterns = QStringLiteral("*");
-    filters.append(QStringLiteral("%1 (%2)").arg(description, patterns));
-  }
-  return filters;
-}
 
 }  // namespace
 
-// Sees every event before its widget does: asks the field that the user is about to leave, and
-// notes that something has been done.
-class QtFace::Watcher : public QObject {
- public:
-  explicit Watcher(QtFace& face) : face_(face) { qApp->installEventFilter(this); }
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    switch (event->type()) {
-      case QEvent::MouseButtonPress:
-      case QEvent::MouseButtonDblClick:
-        face_.DrawSoon();
-        if (MayGoTo(watched)) return false;
-        // Qt has moved the focus before anybody could object.
-        if (QWidget* const back = FieldToKeep(watched)) back->setFocus(Qt::OtherFocusReason);
-        return true;
-      case QEvent::MouseButtonRelease:
-      case QEvent::KeyPress:
-      case QEvent::KeyRelease:
-      case QEvent::Close:
-        face_.DrawSoon();
-        return false;
-      case QEvent::FocusIn:
-        return FocusComes(watched, *static_cast<QFocusEvent*>(event));
-      case QEvent::Wheel:
-        return IsIdleCombo(watched);
-      default:
-        return false;
-    }
-  }
-
- private:
-  // Whether the field that has the focus lets it go. A press that it refuses is not delivered.
-  bool MayGoTo(QObject* watched) {
-    if (!watched->isWidgetType()) return true;
-    ControlView* const view = face_.ViewOf(watched);
-    if (view == nullptr || !view->TakesFocus()) return true;
-    ViewContext& context = view->Context();
-    Window* const window = context.window;
-    if (window == nullptr || !window->Loaded() || !view->Plain().Usable()) return true;
-    if (window->Focus() == &view->Plain()) return true;
-    bool granted = false;
-    ++context.onStack;
-    window->Act([&] { granted = window->FocusTo(view->Plain()); });
-    --context.onStack;
-    return granted && context.window != nullptr && window->Loaded();
-  }
-
-  bool FocusComes(QObject* watched, const QFocusEvent& event) {
-    switch (event.reason()) {
-      case Qt::TabFocusReason:
-      case Qt::BacktabFocusReason:
-      case Qt::ShortcutFocusReason:
-        break;
-      default:
-        return false;
-    }
-    if (MayGoTo(watched)) return false;
-    if (QWidget* const back = FieldToKeep(watched)) {
-      QTimer::singleShot(0, back, [back] { back->setFocus(Qt::OtherFocusReason); });
-    }
-    return false;
-  }
-
-  // The widget of the control that has refused to let the focus go.
-  QWidget* FieldToKeep(QObject* watched) {
-    ControlView* const view = face_.ViewOf(watched);
-    Window* const window = view != nullptr ? view->Context().window : nullptr;
-    if (window == nullptr || window->Focus() == nullptr) return nullptr;
-    return face_.WidgetOf(*window->Focus());
-  }
-
-  static bool IsIdleCombo(QObject* watched) {
-    if (!watched->inherits("QComboBox")) return false;
-    return !static_cast<QWidget*>(watched)->hasFocus();
-  }
-
-  QtFace& face_;
-};
-
-QtFace::QtFace() : watcher_(std::make_unique<Watcher>(*this)), wake_(std::make_unique<QTimer>()) {
+QtFace::QtFace()
+    : watcher_(std::make_unique<InputWatcher>(*this)), wake_(std::make_unique<QTimer>()) {
   ApplyLook(*qApp);
   QApplication::setQuitOnLastWindowClosed(false);
   wake_->setSingleShot(true);
@@ -228,6 +102,18 @@ bool QtFace::Quitting() const {
   return Served() == nullptr || Served()->Quitting();
 }
 
+bool QtFace::RunDialog(QDialog& dialog) {
+  std::optional<int> result;
+  const auto finished = QObject::connect(&dialog, &QDialog::finished, &dialog,
+                                         [&result](int code) { result = code; });
+  dialog.setWindowModality(Qt::ApplicationModal);
+  dialog.show();
+  RunUntil([&] { return result || Quitting(); });
+  QObject::disconnect(finished);
+  DrawSoon();
+  return result == QDialog::Accepted;
+}
+
 QWidget* QtFace::DialogParent() const {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
   // The window at work stays until its handler has returned, and gets the input back.
@@ -239,42 +125,12 @@ QWidget* QtFace::DialogParent() const {
   return MainHost();
 }
 
-Face::Reply QtFace::Ask(const MessageBox& box) {
-  QMessageBox shown(DialogParent());
-  shown.setObjectName(QStringLiteral("messageBox"));
-  shown.setWindowTitle(fathomline::ToQt(box.title));
-  shown.setIcon(ToQt(box.icon));
-  shown.setTextFormat(Qt::PlainText);
-  shown.setText(Breakable(fathomline::ToQt(box.text)));
-  shown.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  if (box.buttons == BoxButtons::YesNo) {
-    shown.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    shown.setDefaultButton(box.defaultNo ? QMessageBox::No : QMessageBox::Yes);
-    shown.setEscapeButton(QMessageBox::No);
-  } else {
-    shown.setStandardButtons(QMessageBox::Ok);
-  }
-  QCheckBox* silence = nullptr;
-  if (box.canBeSilenced) {
-    silence = new QCheckBox(QStringLiteral("Do not show this message again in this session"));
-    silence->setObjectName(QStringLiteral("silence"));
-    shown.setCheckBox(silence);
-  }
-  bool answered = false;
-  QObject::connect(&shown, &QDialog::finished, &shown, [&answered] { answered = true; });
-  shown.setWindowModality(Qt::ApplicationModal);
-  shown.show();
-  RunUntil([&] { return answered || Quitting(); });
-  DrawSoon();
+DialogStand QtFace::Stand() {
+  return {DialogParent(), [this](QDialog& dialog) { return RunDialog(dialog); }};
+}
 
-  Reply reply;
-  reply.silence = silence != nullptr && silence->isChecked();
-  if (box.buttons == BoxButtons::YesNo) {
-    const QAbstractButton* const clicked = shown.clickedButton();
-    const bool yes = clicked != nullptr && clicked == shown.button(QMessageBox::Yes);
-    reply.answer = yes ? Answer::Yes : Answer::No;
-  }
-  return reply;
+Face::Reply QtFace::Ask(const MessageBox& box) {
+  return ShowBox(Stand(), box);
 }
 
 void QtFace::TellFailure(const std::string& what, const std::string& cause) {
@@ -282,45 +138,12 @@ void QtFace::TellFailure(const std::string& what, const std::string& cause) {
 }
 
 std::optional<std::string> QtFace::ChooseFile(const FileQuestion& question) {
-  QFileDialog dialog(DialogParent(), fathomline::ToQt(question.title));
-  dialog.setObjectName(QStringLiteral("fileDialog"));
-  dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  const QStringList filters = NameFilters(question.filter);
-  if (!filters.isEmpty()) dialog.setNameFilters(filters);
-  if (!question.defaultExtension.empty()) {
-    dialog.setDefaultSuffix(fathomline::ToQt(question.defaultExtension));
-  }
-  if (!question.folder.empty()) dialog.setDirectory(fathomline::ToQt(question.folder));
-  // The ending follows the chosen kind of file.
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& kind) {
-    const QString suffix = kind.section(QLatin1String("(*."), 1).section(QLatin1Char(')'), 0, 0);
-    if (!suffix.isEmpty()) dialog.setDefaultSuffix(suffix);
-  });
-  bool answered = false;
-  bool accepted = false;
-  QObject::connect(&dialog, &QDialog::finished, &dialog, [&](int result) {
-    answered = true;
-    accepted = result == QDialog::Accepted;
-  });
-  dialog.setWindowModality(Qt::ApplicationModal);
-  dialog.show();
-  RunUntil([&] { return answered || Quitting(); });
-  DrawSoon();
-  const QStringList files = dialog.selectedFiles();
-  if (!accepted || files.isEmpty()) return {};
-  return FromQt(files.front());
+  return ShowFileDialog(Stand(), question);
 }
 
 void QtFace::ShowPageSetup() {
   if (printer_ == nullptr) printer_ = std::make_unique<QPrinter>();
-  QPageSetupDialog dialog(printer_.get(), DialogParent());
-  dialog.setObjectName(QStringLiteral("pageSetup"));
-  bool answered = false;
-  QObject::connect(&dialog, &QDialog::finished, &dialog, [&answered] { answered = true; });
-  dialog.setWindowModality(Qt::ApplicationModal);
-  dialog.show();
-  RunUntil([&] { return answered || Quitting(); });
+  ShowPageSetupDialog(Stand(), *printer_);
 }
 
 bool QtFace::ShowHelp(HelpStart start) {
@@ -334,9 +157,7 @@ void QtFace::Beep() {
 }
 
 void QtFace::ArrangeIcons() {
-  for (const auto& view : windows_) {
-    if (view->Area() != nullptr) view->ArrangeIcons();
-  }
+  if (const QMdiArea* const area = ChildArea()) ArrangeIconsOf(*area);
 }
 
 void QtFace::Turn() {
@@ -387,35 +208,83 @@ void QtFace::Wait() {
 void QtFace::DrawWhenDue() {
   const auto now = Now();
   if (now < (drawSoon_ ? earliestDraw_ : nextDraw_)) return;
-  Draw();
-  painting_ = true;
-  drawCost_ = Now() - now;
-  nextDraw_ = Now() + kTick;
+  if (DrawFor(kLongestDrawing)) {
+    painting_ = true;
+    drawCost_ = Now() - now;
+    nextDraw_ = Now() + kTick;
+  } else {
+    earliestDraw_ = nextDraw_ = Now();
+  }
 }
 
 void QtFace::Draw() {
+  DrawFor({});
+}
+
+bool QtFace::DrawFor(std::optional<Span> time) {
   // A window that shows a box while it is drawn.
-  if (drawing_) return;
+  if (drawing_) return true;
+  bool settled = true;
   const OnStack guard(drawing_);
   drawSoon_ = false;
   if (Desktop* const desktop = Served()) {
     // First, since a window that is covered is not written; and behind, for those made here.
     RaiseWindows();
-    const std::vector<Window*> present = desktop->Windows();
-    for (Window* const window : present) {
-      if (window->Style() == WindowStyle::Main) DrawWindow(*window);
-    }
-    for (Window* const window : present) {
-      if (window->Style() != WindowStyle::Main) DrawWindow(*window);
-    }
+    settled = DrawWindows(desktop->Windows(), time);
     if (const QMdiArea* const area = ChildArea()) {
-      desktop->SetChildArea({area->viewport()->width() * kTwipsPerPixel,
-                             area->viewport()->height() * kTwipsPerPixel});
+      const QSize room = RoomOf(*area) * kTwipsPerPixel;
+      desktop->SetChildArea({room.width(), room.height()});
     }
     RaiseWindows();
   }
   std::erase_if(windows_,
                 [](const auto& view) { return view->Plain() == nullptr && view->CanGo(); });
+  return settled;
+}
+
+// The main window, dialogs and the window in front are drawn each time, since the user looks at
+// them; the others in turn, as many as there is time for.
+bool QtFace::DrawWindows(std::vector<Window*> windows, std::optional<Span> time) {
+  std::uint64_t front = 0;
+  for (const Window* const window : windows) {
+    if (window->Visible() && window->Style() == WindowStyle::Child) {
+      front = std::max(front, window->FrontOrder());
+    }
+  }
+  // The others stand in the main window, so that comes first.
+  const auto rank = [front](const Window* window) {
+    if (window->Style() == WindowStyle::Main) return 0;
+    return window->Style() == WindowStyle::Dialog || window->FrontOrder() == front ? 1 : 2;
+  };
+  std::stable_sort(windows.begin(), windows.end(),
+                   [&](const Window* a, const Window* b) { return rank(a) < rank(b); });
+  const auto inTurn = std::find_if(windows.begin(), windows.end(),
+                                   [&](const Window* window) { return rank(window) == 2; });
+  const auto first = std::find(inTurn, windows.end(), nextInTurn_);
+  if (first != windows.end()) std::rotate(inTurn, first, windows.end());
+  nextInTurn_ = nullptr;
+
+  bool settled = true;
+  std::optional<std::chrono::steady_clock::time_point> end;
+  for (auto at = windows.begin(); at != windows.end(); ++at) {
+    Window& window = **at;
+    if (time && at == inTurn) end = Now() + *time;
+    if (end && window.Visible() && Now() >= *end) {
+      if (nextInTurn_ == nullptr) nextInTurn_ = &window;
+      const WindowView* const view = ViewOf(window);
+      settled = settled && view != nullptr && view->Settled();
+      continue;
+    }
+    DrawWindow(window);
+    if (time) PaintNow();
+  }
+  return settled;
+}
+
+// What is painted only with the events that follow could not be counted in.
+void QtFace::PaintNow() {
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateRequest);
 }
 
 // Those brought forward since the last time, in the order in which that was done. A window made

@@ -14,6 +14,7 @@
 #include "platform/desktop.h"
 #include "platform/face.h"
 
+class QDialog;
 class QMdiArea;
 class QObject;
 class QPrinter;
@@ -25,7 +26,9 @@ namespace fathomline {
 class Control;
 class ControlView;
 class HelpWindow;
+class InputWatcher;
 class WindowView;
+struct DialogStand;
 
 class QtFace : public Face {
  public:
@@ -71,23 +74,32 @@ class QtFace : public Face {
   std::uint64_t Updates() const { return updates_; }
 
  private:
-  class Watcher;
-
   void Forget(Window& window) override;
   WindowView* ViewOf(const Window& window) const;
+  using Span = std::chrono::steady_clock::duration;
+  // Draws for so long, or else all. Returns whether each window is where it belongs by now; the
+  // user waits for one that is not.
+  bool DrawFor(std::optional<Span> time);
+  bool DrawWindows(std::vector<Window*> windows, std::optional<Span> time);
   void DrawWindow(Window& window);
+  static void PaintNow();
   void RaiseWindows();
   void DrawWhenDue();
   void Wait();
   bool Quitting() const;
   QWidget* DialogParent() const;
+  DialogStand Stand();
+  // Shows it and lets everything go on until it is answered; whether it was accepted.
+  bool RunDialog(QDialog& dialog);
 
-  std::unique_ptr<Watcher> watcher_;
+  std::unique_ptr<InputWatcher> watcher_;
   std::unique_ptr<QTimer> wake_;
   std::unique_ptr<QPrinter> printer_;
   std::unique_ptr<HelpWindow> help_;
   std::vector<std::unique_ptr<WindowView>> windows_;
   QHash<const QObject*, ControlView*> views_;
+  // With which the next drawing begins. It may have gone by then.
+  const Window* nextInTurn_ = nullptr;
   std::chrono::steady_clock::time_point nextDraw_{};
   std::chrono::steady_clock::time_point earliestDraw_{};
   std::chrono::steady_clock::duration drawCost_{};

@@ -47,7 +47,7 @@ FrameView::FrameView(ViewContext& context, Frame& frame)
 
 void FrameView::Update() {
   box_->setTitle(WithoutMnemonics(frame_.Text()));
-  box_->setAccessibleName(ToQt(frame_.Text().empty() ? frame_.Name() : frame_.Text()));
+  box_->setAccessibleName(frame_.Text().empty() ? SpokenName() : ToQt(frame_.Text()));
   SetTextColour(*box_, frame_.ShownColour());
 }
 
@@ -110,6 +110,7 @@ LabelView::LabelView(ViewContext& context, Label& label)
     text_->setFocusPolicy(Qt::NoFocus);
   }
   SetWidget(text_);
+  if (label.ShownLook() == Label::Look::Swatch) text_->setAccessibleName(SpokenName());
 }
 
 void LabelView::Update() {
@@ -137,7 +138,8 @@ ButtonView::ButtonView(ViewContext& context, Button& button)
 
 void ButtonView::Update() {
   push_->setText(ToQt(button_.Text()));
-  push_->setAccessibleName(ToQt(button_.Text()).remove(QLatin1Char('&')));
+  push_->setAccessibleName(button_.Text().empty() ? SpokenName()
+                                                  : ToQt(button_.Text()).remove(QLatin1Char('&')));
   SetTextColour(*push_, button_.ShownColour());
 }
 
@@ -205,7 +207,7 @@ CheckBoxView::CheckBoxView(ViewContext& context, CheckBox& box)
 
 void CheckBoxView::Update() {
   check_->setText(ToQt(box_.Text()));
-  check_->setAccessibleName(box_.Text().empty() ? ToQt(box_.Name())
+  check_->setAccessibleName(box_.Text().empty() ? SpokenName()
                                                 : ToQt(box_.Text()).remove(QLatin1Char('&')));
   check_->setChecked(box_.Checked());
   SetTextColour(*check_, box_.ShownColour());

@@ -1,16 +1,11 @@
 #include "platform/qt/window_view.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QStatusBar>
-#include <QStyle>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -18,6 +13,7 @@
 #include "platform/controls.h"
 #include "platform/desktop.h"
 #include "platform/qt/bar_views.h"
+#include "platform/qt/child_area.h"
 #include "platform/qt/conversions.h"
 #include "platform/qt/layout_builder.h"
 #include "platform/qt/look.h"
@@ -28,45 +24,11 @@ namespace {
 
 constexpr int kLeastChildWidth = 180;
 constexpr int kLeastChildHeight = 90;
-// A window never takes more of the screen than this when it sizes itself, in hundredths.
-constexpr int kMostOfScreen = 92;
-constexpr int kMostOfRoom = 85;
-constexpr QSize kLeastUseful{340, 240};
-constexpr QSize kUsualSize{640, 440};
-
-QRect AvailableScreen(const QWidget& widget) {
-  const QScreen* const screen = widget.screen();
-  return screen != nullptr ? screen->availableGeometry() : QRect(0, 0, 1280, 720);
-}
-
-// A place on the screen of which something can be seen and taken hold of.
-QRect OnScreen(QRect place, const QRect& screen) {
-  place.setSize(place.size().boundedTo(screen.size()));
-  place.moveLeft(std::clamp(place.left(), screen.left(), screen.right() + 1 - place.width()));
-  place.moveTop(std::clamp(place.top(), screen.top(), screen.bottom() + 1 - place.height()));
-  return place;
-}
-
-WindowState StateOf(const QWidget& host) {
-  if (host.isMinimized()) return WindowState::Minimised;
-  return host.isMaximized() ? WindowState::Maximised : WindowState::Normal;
-}
-
-class Placing {
- public:
-  explicit Placing(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
-  ~Placing() { flag_ = before_; }
-  Placing(const Placing&) = delete;
-  Placing& operator=(const Placing&) = delete;
-
- private:
-  bool& flag_;
-  bool before_;
-};
 
 }  // namespace
 
-WindowView::WindowView(QtFace& face, Window& window) : context_{face, &window} {}
+WindowView::WindowView(QtFace& face, Window& window)
+    : context_{face, &window}, placing_(context_, widgets_) {}
 
 WindowView::~WindowView() {
   DropHost();
@@ -80,11 +42,16 @@ void WindowView::Forget() {
   // Its controls have gone, so nothing may be painted of them any more.
   context_.window = nullptr;
   for (const auto& view : views_) view->Forget();
-  if (host_ != nullptr) host_->hide();
+  if (widgets_.host != nullptr) widgets_.host->hide();
 }
 
 bool WindowView::Shown() const {
-  return Plain() != nullptr && host_ != nullptr && host_->isVisible();
+  return Plain() != nullptr && widgets_.host != nullptr && widgets_.host->isVisible();
+}
+
+bool WindowView::Settled() const {
+  return Shown() && loads_ == Plain()->Loads() && contentRevision_ == Plain()->ContentRevision() &&
+         placing_.Settled();
 }
 
 bool WindowView::WantsFront() const {
@@ -93,12 +60,12 @@ bool WindowView::WantsFront() const {
 
 void WindowView::BringToFront() {
   frontOrder_ = Plain()->FrontOrder();
-  if (child_ != nullptr && child_->mdiArea() != nullptr) {
-    child_->mdiArea()->setActiveSubWindow(child_);
-    child_->raise();
+  if (widgets_.child != nullptr && widgets_.child->mdiArea() != nullptr) {
+    widgets_.child->mdiArea()->setActiveSubWindow(widgets_.child);
+    widgets_.child->raise();
   } else {
-    host_->raise();
-    host_->activateWindow();
+    widgets_.host->raise();
+    widgets_.host->activateWindow();
   }
 }
 
@@ -106,82 +73,77 @@ int WindowView::Draw() {
   Window* const window = Plain();
   if (window == nullptr) return 0;
   if (!window->Loaded() || !window->Visible()) {
-    if (host_ != nullptr && host_->isVisible()) {
-      const Placing placing(placing_);
-      host_->hide();
+    if (widgets_.host != nullptr && widgets_.host->isVisible()) {
+      const WindowPlacing::ByProgram making(placing_);
+      widgets_.host->hide();
     }
-    if (!window->Loaded() && host_ != nullptr && CanGo()) DropHost();
+    if (!window->Loaded() && widgets_.host != nullptr && CanGo()) DropHost();
     return 0;
   }
-  if (host_ == nullptr) MakeHost();
+  if (widgets_.host == nullptr) MakeHost();
   if (std::exchange(loads_, window->Loads()) != window->Loads()) fresh_ = true;
   if (contentRevision_ != window->ContentRevision() && CanGo()) Fill();
   if (fresh_ || AnySeen()) {
     window->Act([window] { window->Refresh(); });
-    if (Plain() == nullptr || !window->Loaded() || host_ == nullptr) return 0;
+    if (Plain() == nullptr || !window->Loaded() || widgets_.host == nullptr) return 0;
   }
   int updates = 0;
   for (const auto& view : views_) updates += view->Sync() ? 1 : 0;
   if (menus_ != nullptr) menus_->Sync();
   FollowFrame();
-  FollowWelcome();
   fresh_ = false;
   return updates;
 }
 
 bool WindowView::AnySeen() const {
   if (main_ != nullptr) return true;
-  if (!host_->isVisible() || host_->isMinimized()) return false;
+  if (!widgets_.host->isVisible() || widgets_.host->isMinimized()) return false;
   return std::any_of(views_.begin(), views_.end(), [](const auto& view) { return view->Seen(); });
 }
 
 void WindowView::MakeHost() {
   Window& window = *Plain();
-  const Placing placing(placing_);
+  const WindowPlacing::ByProgram making(placing_);
   QMdiArea* const children = context_.face.ChildArea();
   if (window.Style() == WindowStyle::Main) {
     main_ = new QMainWindow;
-    area_ = new QMdiArea(main_);
-    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setBackground(QColor(0xC4, 0xCC, 0xD4));
-    main_->setCentralWidget(area_);
-    host_ = main_;
+    area_ = MakeChildArea(*main_);
+    widgets_.host = main_;
   } else if (window.Style() == WindowStyle::Child && children != nullptr) {
-    child_ = new QMdiSubWindow;
-    child_->setAttribute(Qt::WA_DeleteOnClose, false);
-    children->addSubWindow(child_);
-    connect(child_, &QMdiSubWindow::aboutToActivate, this, [this] { UserRaised(); });
-    host_ = child_;
+    widgets_.child = new QMdiSubWindow;
+    widgets_.child->setAttribute(Qt::WA_DeleteOnClose, false);
+    children->addSubWindow(widgets_.child);
+    connect(widgets_.child, &QMdiSubWindow::aboutToActivate, this, [this] { UserRaised(); });
+    widgets_.host = widgets_.child;
   } else {
     const bool dialog = window.Style() == WindowStyle::Dialog;
-    host_ = new QWidget(context_.face.MainHost(), dialog ? Qt::Dialog : Qt::Window);
+    widgets_.host = new QWidget(context_.face.MainHost(), dialog ? Qt::Dialog : Qt::Window);
   }
-  host_->setObjectName(ToQt(window.FullName()));
-  host_->installEventFilter(this);
-  revision_ = placeRevision_ = contentRevision_ = ~std::uint64_t{0};
+  widgets_.host->setObjectName(ToQt(window.FullName()));
+  widgets_.host->installEventFilter(this);
+  revision_ = contentRevision_ = ~std::uint64_t{0};
+  placing_.Restart();
   fresh_ = true;
   Fill();
 }
 
 void WindowView::DropHost() {
-  const Placing placing(placing_);
+  const WindowPlacing::ByProgram making(placing_);
   menus_.reset();
   // The widgets first: as they go they may still turn to their views.
-  if (host_ != nullptr) {
-    host_->removeEventFilter(this);
-    delete host_.data();
+  if (widgets_.host != nullptr) {
+    widgets_.host->removeEventFilter(this);
+    delete widgets_.host.data();
   }
   views_.clear();
 }
 
 void WindowView::Fill() {
-  const Placing placing(placing_);
+  const WindowPlacing::ByProgram making(placing_);
   Window& window = *Plain();
   contentRevision_ = window.ContentRevision();
   menus_.reset();
-  delete content_.data();
+  delete widgets_.content.data();
   if (main_ != nullptr) {
     const auto own = Qt::FindDirectChildrenOnly;
     for (QToolBar* const bar : main_->findChildren<QToolBar*>(QString(), own)) delete bar;
@@ -191,7 +153,7 @@ void WindowView::Fill() {
 
   BuiltContent built = BuildContent(context_);
   views_ = std::move(built.views);
-  body_ = built.body;
+  widgets_.body = built.body;
   std::vector<ControlView*> bars;
   for (const auto& view : views_) {
     if (view->Widget()->parentWidget() == nullptr) bars.push_back(view.get());
@@ -216,14 +178,14 @@ void WindowView::FillMain(std::vector<ControlView*> bars, QWidget* body) {
     }
   }
   // What the main window says of itself stands in the middle of an empty area.
-  content_ = body;
+  widgets_.content = body;
   body->setParent(area_->viewport());
   body->setAutoFillBackground(true);
 }
 
 void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body) {
   auto* const content = new QWidget;
-  content_ = content;
+  widgets_.content = content;
   auto* const column = new QVBoxLayout(content);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -235,21 +197,21 @@ void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body)
   for (ControlView* const bar : bars) {
     if (bar->Plain().Kind() == ControlKind::ToolBar) column->addWidget(bar->Widget());
   }
-  scroll_ = new QScrollArea;
-  scroll_->setWidgetResizable(true);
-  scroll_->setFrameShape(QFrame::NoFrame);
-  if (Plain()->Style() == WindowStyle::Dialog) scroll_->setFocusPolicy(Qt::NoFocus);
-  scroll_->setWidget(body);
-  column->addWidget(scroll_, 1);
+  widgets_.scroll = new QScrollArea;
+  widgets_.scroll->setWidgetResizable(true);
+  widgets_.scroll->setFrameShape(QFrame::NoFrame);
+  if (Plain()->Style() == WindowStyle::Dialog) widgets_.scroll->setFocusPolicy(Qt::NoFocus);
+  widgets_.scroll->setWidget(body);
+  column->addWidget(widgets_.scroll, 1);
   for (ControlView* const bar : bars) {
     if (bar->Plain().Kind() == ControlKind::StatusBar) column->addWidget(bar->Widget());
   }
-  if (child_ != nullptr) {
-    child_->setWidget(content);
-    child_->setMinimumSize(kLeastChildWidth, kLeastChildHeight);
+  if (widgets_.child != nullptr) {
+    widgets_.child->setWidget(content);
+    widgets_.child->setMinimumSize(kLeastChildWidth, kLeastChildHeight);
   } else {
-    delete host_->layout();
-    auto* const outer = new QVBoxLayout(host_);
+    delete widgets_.host->layout();
+    auto* const outer = new QVBoxLayout(widgets_.host);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(content);
   }
@@ -257,171 +219,17 @@ void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body)
 
 void WindowView::FollowFrame() {
   Window& window = *Plain();
-  const Placing placing(placing_);
   if (revision_ != window.Revision()) {
+    const WindowPlacing::ByProgram naming(placing_);
     revision_ = window.Revision();
-    host_->setWindowTitle(ToQt(window.Caption()));
-    host_->setAccessibleName(ToQt(window.Caption()));
-    host_->setWindowIcon(ProgramIcon(window.IconColour()));
+    widgets_.host->setWindowTitle(ToQt(window.Caption()));
+    widgets_.host->setAccessibleName(ToQt(window.Caption()));
+    widgets_.host->setWindowIcon(ProgramIcon(window.IconColour()));
   }
-  FollowPlace();
-  const bool modal = window.OwningDesktop().Modal() == &window;
-  const Qt::WindowModality modality = modal ? Qt::ApplicationModal : Qt::NonModal;
-  if (child_ == nullptr && main_ == nullptr && host_->windowModality() != modality) {
-    // Takes effect where the window is shown anew.
-    host_->hide();
-    host_->setWindowModality(modality);
+  placing_.Follow(fresh_);
+  if (area_ != nullptr && widgets_.body != nullptr) {
+    PlaceWelcome(*area_, *widgets_.body, window.Content().ShownKind() != Layout::Kind::Nothing);
   }
-  FollowState();
-  if (!host_->isVisible()) {
-    // Qt leaves the state that a window had behind when it is shown.
-    host_->show();
-    if (!window.Resizable()) FixSize();
-    if (window.Style() == WindowStyle::Dialog) FocusFirst();
-  }
-}
-
-// So that the keyboard works in a dialog from the start.
-void WindowView::FocusFirst() {
-  if (host_->focusWidget() != nullptr) return;
-  for (QWidget* next = host_->nextInFocusChain(); next != host_; next = next->nextInFocusChain()) {
-    if ((next->focusPolicy() & Qt::TabFocus) == 0 || !next->isEnabled()) continue;
-    if (!next->isVisibleTo(host_)) continue;
-    next->setFocus(Qt::TabFocusReason);
-    return;
-  }
-}
-
-void WindowView::FollowPlace() {
-  Window& window = *Plain();
-  if (placeRevision_ == window.PlaceRevision()) return;
-  placeRevision_ = window.PlaceRevision();
-  QRect place = ToPixels(window.Place());
-  if (place.width() <= 0 || place.height() <= 0) place.setSize(BodySize());
-  if (StateOf(*host_) != WindowState::Normal) {
-    if (window.State() != WindowState::Normal) return;
-    host_->showNormal();
-  }
-  if (child_ == nullptr) {
-    // The title bar stands above the place.
-    const int title = host_->style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    place = OnScreen(place, AvailableScreen(*host_).adjusted(0, title, 0, 0));
-  }
-  if (window.Resizable()) {
-    if (fresh_) place.setSize(Usable(place.size()));
-    host_->setGeometry(place);
-  } else {
-    host_->move(place.topLeft());
-    FixSize();
-  }
-}
-
-// A place that leaves next to nothing to be seen, as an old or a very small one may, is widened
-// when the window is opened, as far as the room allows.
-QSize WindowView::Usable(const QSize& size) const {
-  if (main_ != nullptr || body_ == nullptr) return size;
-  const QSize least = body_->minimumSizeHint().expandedTo(kLeastUseful);
-  const bool dialog = Plain()->Style() == WindowStyle::Dialog;
-  if (!dialog && size.width() >= least.width() && size.height() >= kLeastUseful.height()) {
-    return size;
-  }
-  const QMdiArea* const children = context_.face.ChildArea();
-  const QSize room = child_ != nullptr && children != nullptr ? children->viewport()->size()
-                                                              : AvailableScreen(*host_).size();
-  const QSize around = host_->sizeHint() - (scroll_ != nullptr ? scroll_->sizeHint() : QSize());
-  QSize wanted = BodySize() + around;
-  if (!dialog) wanted = wanted.expandedTo(kUsualSize);
-  wanted = wanted.boundedTo(room * kMostOfRoom / 100);
-  return size.expandedTo(wanted);
-}
-
-QSize WindowView::BodySize() const {
-  QSize size = body_ != nullptr ? body_->sizeHint() : QSize(400, 300);
-  if (content_ != nullptr && scroll_ != nullptr) {
-    const QSize around = content_->sizeHint() - scroll_->sizeHint();
-    size += around.expandedTo(QSize(0, 0));
-  }
-  return size;
-}
-
-// As large as its content, which no longer needs to scroll then.
-void WindowView::FixSize() {
-  const QRect screen = AvailableScreen(*host_);
-  QSize size = BodySize();
-  if (child_ != nullptr) {
-    child_->layout()->activate();
-    const QRect inside = child_->contentsRect();
-    const QSize frame = child_->sizeHint() - content_->sizeHint();
-    size += frame.expandedTo(child_->size() - inside.size());
-    size = size.expandedTo(QSize(Plain()->Place().width / kTwipsPerPixel, 0));
-    child_->setWindowFlag(Qt::WindowMaximizeButtonHint, false);
-  }
-  size = size.boundedTo(screen.size() * kMostOfScreen / 100);
-  if (host_->minimumSize() == size && host_->maximumSize() == size) return;
-  host_->setFixedSize(size);
-}
-
-void WindowView::FollowState() {
-  const WindowState wanted = Plain()->State();
-  if (!host_->isVisible() && wanted == WindowState::Normal) return;
-  if (StateOf(*host_) == wanted) return;
-  switch (wanted) {
-    case WindowState::Minimised:
-      host_->showMinimized();
-      break;
-    case WindowState::Maximised:
-      host_->showMaximized();
-      break;
-    case WindowState::Normal:
-      host_->showNormal();
-      break;
-  }
-}
-
-void WindowView::FollowWelcome() {
-  if (main_ == nullptr || body_ == nullptr) return;
-  const auto children = area_->subWindowList();
-  const bool empty = std::none_of(children.begin(), children.end(),
-                                  [](const QMdiSubWindow* child) { return child->isVisible(); });
-  const bool says = Plain()->Content().ShownKind() != Layout::Kind::Nothing;
-  body_->setVisible(empty && says);
-  if (!empty || !says) return;
-  const QSize size = body_->sizeHint();
-  const QSize room = area_->viewport()->size();
-  body_->setGeometry((room.width() - size.width()) / 2, (room.height() - size.height()) / 3,
-                     size.width(), size.height());
-  body_->lower();
-}
-
-void WindowView::ArrangeIcons() {
-  int x = 0;
-  int y = area_->viewport()->height();
-  for (QMdiSubWindow* const child : area_->subWindowList()) {
-    if (!child->isVisible() || !child->isMinimized()) continue;
-    if (x + child->width() > area_->viewport()->width() && x > 0) {
-      x = 0;
-      y -= child->height();
-    }
-    child->move(x, y - child->height());
-    x += child->width();
-  }
-}
-
-void WindowView::UserMoved() {
-  Window* const window = Plain();
-  if (placing_ || window == nullptr || !window->Loaded() || !window->Visible()) return;
-  if (!host_->isVisible() || StateOf(*host_) != WindowState::Normal) return;
-  WindowPlace place = ToTwips(host_->geometry());
-  // Twips are finer than pixels: what has not moved keeps its number.
-  const QRect present = ToPixels(window->Place());
-  if (present.size() == host_->geometry().size() || !window->Resizable()) {
-    place.width = window->Place().width;
-    place.height = window->Place().height;
-  }
-  ++context_.onStack;
-  window->UserPlace(place);
-  --context_.onStack;
-  context_.face.DrawSoon();
 }
 
 // The area also activates the window in front anew when the program gets the input back, which
@@ -481,7 +289,7 @@ bool WindowView::PressKey(const QKeyEvent& event) {
 
 bool WindowView::eventFilter(QObject* watched, QEvent* event) {
   Window* const window = Plain();
-  if (watched != host_ || window == nullptr) return false;
+  if (watched != widgets_.host || window == nullptr) return false;
   switch (event->type()) {
     case QEvent::Close:
       event->ignore();
@@ -492,15 +300,10 @@ bool WindowView::eventFilter(QObject* watched, QEvent* event) {
       return true;
     case QEvent::Move:
     case QEvent::Resize:
-      UserMoved();
+      placing_.UserMoved();
       return false;
     case QEvent::WindowStateChange:
-      if (!placing_ && host_->isVisible()) {
-        ++context_.onStack;
-        window->UserState(StateOf(*host_));
-        --context_.onStack;
-        context_.face.DrawSoon();
-      }
+      placing_.UserChangedState();
       return false;
     case QEvent::KeyPress:
       return PressKey(*static_cast<QKeyEvent*>(event));
