@@ -26,6 +26,11 @@ QStringList Entries(const Choices& choices) {
   return entries;
 }
 
+int SelectedRow(const QListWidget& list) {
+  const QModelIndexList rows = list.selectionModel()->selectedRows();
+  return rows.isEmpty() ? Choices::kNone : rows.front().row();
+}
+
 }  // namespace
 
 ComboView::ComboView(ViewContext& context, Choices& choices)
@@ -75,11 +80,11 @@ ListView::ListView(ViewContext& context, Choices& choices)
   const int row = list_->fontMetrics().height() + 2;
   list_->setMinimumSize(kListWidth, row * kListRows / 2);
   SetWidget(list_);
-  QObject::connect(list_, &QListWidget::currentRowChanged, list_, [this](int index) {
-    // A list that gets the focus makes a row the current one that nobody has chosen.
-    if (index < 0 || !list_->item(index)->isSelected()) return;
-    User([this, index] {
-      if (index < choices_.Count()) choices_.UserChoose(index);
+  // Not the current row, which a list that gets the focus has without anybody having chosen it.
+  QObject::connect(list_, &QListWidget::itemSelectionChanged, list_, [this] {
+    User([this] {
+      const int index = SelectedRow(*list_);
+      if (index >= 0 && index < choices_.Count()) choices_.UserChoose(index);
     });
   });
 }
@@ -92,7 +97,7 @@ void ListView::Update() {
     list_->clear();
     list_->addItems(entries);
   }
-  if (list_->currentRow() != choices_.Choice()) list_->setCurrentRow(choices_.Choice());
+  if (SelectedRow(*list_) != choices_.Choice()) list_->setCurrentRow(choices_.Choice());
 }
 
 OptionsView::OptionsView(ViewContext& context, Choices& choices)
