@@ -132,9 +132,10 @@ TEST_F(EveryWindow, CopiesTheCellsOfItsGrids) {
       table->setCurrentIndex(last);
       QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
       // Of a list, the row.
-      const QString copied = QApplication::clipboard()->text();
+      const std::string copied = FromQt(QApplication::clipboard()->text());
       EXPECT_NE(copied, "nothing") << FromQt(table->objectName());
-      EXPECT_TRUE(copied.endsWith(last.data().toString())) << FromQt(table->objectName());
+      EXPECT_TRUE(copied.ends_with(FromQt(last.data().toString())))
+          << FromQt(table->objectName()) << ": " << copied;
     }
   });
   EXPECT_GT(grids, 8);
