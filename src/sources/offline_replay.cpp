@@ -127,22 +127,31 @@ bool OfflineReplay::RunSlice(std::chrono::steady_clock::time_point until) {
       if (desktop_.Now() >= until) return true;
       line = 0;
     }
-    if (!records_.OfflineStopped && records_.OfflinePaused && !records_.OfflineStep) return false;
-    if (!TakeLine()) {
+    // The end comes before a pause: a step through the last line ends the run.
+    const bool ended = AtEnd();
+    if (!ended && records_.OfflinePaused && !records_.OfflineStep) return false;
+    if (ended || !TakeLine()) {
       End();
       return false;
     }
   }
 }
 
-// False at the end of the run.
+bool OfflineReplay::AtEnd() {
+  if (unreadable_ || records_.OfflineStopped) return true;
+  try {
+    return files_.Reader(kReplayedFile).AtEnd();
+  } catch (const Fault& fault) {
+    Logged(fault);
+    return true;
+  }
+}
+
+// False where the run cannot go on.
 bool OfflineReplay::TakeLine() {
-  if (unreadable_ || records_.OfflineStopped) return false;
   std::string_view line;
   try {
-    LineReader& file = files_.Reader(kReplayedFile);
-    if (file.AtEnd()) return false;
-    line = file.Next();
+    line = files_.Reader(kReplayedFile).Next();
   } catch (const Fault& fault) {
     Logged(fault);
     return false;

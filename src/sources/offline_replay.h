@@ -40,6 +40,7 @@ class OfflineReplay : public Task {
   void Stop();
 
   void Begin();
+  bool AtEnd();
   bool TakeLine();
   void ShowProgress();
   void End();

@@ -17,9 +17,12 @@ void RawLog::StartStopLogging() {
   if (records_.LoggingOn) {
     try {
       Start();
-    } catch (const Fault&) {
+    } catch (const Fault& fault) {
       CloseLogs();
       records_.LoggingOn = false;
+      // The fault goes on to the error log; whoever logs should not learn of it there alone.
+      dialogs_.Ask(
+          {.text = "Logging not started. " + fault.Description(), .icon = BoxIcon::Exclamation});
       throw;
     }
   } else {

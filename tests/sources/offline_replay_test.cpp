@@ -102,6 +102,19 @@ TEST_F(OfflineReplayTest, StepsFromRestAndGoesOnWithoutAReset) {
   EXPECT_FALSE(records().OfflineRunning);
 }
 
+TEST_F(OfflineReplayTest, AStepThroughTheLastLineEndsTheRun) {
+  Record(Speed("5.0") + Speed("6.0"));
+  Press("Step");
+  face.Turn();
+  EXPECT_TRUE(records().OfflineRunning);
+  Press("Step");
+  face.Turn();
+  EXPECT_EQ(Count(), 2);
+  EXPECT_FALSE(records().OfflineRunning);
+  EXPECT_EQ(Status(), "END OF FILE REACHED");
+  EXPECT_EQ(Buttons(), "1100");
+}
+
 TEST_F(OfflineReplayTest, HoldsInAPauseAndBehindAStandingBox) {
   // The RMC has a comma too many, so that a box stands in the middle of the file.
   Record(Speed("5.0") + "$GPRMC,120000,A,6000.0,N,00500.0,E,1,2,020126,,,A,V*\n" + Speed("6.0"));
