@@ -16,11 +16,12 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/numbers.h"
-#include "simulator/command.h"
 #include "simulator/live_server.h"
 #include "simulator/outlets.h"
 #include "support/temporary_folder.h"
+#include "tools/simulated_session.h"
 
 namespace fathomline::simulator {
 namespace {
@@ -42,10 +43,7 @@ SimulationOptions Options(double duration) {
 
 // All that a simulation sends.
 std::string Sent(double duration) {
-  std::string text;
-  Simulator simulator(Options(duration));
-  for (Epoch epoch; simulator.NextEpoch(epoch);) text += epoch.lines.Text();
-  return text;
+  return Recording(Options(duration));
 }
 
 // A receive buffer of 0 is the system's own.
@@ -153,9 +151,7 @@ TEST_F(LiveSimulation, WhoReadsTooSlowlyIsDroppedAndHoldsUpNobody) {
 
 TEST_F(LiveSimulation, GoesByTheClock) {
   constexpr double kSpeed = 40.0;
-  constexpr double kDuration = 4.0;
-  constexpr std::size_t kLines = 160;
-  const int port = StartTcp(kDuration, kSpeed);
+  const int port = StartTcp(4.0, kSpeed);
   const FileDescriptor client = Socket(SOCK_STREAM, port, true);
   std::string text;
   // Before anybody listens nothing happens; that is the start from the outside.
@@ -163,16 +159,16 @@ TEST_F(LiveSimulation, GoesByTheClock) {
   bool early = false;
   StepUntil([&] {
     Take(client, text);
-    const auto lines = static_cast<double>(std::count(text.begin(), text.end(), '\n'));
+    const auto lines = std::count(text.begin(), text.end(), '\n');
     const std::chrono::duration<double> passed = Clock::now() - start;
     // 40 lines a simulated second, and those of the first moment.
-    if (lines > passed.count() * kSpeed * 40.0 + 2.0) early = true;
+    if (static_cast<double>(lines) > passed.count() * kSpeed * 40.0 + 2.0) early = true;
     return false;
   });
   server_.reset();
   Take(client, text);
   EXPECT_FALSE(early);
-  EXPECT_EQ(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')), kLines);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 160);
 }
 
 TEST_F(LiveSimulation, ATerminalReadsLikeASerialPort) {
@@ -231,12 +227,10 @@ TEST(LiveCommand, SendsOneDatagramPerLineAndKeepsACopy) {
   const std::string port = std::to_string(ntohs(address.sin_port));
   const TemporaryFolder folder;
   const std::string copy = folder / "copy.log";
-  std::ostringstream out;
-  std::ostringstream err;
-  const std::vector<std::string_view> arguments{
-      "--udp", port, "--speed", "max", "--output", copy, "--sentences", kRates, "--duration", "2"};
-  EXPECT_EQ(RunSimulateCommand(arguments, out, err), 0);
-  EXPECT_EQ(out.str(), "udp 127.0.0.1:" + port + "\n");
+  const Outcome outcome = Simulate({"--udp", port, "--speed", "max", "--output", copy,
+                                    "--sentences", kRates, "--duration", "2"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "udp 127.0.0.1:" + port + "\n");
   std::string text;
   std::array<char, 2048> datagram;
   for (ssize_t n = 0; (n = ::read(receiver.Get(), datagram.data(), datagram.size())) > 0;) {
@@ -246,9 +240,7 @@ TEST(LiveCommand, SendsOneDatagramPerLineAndKeepsACopy) {
     text += line;
   }
   EXPECT_EQ(text, Sent(2.0));
-  std::string kept;
-  Take(FileDescriptor(::open(copy.c_str(), O_RDONLY)), kept);
-  EXPECT_EQ(kept, text);
+  EXPECT_EQ(ReadWholeFile(copy), text);
 }
 
 TEST(LiveCommand, WhatCannotBeServedEndsWithOneLine) {
@@ -267,11 +259,10 @@ TEST(LiveCommand, WhatCannotBeServedEndsWithOneLine) {
       {{"--pty", "--speed", "0"}, "\"0\" is no valid value for --speed"},
   };
   for (const auto& [arguments, part] : cases) {
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(RunSimulateCommand(arguments, out, err), 2) << part;
-    EXPECT_THAT(err.str(), HasSubstr(part));
-    EXPECT_EQ(out.str(), "");
+    const Outcome outcome = Simulate(arguments);
+    EXPECT_EQ(outcome.status, 2) << part;
+    EXPECT_THAT(outcome.err, HasSubstr(part));
+    EXPECT_EQ(outcome.out, "");
   }
   const Endpoint endpoint = ParseEndpoint("[::1]:10110");
   EXPECT_EQ(endpoint.host + " " + endpoint.port, "::1 10110");

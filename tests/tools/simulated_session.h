@@ -5,10 +5,12 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "simulator/command.h"
 #include "simulator/simulator.h"
 
 namespace fathomline::simulator {
@@ -21,6 +23,19 @@ inline SimulationOptions OptionsOf(std::string_view scenario, double duration,
   options.start = DateFromParts(2026, 3, 4) + TimeFromParts(5, 6, 7);
   options.sentences = sentences.empty() ? UsualSentences(*options.scenario, {}) : sentences;
   return options;
+}
+
+struct Outcome {
+  int status;
+  std::string out;
+  std::string err;
+};
+
+inline Outcome Simulate(const std::vector<std::string_view>& arguments) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const int status = RunSimulateCommand(arguments, out, err);
+  return {status, out.str(), err.str()};
 }
 
 template <class Visit>
@@ -92,6 +107,11 @@ inline std::int64_t Signed(const std::string& bits, std::size_t first, std::size
   const std::int64_t value = Unsigned(bits, first, last);
   const std::int64_t range = std::int64_t{1} << (last - first + 1);
   return value >= range / 2 ? value - range : value;
+}
+
+// Of a position report, in degrees.
+inline double Angle(const std::string& bits, std::size_t first, std::size_t last) {
+  return static_cast<double>(Signed(bits, first, last)) / 600'000.0;
 }
 
 // Six-bit text up to its first "@".

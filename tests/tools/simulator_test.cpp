@@ -1,9 +1,7 @@
 // Whole simulated sessions.
 #include <cmath>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iomanip>
-#include <iterator>
 #include <map>
 #include <numbers>
 #include <set>
@@ -11,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "simulator/command.h"
+#include "platform/files.h"
 #include "tools/simulated_session.h"
 
 namespace fathomline::simulator {
@@ -19,42 +17,29 @@ namespace {
 
 using enum SentenceKind;
 
-TEST(SimulatedSession, SameOptionsSameBytes) {
-  SimulationOptions options = OptionsOf("voyage", 60.0);
-  const std::string first = Recording(options);
-  EXPECT_EQ(first, Recording(options));
-  ++options.seed;
-  EXPECT_NE(first, Recording(options));
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
-}
-
-// The words of a command line; double quotes hold blanks together.
-std::vector<std::string> Words(std::istringstream line) {
-  std::vector<std::string> words;
-  for (std::string word; line >> std::quoted(word);) words.push_back(word);
-  return words;
-}
-
 // The bytes in the tree were written elsewhere, so this also compares machines and compilers.
 TEST(SimulatedSession, SamplesAreWhatTheirCommandsWrite) {
   const std::string folder = FATHOMLINE_SOURCE_DIR "/samples/";
   int samples = 0;
-  for (const std::string& line : Split(ReadFile(folder + "README.md"), '\n')) {
+  for (const std::string& line : Split(ReadWholeFile(folder + "README.md"), '\n')) {
     if (!line.starts_with("    fathomline-simulate ")) continue;
-    const std::vector<std::string> words = Words(std::istringstream(line));
+    std::istringstream commandLine(line);
+    std::vector<std::string> words;
+    for (std::string word; commandLine >> std::quoted(word);) words.push_back(word);
     const std::vector<std::string_view> arguments(words.begin() + 1, words.end());
     const SimulateCommand command = ParseSimulateCommand(arguments);
-    EXPECT_TRUE(ReadFile(folder + command.output) == Recording(command.options)) << line;
+    EXPECT_TRUE(ReadWholeFile(folder + command.output) == Recording(command.options)) << line;
     ++samples;
   }
   EXPECT_EQ(samples, 2);
 }
 
 TEST(SimulatedSession, EverySentenceIsWellFormed) {
+  const std::map<std::string, std::size_t> counts{
+      {"GGA", 15}, {"GNS", 13}, {"GLL", 8}, {"RMC", 13}, {"VTG", 10}, {"ZDA", 7},
+      {"GSA", 18}, {"GST", 9},  {"HDT", 3}, {"ROT", 3},  {"ATT", 5},  {"VHW", 9},
+      {"DBT", 7},  {"TTM", 16}, {"VDM", 7}, {"VDO", 7}};
+  std::set<std::string> met;
   for (const Scenario& scenario : Scenarios()) {
     SimulationOptions options = OptionsOf(scenario.name, 300.0);
     options.crLf = true;
@@ -74,23 +59,13 @@ TEST(SimulatedSession, EverySentenceIsWellFormed) {
         int sum = 0;
         for (std::size_t at = 1; at < star; ++at) sum ^= line[at];
         EXPECT_EQ(std::stoi(line.substr(star + 1), nullptr, 16), sum) << line;
+        met.insert(KindOf(line));
+        if (KindOf(line) == "GSV") continue;
+        EXPECT_EQ(Fields(line).size(), counts.at(KindOf(line))) << line;
       }
     });
   }
-}
-
-TEST(SimulatedSession, FieldCountsAreThoseOfTheForms) {
-  const std::map<std::string, std::size_t> expected{
-      {"GGA", 15}, {"GNS", 13}, {"GLL", 8}, {"RMC", 13}, {"VTG", 10}, {"ZDA", 7},
-      {"GSA", 18}, {"GST", 9},  {"HDT", 3}, {"ROT", 3},  {"ATT", 5},  {"VHW", 9},
-      {"DBT", 7},  {"TTM", 16}, {"VDM", 7}, {"VDO", 7}};
-  std::set<std::string> met;
-  for (const std::string& line : Split(Recording(OptionsOf("voyage", 3000.0)), '\n')) {
-    if (line.empty() || KindOf(line) == "GSV") continue;
-    EXPECT_EQ(Fields(line).size(), expected.at(KindOf(line))) << line;
-    met.insert(KindOf(line));
-  }
-  EXPECT_EQ(met.size(), expected.size());
+  EXPECT_EQ(met.size(), counts.size() + 1);
 }
 
 TEST(SimulatedSession, RatesAreKept) {
@@ -137,9 +112,9 @@ TEST(SimulatedSession, MidnightChangesTheDateOfTheRightSentence) {
 }
 
 TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
-  Simulator simulator(
-      OptionsOf("voyage", 10'000.0,
-                {{GGA, 1.0}, {GNS, 1.0}, {GLL, 1.0}, {RMC, 1.0}, {VTG, 1.0}, {GSA, 1.0}}));
+  Simulator simulator(OptionsOf(
+      "voyage", 10'000.0,
+      {{GGA, 1.0}, {GNS, 1.0}, {GLL, 1.0}, {RMC, 1.0}, {VTG, 1.0}, {GSA, 1.0}, {VDO, 1.0}}));
   std::map<std::string, int> qualities;
   std::set<std::string> stations;
   bool emptyOutage = false;
@@ -156,6 +131,8 @@ TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
     EXPECT_EQ(Fields(epoch.lines.Line(3))[2], lost ? "V" : "A");
     EXPECT_EQ(Fields(epoch.lines.Line(4))[9] == "N", lost);
     EXPECT_EQ(Fields(epoch.lines.Line(5))[2], lost ? "1" : "3");
+    const std::string own = PayloadBits(Fields(epoch.lines.Line(epoch.lines.Count() - 1))[5]);
+    EXPECT_NEAR(Angle(own, 62, 89), lost ? 181.0 : epoch.fix->position.longitude, 1e-4);
     const bool differential = !lost && gga[6] != "1";
     EXPECT_EQ(gga[13].empty(), !differential);
     EXPECT_EQ(gga[14].empty(), !differential);
@@ -190,44 +167,29 @@ TEST(SimulatedSession, PositionNoiseHasTheSizeOfItsQuality) {
   }
 }
 
+// A group lists all satellites that it counts, each with an id of its constellation.
 TEST(SimulatedSession, SatelliteGroupsAreConsistent) {
   std::string group;
   std::size_t listed = 0;
-  std::set<std::string> inView;
   std::set<std::string> talkers;
-  std::set<std::string> used;
-  for (const std::string& line : Split(Recording(OptionsOf("moored", 4000.0)), '\n')) {
+  for (const std::string& line :
+       Split(Recording(OptionsOf("moored", 4000.0, {{GSV, 1.0}})), '\n')) {
     if (line.empty()) continue;
     const auto fields = Fields(line);
-    if (KindOf(line) == "GSA") {
-      used.insert(fields.begin() + 3, fields.begin() + 15);
-    } else if (KindOf(line) == "GSV") {
-      talkers.insert(fields[0]);
-      const int number = std::stoi(fields[2]);
-      EXPECT_EQ(number == 1, group.empty()) << line;
-      if (number == 1) {
-        group = fields[0] + fields[1] + fields[3];
-        listed = 0;
-      }
-      EXPECT_EQ(group, fields[0] + fields[1] + fields[3]);
-      EXPECT_EQ((fields.size() - 4) % 4, 0U);
-      for (std::size_t i = 4; i < fields.size(); i += 4) {
-        ++listed;
-        const int id = std::stoi(fields[i]);
-        const int lowest = fields[0] == "$GPGSV" ? 1 : fields[0] == "$GLGSV" ? 65 : 101;
-        EXPECT_TRUE(id >= lowest && id < lowest + (lowest == 1 ? 64 : 32)) << line;
-        EXPECT_TRUE(std::stoi(fields[i + 1]) <= 90 && std::stoi(fields[i + 2]) < 360) << line;
-        if (!fields[i + 3].empty()) inView.insert(fields[i]);
-      }
-      if (fields[1] == fields[2]) {
-        EXPECT_EQ(listed, std::stoul(fields[3])) << line;
-        group.clear();
-      }
-    } else if (KindOf(line) == "GST") {
-      for (const std::string& id : used) EXPECT_TRUE(id.empty() || inView.contains(id));
-      used.clear();
-      inView.clear();
+    talkers.insert(fields[0]);
+    const std::string head = fields[0] + fields[1] + fields[3];
+    EXPECT_EQ(fields[2] == "1", group.empty()) << line;
+    EXPECT_TRUE(group.empty() || group == head) << line;
+    group = head;
+    for (std::size_t i = 4; i < fields.size(); i += 4, ++listed) {
+      const int id = std::stoi(fields[i]);
+      const int lowest = fields[0] == "$GPGSV" ? 1 : fields[0] == "$GLGSV" ? 65 : 101;
+      EXPECT_TRUE(id >= lowest && id < lowest + (lowest == 1 ? 64 : 32)) << line;
     }
+    if (fields[1] != fields[2]) continue;
+    EXPECT_EQ(listed, std::stoul(fields[3])) << line;
+    group.clear();
+    listed = 0;
   }
   EXPECT_EQ(talkers.size(), 3U);
 }
