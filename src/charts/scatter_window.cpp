@@ -88,7 +88,7 @@ frmScatter::frmScatter(Desktop& desktop, int system, Records& records, const Sta
                                 .kind = SeriesKind::Points,
                                 .colour = kSystemColours.at(static_cast<std::size_t>(system - 1))});
   TChart1.AddSeries({.title = "Dummy for extra axis", .kind = SeriesKind::Points});
-  TChart1.SetLegend(false);
+  TChart1.SetLegend(Legend::None);
   TChart1.SetText(kTitles.at(static_cast<std::size_t>(system - 1)));
   for (Axis* axis : {&TChart1.Left(), &TChart1.Bottom()}) {
     axis->SetAutomatic(false);
@@ -159,8 +159,11 @@ float frmScatter::HalfRange() const {
 
 void frmScatter::ShowRange(float range) {
   for (Axis* axis : {&TChart1.Left(), &TChart1.Bottom()}) {
+    const auto zoom = axis->Zoom();
     axis->SetMaximum(static_cast<double>(range));
     axis->SetMinimum(static_cast<double>(-range));
+    // Only a scale that somebody has chosen undoes what the user looks at.
+    if (scales_[Index()].ScatterAuto) axis->SetZoom(zoom);
   }
   const bool whole = range == std::floor(range);
   const std::string text =

@@ -74,10 +74,9 @@ void frmTimeSeries::MakeCharts() {
                                                   .rightAxis = row.rightAxis});
     plots_.push_back({&row, &series, FilterRow(i)});
   }
-  // One entry for each of 151 satellites says nothing.
-  if (Type() == SentenceType::GSA) TChart(1).SetLegend(false);
-  if (Type() == SentenceType::GSV) {
-    for (Chart& chart : TChart) chart.SetLegend(false);
+  // Of 151 satellites only those in view are worth an entry.
+  for (int i = FirstSatelliteChart(); i < ChartCount(); ++i) {
+    TChart(i).SetLegend(Legend::WithPoints);
   }
 }
 
@@ -98,15 +97,16 @@ void frmTimeSeries::MakeMarkers() {
   }
 }
 
+int frmTimeSeries::FirstSatelliteChart() const {
+  if (Type() == SentenceType::GSV) return 0;
+  return Type() == SentenceType::GSA ? 1 : ChartCount();
+}
+
 void frmTimeSeries::AddSatellites() {
-  const auto add = [](Chart& chart) {
+  for (int i = FirstSatelliteChart(); i < ChartCount(); ++i) {
     for (int slot = 1; slot <= kLastSlot; ++slot) {
-      chart.AddSeries({.title = Format(slot, "00"), .colour = SatelliteColour(slot)});
+      TChart(i).AddSeries({.title = Format(slot, "00"), .colour = SatelliteColour(slot)});
     }
-  };
-  if (Type() == SentenceType::GSA) add(TChart(1));
-  if (Type() == SentenceType::GSV) {
-    for (Chart& chart : TChart) add(chart);
   }
 }
 

@@ -60,6 +60,8 @@ class frmTimeSeries : public ChartWindow {
  private:
   void MakeCharts();
   void MakeMarkers();
+  // It and those behind it have a series for each satellite.
+  int FirstSatelliteChart() const;
   void AddSatellites();
   void ClickDGPS();
 

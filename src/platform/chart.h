@@ -132,6 +132,9 @@ class Marker {
   State sealed_;
 };
 
+// Which series the legend names.
+enum class Legend : std::uint8_t { None, WithPoints, All };
+
 // Series and markers count from 0; an index that is not there raises OutOfRange. The text of the
 // control is the title of the chart.
 class Chart : public Control {
@@ -158,9 +161,9 @@ class Chart : public Control {
   Marker& Tools(int index);
   const Marker& Tools(int index) const;
 
-  bool Legend() const { return state_.legend; }
-  void SetLegend(bool shown) { Change(state_.legend, shown); }
-  // A line of text under the title.
+  Legend ShownLegend() const { return state_.legend; }
+  void SetLegend(Legend legend) { Change(state_.legend, legend); }
+  // A text behind the legend.
   const std::string& Note() const { return state_.note; }
   void SetNote(std::string_view note) { Change(state_.note, note); }
 
@@ -190,7 +193,7 @@ class Chart : public Control {
 
  private:
   struct Look {
-    bool legend = true;
+    Legend legend = Legend::All;
     std::string note;
 
     bool operator==(const Look&) const = default;

@@ -1,16 +1,9 @@
 #include "platform/series.h"
 
+#include <cmath>
 #include <utility>
 
-#include "platform/fault.h"
-
 namespace fathomline {
-
-namespace {
-
-constexpr Colour kNullPoint = kSeriesColour + 1;
-
-}  // namespace
 
 std::optional<AxisRange> Series::Extremes::Range() const {
   if (low > high) return {};
@@ -46,6 +39,8 @@ void Series::Append(double x, double end, float y, Colour colour) {
   if (blocks_.empty() || blocks_.back().points.size() == kBlockSize) blocks_.emplace_back();
   Block& block = blocks_.back();
   block.points.push_back({x, y, colour});
+  block.uniform = block.uniform && colour != kNullPoint && colour == block.points.front().colour &&
+                  std::isfinite(y);
   if (design_.kind == SeriesKind::Gantt) block.ends.push_back(end);
   for (Extremes* extremes : {&block.x, &x_}) {
     extremes->Include(x);
@@ -57,21 +52,6 @@ void Series::Append(double x, double end, float y, Colour colour) {
   }
   ++count_;
   ++changes_;
-}
-
-std::size_t Series::Position(int index) const {
-  if (index < 0 || index >= count_) Raise(FaultNumber::OutOfRange);
-  return first_ + static_cast<std::size_t>(index);
-}
-
-Series::Point Series::At(int index) const {
-  const std::size_t position = Position(index);
-  const Block& block = blocks_[position / kBlockSize];
-  const std::size_t at = position % kBlockSize;
-  const Stored& stored = block.points[at];
-  const bool null = stored.colour == kNullPoint;
-  return {stored.x, at < block.ends.size() ? block.ends[at] : stored.x, stored.y, null,
-          null ? kSeriesColour : stored.colour};
 }
 
 // The point at that place no longer counts for the extremes.
@@ -88,13 +68,20 @@ void Series::Forget(Block& block, std::size_t at) {
 }
 
 void Series::DeleteOldest() {
-  Forget(blocks_[Position(0) / kBlockSize], first_);
-  --count_;
-  if (++first_ == blocks_.front().points.size()) {
-    blocks_.erase(blocks_.begin());
-    first_ = 0;
+  const std::size_t block = Position(0) / kBlockSize;
+  if (count_ == 1) {
+    Clear();
+    return;
   }
+  Forget(blocks_[block], first_ % kBlockSize);
+  --count_;
   ++changes_;
+  if (++first_ % kBlockSize != 0) return;
+  blocks_[block] = {};
+  // Closing up costs a step per block that is left, so it waits until that is little.
+  if (2 * (block + 1) < blocks_.size()) return;
+  blocks_.erase(blocks_.begin(), blocks_.begin() + static_cast<std::ptrdiff_t>(block + 1));
+  first_ = 0;
 }
 
 void Series::Delete(int index) {
@@ -112,6 +99,7 @@ void Series::Delete(int index) {
     if (!to.ends.empty()) to.ends[i % kBlockSize] = from.ends[(i + 1) % kBlockSize];
     to.x.known = false;
     to.y.known = false;
+    to.uniform = false;
   }
   Block& block = blocks_.back();
   block.points.pop_back();
@@ -147,13 +135,28 @@ void Series::Recount(Block& block, std::size_t from) const {
 void Series::Recount() const {
   x_ = {};
   y_ = {};
-  std::size_t from = first_;
-  for (Block& block : blocks_) {
+  std::size_t from = first_ % kBlockSize;
+  for (std::size_t i = first_ / kBlockSize; i < blocks_.size(); ++i) {
+    Block& block = blocks_[i];
     if (!block.x.known || !block.y.known) Recount(block, from);
     x_.Include(block.x);
     y_.Include(block.y);
     from = 0;
   }
+}
+
+Series::Stretch Series::StretchAt(int index) const {
+  if (index < 0 || index >= StretchCount()) Raise(FaultNumber::OutOfRange);
+  const std::size_t at = first_ / kBlockSize + static_cast<std::size_t>(index);
+  Block& block = blocks_[at];
+  const std::size_t from = index == 0 ? first_ % kBlockSize : 0;
+  if (!block.x.known || !block.y.known) Recount(block, from);
+  const int begin = static_cast<int>(at * kBlockSize) - static_cast<int>(first_);
+  return {begin + static_cast<int>(from),
+          begin + static_cast<int>(block.points.size()),
+          {block.x.low, block.x.high},
+          block.y.Range(),
+          block.uniform};
 }
 
 std::optional<AxisRange> Series::RangeX() const {

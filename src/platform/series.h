@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/colour.h"
+#include "platform/fault.h"
 
 namespace fathomline {
 
@@ -72,6 +73,18 @@ class Series {
   Point At(int index) const;
   double FirstX() const { return At(0).x; }
   double LastX() const { return At(count_ - 1).x; }
+  // Some hundred neighbouring points, with what holds for all of them: who draws a day of points
+  // takes those as a whole that fall onto one column of pixels.
+  struct Stretch {
+    int begin = 0;
+    int end = 0;                 // one beyond the last
+    AxisRange x;                 // covers the ends of Gantt bars
+    std::optional<AxisRange> y;  // none where all points are null
+    bool uniform = false;        // no null point, and one colour
+  };
+  int StretchCount() const { return static_cast<int>(blocks_.size() - first_ / kBlockSize); }
+  Stretch StretchAt(int index) const;
+
   // None while there is no such value. x covers the ends of Gantt bars.
   std::optional<AxisRange> RangeX() const;
   std::optional<AxisRange> RangeY() const;
@@ -112,12 +125,17 @@ class Series {
     std::vector<double> ends;  // of a Gantt series only
     Extremes x;
     Extremes y;
+    bool uniform = true;
   };
 
-  static constexpr std::size_t kBlockSize = 256;
+  static constexpr std::size_t kBlockSize = 128;
+  static constexpr Colour kNullPoint = kSeriesColour + 1;
 
   void Append(double x, double end, float y, Colour colour);
-  std::size_t Position(int index) const;
+  std::size_t Position(int index) const {
+    if (index < 0 || index >= count_) Raise(FaultNumber::OutOfRange);
+    return first_ + static_cast<std::size_t>(index);
+  }
   void Forget(Block& block, std::size_t at);
   void Recount(Block& block, std::size_t from) const;
   void Recount() const;
@@ -127,8 +145,18 @@ class Series {
   mutable std::vector<Block> blocks_;
   mutable Extremes x_;
   mutable Extremes y_;
-  std::size_t first_ = 0;  // within the first block
+  std::size_t first_ = 0;  // position of the oldest point; emptied blocks may stand before it
   int count_ = 0;
 };
+
+inline Series::Point Series::At(int index) const {
+  const std::size_t position = Position(index);
+  const Block& block = blocks_[position / kBlockSize];
+  const std::size_t at = position % kBlockSize;
+  const Stored& stored = block.points[at];
+  const bool null = stored.colour == kNullPoint;
+  return {stored.x, at < block.ends.size() ? block.ends[at] : stored.x, stored.y, null,
+          null ? kSeriesColour : stored.colour};
+}
 
 }  // namespace fathomline

@@ -1,51 +1,15 @@
-// What a plot is made of, drawn in place from the plain chart: nothing is copied.
+// What a plot is made of beside its series, drawn in place from the plain chart.
 #pragma once
 
 #include <qcustomplot.h>
 #include <string>
+#include <vector>
 
 #include "platform/chart.h"
+#include "platform/datetime.h"
+#include "platform/qt/series_plottable.h"
 
 namespace fathomline {
-
-// Between the values of a chart's bottom axis and those of the plot: days become seconds since the
-// Unix epoch, since that is what the plot makes its time ticks of.
-struct BottomScale {
-  bool time = false;
-
-  double ToPlot(double x) const;
-  double FromPlot(double key) const;
-};
-
-BottomScale ScaleOf(const Chart& chart);
-
-// Draws one series. What falls onto one column of pixels is drawn as its first, lowest, highest and
-// last value; of bars only the largest.
-class SeriesPlottable : public QCPAbstractPlottable {
- public:
-  SeriesPlottable(QCPAxis* bottom, QCPAxis* side, const Chart& chart, int index);
-
-  double selectTest(const QPointF&, bool, QVariant*) const override { return -1.0; }
-  QCPRange getKeyRange(bool& found, QCP::SignDomain) const override;
-  QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override;
-
- protected:
-  void draw(QCPPainter* painter) override;
-  void drawLegendIcon(QCPPainter*, const QRectF&) const override {}
-
- private:
-  class Place;
-
-  void DrawLine(QCPPainter& painter, const Place& place) const;
-  void DrawBars(QCPPainter& painter, const Place& place) const;
-  void DrawGantt(QCPPainter& painter, const Place& place) const;
-  void DrawPoints(QCPPainter& painter, const Place& place) const;
-  QColor ColourOf(const Series::Point& point) const;
-  const Series& Shown() const;
-
-  const Chart& chart_;
-  int index_;
-};
 
 // All lines and bands across the chart.
 class MarkerLayer : public QCPLayerable {
@@ -61,39 +25,56 @@ class MarkerLayer : public QCPLayerable {
   const Chart& chart_;
 };
 
-// The title at the left and the series behind it, in as many lines as they need, at most two.
+// The title at the left, the series behind it and the note, in as many lines as they need and the
+// height of the plot allows.
 class LegendStrip : public QCPLayoutElement {
  public:
   LegendStrip(QCustomPlot* plot, const Chart& chart);
 
-  // To be called where titles or the width have changed.
-  void Arrange(int width);
+  // To be called where titles or the size have changed.
+  void Arrange(const QSize& size);
 
  protected:
   void applyDefaultAntialiasingHint(QCPPainter*) const override {}
   void draw(QCPPainter* painter) override;
 
  private:
-  // Walks over the entries, and tells each its place; returns the number of lines.
-  template <class Visit>
-  int Flow(int width, Visit&& visit) const;
+  struct Entry {
+    QString text;
+    int series = -1;
+    bool bold = false;
+    QRect place;
+  };
+
+  std::vector<Entry> Entries() const;
 
   const Chart& chart_;
-  int lines_ = 1;
+  std::vector<Entry> shown_;
 };
 
-// Ticks at whole units of time, labelled with the picture of the axis in UTC.
-class TimeTicker : public QCPAxisTickerDateTime {
+// Ticks at whole units of time, no more than have room for their labels. These follow the picture
+// of the axis, in UTC; seconds or the date stand with them where it takes these to tell them apart.
+class TimeTicker : public QCPAxisTicker {
  public:
-  TimeTicker();
-  void SetPicture(const std::string& picture) { picture_ = picture; }
+  // To be called where the picture or the width of the axis has changed.
+  void Fit(const std::string& picture, int pixels, const QFontMetrics& metrics);
+  // Of the labels of an axis that shows so much.
+  static int Lines(const QCPRange& range) { return range.size() > kSecondsPerDay ? 2 : 1; }
 
  protected:
   double getTickStep(const QCPRange& range) override;
+  int getSubTickCount(double tickStep) override;
   QString getTickLabel(double tick, const QLocale& locale, QChar format, int precision) override;
 
  private:
+  std::string WithSeconds() const;
+
   std::string picture_;
+  int pixels_ = 1;
+  int timeWidth_ = 1;
+  int secondsWidth_ = 1;
+  int dateWidth_ = 1;
+  double step_ = 1.0;
   bool days_ = false;
 };
 

@@ -27,10 +27,9 @@ constexpr QSize kLeastSize{300, 110};
 // The same for every chart, so that the time axes of stacked charts stand under each other.
 constexpr int kLeftMargin = 82;
 constexpr int kRightMargin = 66;
-constexpr int kNoAxisMargin = 22;
+constexpr int kNoAxisMargin = 30;
 constexpr int kTopMargin = 6;
-constexpr int kTickRoom = 22;
-constexpr int kTitleRoom = 18;
+constexpr int kTickRoom = 8;
 constexpr int kTicksApart = 46;
 constexpr double kAroundAutomatic = 0.05;
 constexpr double kWheelStep = 0.8;
@@ -273,15 +272,18 @@ void ChartView::FollowAxis(QCPAxis& axis, const Axis& plain) {
     if (!scale.time) {
       axis.setTicker(QSharedPointer<QCPAxisTicker>(new QCPAxisTicker));
     } else {
-      timeTicker_->SetPicture(plain.LabelFormat());
       const auto keep = timeTicker_;
       axis.setTicker(QSharedPointer<QCPAxisTicker>(timeTicker_.get(), [keep](QCPAxisTicker*) {}));
     }
-  } else if (!plain.Zoom()) {
+  } else {
+    // A right axis without a series is a second scale of the left one.
+    const bool second = plain.Side() == AxisSide::Right &&
+                        std::find(sides_.begin(), sides_.end(), true) == sides_.end();
+    const Axis& rule = second ? chart_.Left() : plain;
     // A curve that touches the frame is hard to tell from it.
-    const double room = (high - low) * kAroundAutomatic;
-    if (plain.Automatic() || plain.AutomaticMinimum()) low -= room;
-    if (plain.Automatic() || plain.AutomaticMaximum()) high += room;
+    const double room = rule.Zoom() ? 0.0 : (high - low) * kAroundAutomatic;
+    if (rule.Automatic() || rule.AutomaticMinimum()) low -= room;
+    if (rule.Automatic() || rule.AutomaticMaximum()) high += room;
   }
   const double least = std::max(std::abs(high) * 1e-14, kNarrowestAxis);
   if (!(high - low > least)) high = low + std::max(least, 1e-6);
@@ -316,9 +318,12 @@ bool ChartView::AnyRightAxis() const {
 // Room for legend and labels, and no more ticks than have room.
 void ChartView::Fit() {
   if (Context().window == nullptr) return;
-  strip_->Arrange(plot_->width());
-  const int bottom = kTickRoom + (chart_.Bottom().Title().empty() ? 0 : kTitleRoom) +
-                     plot_->fontMetrics().descent();
+  strip_->Arrange(plot_->size());
+  const bool time = ScaleOf(chart_).time;
+  const QFontMetrics metrics = plot_->fontMetrics();
+  const int lines = (time ? TimeTicker::Lines(plot_->xAxis->range()) : 1) +
+                    (chart_.Bottom().Title().empty() ? 0 : 1);
+  const int bottom = kTickRoom + lines * metrics.height();
   QMargins margins(kLeftMargin, kTopMargin, AnyRightAxis() ? kRightMargin : kNoAxisMargin, bottom);
   int width = plot_->width() - margins.left() - margins.right();
   int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
@@ -329,11 +334,12 @@ void ChartView::Fit() {
     width = height = side;
   }
   plot_->axisRect()->setMargins(margins);
-  const QString sample = ScaleOf(chart_).time
-                             ? ToQt(FormatDateTime({}, chart_.Bottom().LabelFormat()))
-                             : QStringLiteral("00000.00");
-  const int label = plot_->fontMetrics().horizontalAdvance(sample);
-  plot_->xAxis->ticker()->setTickCount(std::clamp(width / (label * 2 + 1), 2, 10));
+  if (time) {
+    timeTicker_->Fit(chart_.Bottom().LabelFormat(), width, metrics);
+  } else {
+    const int label = metrics.horizontalAdvance(QStringLiteral("00000.00"));
+    plot_->xAxis->ticker()->setTickCount(std::clamp(width / (label * 2), 2, 10));
+  }
   for (QCPAxis* const axis : {plot_->yAxis, plot_->yAxis2}) {
     axis->ticker()->setTickCount(std::clamp(height / kTicksApart + 1, 2, 10));
   }
@@ -376,30 +382,19 @@ void ChartView::ClickAxis(AxisSide side) {
 QString ChartView::ReadOut(const QPoint& at) const {
   if (Context().window == nullptr) return {};
   const BottomScale scale = ScaleOf(chart_);
-  const double x = scale.FromPlot(plot_->xAxis->pixelToCoord(at.x()));
-  const double y = plot_->yAxis->pixelToCoord(at.y());
+  const Chart::Ranges shown = PlotRanges(true, true);
+  const NearestTo to{scale.FromPlot(plot_->xAxis->pixelToCoord(at.x())),
+                     plot_->yAxis->pixelToCoord(at.y()), shown.bottom->high - shown.bottom->low,
+                     shown.left->high - shown.left->low};
   QStringList lines;
   std::optional<double> nearestX;
   for (int i = 0; i < chart_.SeriesCount(); ++i) {
     const auto& series = chart_.Series(i);
-    const bool scattered = series.Kind() == SeriesKind::Points;
-    std::optional<Series::Point> nearest;
-    double least = 0.0;
-    for (int p = 0; p < series.Count(); ++p) {
-      const Series::Point point = series.At(p);
-      if (point.null) continue;
-      const double inside = std::clamp(x, point.x, std::max(point.x, point.end));
-      const double across = std::abs(inside - x) / std::max(plot_->xAxis->range().size(), 1e-12);
-      const double along = scattered ? std::abs(static_cast<double>(point.y) - y) /
-                                           std::max(plot_->yAxis->range().size(), 1e-12)
-                                     : 0.0;
-      const double distance = across + along;
-      if (nearest && distance >= least) continue;
-      nearest = point;
-      least = distance;
-    }
+    const auto nearest = NearestPoint(series, to);
     if (!nearest) continue;
-    if (!nearestX || std::abs(nearest->x - x) < std::abs(*nearestX - x)) nearestX = nearest->x;
+    if (!nearestX || std::abs(nearest->x - to.x) < std::abs(*nearestX - to.x)) {
+      nearestX = nearest->x;
+    }
     const QString title = series.Title().empty() ? QStringLiteral("value") : ToQt(series.Title());
     lines.append(QStringLiteral("%1: %2").arg(title, ToQt(PlainText(nearest->y)).trimmed()));
   }
