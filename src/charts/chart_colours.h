@@ -19,13 +19,14 @@ inline constexpr Colour kDarkRed = RedGreenBlue(170, 0, 0);
 inline constexpr Colour kTeal = RedGreenBlue(0, 128, 128);
 inline constexpr Colour kLightRed = RedGreenBlue(255, 0, 0);
 inline constexpr Colour kLightBlue = RedGreenBlue(0, 0, 255);
+inline constexpr Colour kBandColour = RedGreenBlue(205, 225, 255);
 
 inline constexpr std::array<Colour, 20> kSatelliteColours = {
     RedGreenBlue(31, 78, 160),   RedGreenBlue(214, 39, 40),  RedGreenBlue(44, 140, 44),
     RedGreenBlue(255, 127, 14),  RedGreenBlue(128, 60, 180), RedGreenBlue(140, 86, 75),
-    RedGreenBlue(227, 60, 180),  RedGreenBlue(90, 90, 90),   RedGreenBlue(150, 150, 20),
-    RedGreenBlue(0, 160, 180),   RedGreenBlue(0, 0, 0),      RedGreenBlue(0, 0, 255),
-    RedGreenBlue(255, 0, 0),     RedGreenBlue(0, 100, 0),    RedGreenBlue(170, 110, 40),
+    RedGreenBlue(227, 60, 180),  RedGreenBlue(0, 255, 0),    RedGreenBlue(150, 150, 20),
+    RedGreenBlue(0, 255, 255),   RedGreenBlue(0, 0, 0),      RedGreenBlue(0, 0, 255),
+    RedGreenBlue(255, 0, 0),     RedGreenBlue(255, 255, 0),  RedGreenBlue(170, 110, 40),
     RedGreenBlue(70, 0, 110),    RedGreenBlue(0, 128, 128),  RedGreenBlue(128, 0, 0),
     RedGreenBlue(100, 160, 255), RedGreenBlue(255, 80, 120)};
 

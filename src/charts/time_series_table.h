@@ -221,7 +221,7 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::HDT, 0, "deltaHeading", kLightBlue, kDHeading, 0, FeedRule::Heading},
     {T::HDT, 0, "Ref Hdg", kBlack},
     {T::HDT, 0, "Avg Hdg", kDarkRed},
-    {T::HDT, 0, "Sdev", kDarkGreen},
+    {T::HDT, 0, "Sdev", kBandColour},
 
     {T::ATT, 0, "deltaHeading", kLightBlue, kDHeading},
     {T::ATT, 1, "Pitch", kLightBlue, Decoded<&M::ATT, &ATTRecord::Pitch>},

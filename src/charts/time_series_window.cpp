@@ -81,16 +81,15 @@ void frmTimeSeries::MakeCharts() {
 }
 
 void frmTimeSeries::MakeMarkers() {
-  constexpr Colour kBand = RedGreenBlue(200, 215, 240);
   Chart& chart = TChart(0);
   if (gantt_ != nullptr) {
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
-    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBand});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBandColour});
     // Only ever widened by the program.
     TChart(kDGPSChart).Right().SetAutomatic(false);
   } else if (Type() == SentenceType::HDT) {
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kBlack, .dashed = true});
-    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBand});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBandColour});
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
     chart.Right().SetAutomatic(false);
     chart.Right().SetVisible(true);

@@ -12,7 +12,7 @@ namespace fathomline {
 namespace {
 
 constexpr double kFarAway = 1e5;
-constexpr int kBandAlpha = 70;
+constexpr int kBandAlpha = 110;
 
 constexpr int kStripMargin = 4;
 constexpr int kEntryGap = 14;

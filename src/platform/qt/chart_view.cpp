@@ -23,11 +23,17 @@ namespace fathomline {
 namespace {
 
 constexpr QSize kUsualSize{640, 170};
-constexpr QSize kLeastSize{300, 110};
+// Four of them stand side by side on a small screen.
+constexpr QSize kLeastSize{270, 110};
 // The same for every chart, so that the time axes of stacked charts stand under each other.
-constexpr int kLeftMargin = 82;
-constexpr int kRightMargin = 66;
-constexpr int kNoAxisMargin = 30;
+struct SideMargins {
+  int left;
+  int right;
+  int withoutAxis;
+};
+constexpr SideMargins kUsualMargins{82, 66, 30};
+constexpr SideMargins kNarrowMargins{62, 56, 24};
+constexpr int kNarrow = 420;
 constexpr int kTopMargin = 6;
 constexpr int kTickRoom = 8;
 constexpr int kTicksApart = 46;
@@ -276,20 +282,35 @@ void ChartView::FollowAxis(QCPAxis& axis, const Axis& plain) {
       axis.setTicker(QSharedPointer<QCPAxisTicker>(timeTicker_.get(), [keep](QCPAxisTicker*) {}));
     }
   } else {
-    // A right axis without a series is a second scale of the left one.
-    const bool second = plain.Side() == AxisSide::Right &&
-                        std::find(sides_.begin(), sides_.end(), true) == sides_.end();
-    const Axis& rule = second ? chart_.Left() : plain;
-    // A curve that touches the frame is hard to tell from it.
-    const double room = rule.Zoom() ? 0.0 : (high - low) * kAroundAutomatic;
-    if (rule.Automatic() || rule.AutomaticMinimum()) low -= room;
-    if (rule.Automatic() || rule.AutomaticMaximum()) high += room;
+    const auto room = RoomAround(plain);
+    low -= room.low * (high - low);
+    high += room.high * (high - low);
   }
   const double least = std::max(std::abs(high) * 1e-14, kNarrowestAxis);
   if (!(high - low > least)) high = low + std::max(least, 1e-6);
   axis.setRange(low, high);
   axis.setNumberFormat(QStringLiteral("g"));
   axis.setNumberPrecision(Digits(axis.range()));
+}
+
+// What an axis shows beyond its ends, as shares of its range.
+AxisRange ChartView::RoomAround(const Axis& axis) const {
+  if (axis.Zoom()) return {0.0, 0.0};
+  bool used = false;
+  for (int i = 0; i < chart_.SeriesCount(); ++i) {
+    const auto& series = chart_.Series(i);
+    if (series.RightAxis() != (axis.Side() == AxisSide::Right)) continue;
+    used = true;
+    // A thick bar on the edge would be cut in two.
+    if (series.Kind() == SeriesKind::Gantt) return {kAroundAutomatic, kAroundAutomatic};
+  }
+  // A right axis without a series is a second scale of the left one.
+  if (!used && axis.Side() == AxisSide::Right) return RoomAround(chart_.Left());
+  // A curve that touches the frame is hard to tell from it.
+  const auto room = [&](bool automatic) {
+    return axis.Automatic() || automatic ? kAroundAutomatic : 0.0;
+  };
+  return {room(axis.AutomaticMinimum()), room(axis.AutomaticMaximum())};
 }
 
 void ChartView::Update() {
@@ -324,7 +345,9 @@ void ChartView::Fit() {
   const int lines = (time ? TimeTicker::Lines(plot_->xAxis->range()) : 1) +
                     (chart_.Bottom().Title().empty() ? 0 : 1);
   const int bottom = kTickRoom + lines * metrics.height();
-  QMargins margins(kLeftMargin, kTopMargin, AnyRightAxis() ? kRightMargin : kNoAxisMargin, bottom);
+  const SideMargins& sides = plot_->width() < kNarrow ? kNarrowMargins : kUsualMargins;
+  QMargins margins(sides.left, kTopMargin, AnyRightAxis() ? sides.right : sides.withoutAxis,
+                   bottom);
   int width = plot_->width() - margins.left() - margins.right();
   int height = plot_->height() - bottom - kTopMargin - strip_->minimumSize().height();
   if (Scattered()) {

@@ -31,6 +31,7 @@ class ChartView : public ControlView {
   void Style();
   void FollowSeries();
   void FollowAxis(QCPAxis& axis, const Axis& plain);
+  AxisRange RoomAround(const Axis& axis) const;
   void Fit();
   bool Scattered() const;
   bool AnyRightAxis() const;
