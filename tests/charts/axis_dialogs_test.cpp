@@ -7,14 +7,6 @@
 namespace fathomline {
 namespace {
 
-TEST(DaysOfMonth, KnowsEveryFourthYear) {
-  EXPECT_EQ(DaysOfMonth(2020, 2), 29);
-  EXPECT_EQ(DaysOfMonth(2021, 2), 28);
-  EXPECT_EQ(DaysOfMonth(2021, 4), 30);
-  EXPECT_EQ(DaysOfMonth(2021, 8), 31);
-  EXPECT_EQ(DaysOfMonth(2021, 12), 31);
-}
-
 class AxisDialogTest : public ChartSession {
  protected:
   static constexpr int kManual = 3;
@@ -28,43 +20,28 @@ class AxisDialogTest : public ChartSession {
     }
   }
 
-  void Manually() {
-    attitude.cmbOption.UserChoose(kManual);
-    attitude.TChart(0).Bottom().SetMinimum(kDate.days);
-    attitude.TChart(0).Bottom().SetMaximum(kDate.days + 0.5);
-  }
-
   frmTimeSeries& attitude = charts.TimeSeriesOf(1, SentenceType::ATT);
   frmYAxis& y = charts.yAxis;
   frmXAxis& x = charts.xAxis;
   frmSetTimeDate& moment = charts.setTimeDate;
 };
 
-TEST_F(AxisDialogTest, SetsTheRangeOfTheAxisClicked) {
+TEST_F(AxisDialogTest, SetsTheRangeOfTheAxisClickedUnlessItIsRefused) {
   face.WhileWaiting([this] {
     EXPECT_EQ(y.txtMin.Text(), "-2.0");
     EXPECT_EQ(y.txtMax.Text(), "4.0");
     EXPECT_FALSE(y.chkAutomatic.Checked());
+    y.txtMin.UserText("4");
+    face.ExpectBox("Min higher than Max not allowed. Try again!");
+    y.cmdOk.Click();
+    EXPECT_TRUE(y.Visible());
+    EXPECT_EQ(attitude.TChart(1).Left().Range(), (AxisRange{-2.0, 4.0}));
     y.txtMin.UserText("-1,5");
     y.txtMax.UserText("7.25");
     y.cmdOk.Click();
   });
   attitude.TChart(1).ClickAxis(AxisSide::Left);
   EXPECT_EQ(attitude.TChart(1).Left().Range(), (AxisRange{-1.5, 7.25}));
-  EXPECT_EQ(attitude.TChart(0).Left().Range(), (AxisRange{-2.0, 4.0}));
-}
-
-TEST_F(AxisDialogTest, RefusesAMinimumThatIsNotBelowTheMaximum) {
-  face.WhileWaiting([this] {
-    face.ExpectBox("Min higher than Max not allowed. Try again!");
-    y.chkAutMin.Click();
-    y.chkAutMin.Click();
-    y.txtMin.UserText("4");
-    y.cmdOk.Click();
-    EXPECT_TRUE(y.Visible());
-    y.cmdCancel.Click();
-  });
-  attitude.TChart(0).ClickAxis(AxisSide::Left);
   EXPECT_EQ(attitude.TChart(0).Left().Range(), (AxisRange{-2.0, 4.0}));
 }
 
@@ -93,19 +70,27 @@ TEST_F(AxisDialogTest, OpensTheTimeAxisInManualModeOnly) {
   EXPECT_FALSE(x.Visible());
 }
 
-TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosen) {
-  Manually();
-  face.WhileWaiting([this] {
-    EXPECT_EQ(x.cmdStart.Text(), "02.01.2020 00:00:00");
-    EXPECT_EQ(x.cmdEnd.Text(), "02.01.2020 12:00:00");
-    face.WhileWaiting([this] {
+TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosenUnlessTheyAreRefused) {
+  attitude.cmbOption.UserChoose(kManual);
+  attitude.TChart(0).Bottom().SetMinimum(kDate.days);
+  attitude.TChart(0).Bottom().SetMaximum(kDate.days + 0.5);
+  const auto chooseStart = [this](int hour, int minute) {
+    face.WhileWaiting([this, hour, minute] {
       EXPECT_EQ(moment.lblTitle.Text(), "Set X-Axis Start Date & Time");
-      moment.lstHour.UserChoose(6);
-      moment.lstMin.UserChoose(30);
-      EXPECT_EQ(moment.lblTime.Text(), "06:30:00");
+      moment.lstHour.UserChoose(hour);
+      moment.lstMin.UserChoose(minute);
       moment.cmdOk.Click();
     });
     x.cmdStart.Click();
+  };
+  face.WhileWaiting([&] {
+    EXPECT_EQ(x.cmdStart.Text(), "02.01.2020 00:00:00");
+    EXPECT_EQ(x.cmdEnd.Text(), "02.01.2020 12:00:00");
+    chooseStart(12, 0);
+    face.ExpectBox("Start time later than End time not allowed. Try again!");
+    x.cmdOk.Click();
+    EXPECT_TRUE(x.Visible());
+    chooseStart(6, 30);
     EXPECT_EQ(x.cmdStart.Text(), "02.01.2020 06:30:00");
     x.cmdOk.Click();
   });
@@ -115,23 +100,6 @@ TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosen) {
     EXPECT_EQ(chart.Bottom().Maximum(), kDate.days + 0.5);
     EXPECT_FALSE(chart.Bottom().Automatic());
   }
-}
-
-TEST_F(AxisDialogTest, RefusesAStartThatIsNotBeforeTheEnd) {
-  Manually();
-  face.WhileWaiting([this] {
-    face.WhileWaiting([this] {
-      moment.lstHour.UserChoose(12);
-      moment.cmdOk.Click();
-    });
-    x.cmdStart.Click();
-    face.ExpectBox("Start time later than End time not allowed. Try again!");
-    x.cmdOk.Click();
-    EXPECT_TRUE(x.Visible());
-    x.cmdCancel.Click();
-  });
-  attitude.TChart(0).ClickAxis(AxisSide::Bottom);
-  EXPECT_EQ(attitude.TChart(0).Bottom().Minimum(), kDate.days);
 }
 
 TEST_F(AxisDialogTest, MovesADayBeyondTheMonthBackToItsEnd) {

@@ -1,10 +1,9 @@
 #include "charts/chart_engine.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
-#include "charts/time_series_window.h"
-#include "platform/numbers.h"
-#include "support/expect_fault.h"
+#include "charts/chart_session.h"
 
 namespace fathomline {
 namespace {
@@ -37,69 +36,48 @@ TEST_F(EngineTest, DrawsTheLargestMagnitudeOfABlockAtItsLastSample) {
   EXPECT_EQ(series.Count(), 0);
   Add({4});
   ASSERT_EQ(series.Count(), 1);
-  EXPECT_EQ(series.At(0).y, -7.0F);
   EXPECT_EQ(series.At(0).x, Second(5).days);
   Add({7, -7, 0, 0, 0});
-  EXPECT_EQ(series.At(1).y, 7.0F) << "the earlier one wins a tie";
+  EXPECT_EQ(Values(series), (Points{-7.0F, 7.0F})) << "the earlier one wins a tie";
 }
 
-TEST_F(EngineTest, KeepsWhatTheFlagsOfTheFilterSay) {
+TEST_F(EngineTest, FollowsTheFlagsAndTheCountInForce) {
   settings.FilterCount = 3;
   filter.KeepSmallest = true;
   Add({5, -2, 3});
-  EXPECT_EQ(series.At(0).y, -2.0F);
   filter.KeepLast = true;
   Add({5, -2, 3});
-  EXPECT_EQ(series.At(1).y, 3.0F);
   filter.Bypass = true;
   Add({8});
-  EXPECT_EQ(series.At(2).y, 8.0F);
+  EXPECT_EQ(Values(series), (Points{-2.0F, 3.0F, 8.0F}));
+  filter = {};
+  settings.FilterCount = 10;
+  Add({1, 9, 2});
+  settings.FilterCount = 2;
+  Add({3});
+  EXPECT_EQ(series.At(3).y, 9.0F) << "a changed count applies to the block begun";
 }
 
 TEST_F(EngineTest, LetsNoValueSpoilItsBlockButNothingElse) {
   settings.FilterCount = 2;
   Add({3, NoValue, 4, 1});
-  ASSERT_EQ(series.Count(), 1);
-  EXPECT_EQ(series.At(0).y, 4.0F);
   settings.FilterCount = kFilterOff;
   Add({NoValue, 6});
-  EXPECT_EQ(series.Count(), 2);
+  EXPECT_EQ(Values(series), (Points{4.0F, 6.0F}));
   EXPECT_EQ(kFilterOff, -1);
 }
 
-TEST_F(EngineTest, AppliesAChangedCountToTheBlockBegun) {
-  settings.FilterCount = 10;
-  Add({1, 9, 2});
-  settings.FilterCount = 2;
-  Add({3});
-  ASSERT_EQ(series.Count(), 1);
-  EXPECT_EQ(series.At(0).y, 9.0F);
-}
-
-TEST_F(EngineTest, KeepsExactlyOneDay) {
+TEST_F(EngineTest, KeepsExactlyOneDayAlsoWhereTheTimeJumpsBack) {
+  const auto addAt = [this](double seconds) {
+    AddChartPoint(settings, series, Second(seconds), seconds, filter);
+    return series.Count();
+  };
   Add({1, 2});
-  AddChartPoint(settings, series, Second(86401), 3, filter);
-  EXPECT_EQ(series.Count(), 3) << "86400 seconds after the first point";
-  AddChartPoint(settings, series, Second(86403), 4, filter);
-  EXPECT_EQ(series.Count(), 2) << "two at once";
-  EXPECT_EQ(series.At(0).y, 3.0F);
-}
-
-TEST_F(EngineTest, KeepsOneDayWhereTheTimeJumpsBack) {
-  Add({1, 2});
-  AddChartPoint(settings, series, Second(2 - 86400), 3, filter);
-  EXPECT_EQ(series.Count(), 3);
-  AddChartPoint(settings, series, Second(1 - 86400 * 30), 4, filter);
-  ASSERT_EQ(series.Count(), 1);
-  EXPECT_EQ(series.At(0).y, 4.0F);
-}
-
-TEST_F(EngineTest, ColoursSinglePointsButNotThoseOfAFastLine) {
-  AddChartPoint(settings, series, Second(1), 1, filter, {.kind = PlotKind::Bar, .colour = kRed});
-  AddChartPoint(settings, series, Second(2), 1, filter,
-                {.kind = PlotKind::FastLine, .colour = kRed});
-  EXPECT_EQ(series.At(0).colour, kRed);
-  EXPECT_EQ(series.At(1).colour, kSeriesColour);
+  EXPECT_EQ(addAt(86401), 3) << "86400 seconds after the first point";
+  EXPECT_EQ(addAt(86403), 2) << "two at once";
+  EXPECT_EQ(series.At(0).y, 86401.0F);
+  EXPECT_EQ(addAt(86403 - 86400), 3);
+  EXPECT_EQ(addAt(-86400 * 30), 1);
 }
 
 class GanttTest : public EngineTest {
@@ -125,26 +103,14 @@ TEST_F(GanttTest, DrawsABarForEachFurtherSampleOfARun) {
 
 TEST_F(GanttTest, DrawsNothingForRunsOfOneSample) {
   AddStations({5, 0, 5, NoValue, 5, 6, 5});
-  EXPECT_EQ(bars.Count(), 0);
-}
-
-TEST_F(GanttTest, DrawsNoBarBackwardsInTime) {
-  AddStations({5});
   second = -86400.0;
-  AddStations({5});
-  EXPECT_EQ(bars.Count(), 0);
-  AddStations({5});
-  ASSERT_EQ(bars.Count(), 1);
-  EXPECT_LT(bars.At(0).x, bars.At(0).end);
-}
-
-TEST_F(GanttTest, ForgetsItsRunsWhenReset) {
   AddStations({5});
   table.RaiseGanttReset(1);
   AddStations({5});
-  EXPECT_EQ(bars.Count(), 0);
+  EXPECT_EQ(bars.Count(), 0) << "nor backwards in time, nor across a reset";
   AddStations({5});
-  EXPECT_EQ(bars.Count(), 1);
+  ASSERT_EQ(bars.Count(), 1);
+  EXPECT_LT(bars.At(0).x, bars.At(0).end);
 }
 
 TEST_F(GanttTest, HasSixSlotsPerSystem) {
@@ -163,28 +129,16 @@ TEST_F(GanttTest, HasSixSlotsPerSystem) {
 }
 
 TEST(AutomaticFilters, FollowTheirTwoTables) {
-  const std::vector<std::pair<int, int>> byPoints = {{0, 0},     {600, 0},   {601, 2},
-                                                     {1800, 2},  {1801, 5},  {3600, 5},
-                                                     {3601, 10}, {7200, 10}, {7201, 20}};
-  for (const auto& [points, count] : byPoints) {
-    EXPECT_EQ(FilterCountFromPoints(points), count) << points;
+  constexpr std::array kPoints = {0, 600, 601, 1800, 1801, 3600, 3601, 7200, 7201};
+  constexpr std::array kByPoints = {0, 0, 2, 2, 5, 5, 10, 10, 20};
+  for (std::size_t i = 0; i < kPoints.size(); ++i) {
+    EXPECT_EQ(FilterCountFromPoints(kPoints[i]), kByPoints[i]) << kPoints[i];
   }
-  const std::vector<std::pair<int, int>> byWindow = {
-      {600, 0}, {900, 0}, {901, 5}, {1800, 5}, {1801, 10}, {3600, 10}, {3601, 20}, {86400, 20}};
-  for (const auto& [seconds, count] : byWindow) {
-    EXPECT_EQ(FilterCountFromWindow(seconds), count) << seconds;
+  constexpr std::array kSeconds = {0, 900, 901, 1800, 1801, 3600, 3601, 86400};
+  constexpr std::array kByWindow = {0, 0, 5, 5, 10, 10, 20, 20};
+  for (std::size_t i = 0; i < kSeconds.size(); ++i) {
+    EXPECT_EQ(FilterCountFromWindow(kSeconds[i]), kByWindow[i]) << kSeconds[i];
   }
-}
-
-TEST(ChartTables, KeepARowPerSystemAndWindow) {
-  ChartTables tables;
-  ChartSettings& row = tables(1, 0);
-  row.FilterCount = 5;
-  EXPECT_EQ(tables(2, 0).FilterCount, 0);
-  EXPECT_EQ(tables(1, 1200).FilterCount, 0);
-  EXPECT_EQ(&tables(1, 0), &row);
-  ExpectFault(FaultNumber::OutOfRange, [&] { tables(1, 1201); });
-  ExpectFault(FaultNumber::OutOfRange, [&] { tables(5, 0); });
 }
 
 TEST(PointFigures, AreMeanAndSampleDeviation) {

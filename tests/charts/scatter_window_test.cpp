@@ -27,8 +27,12 @@ TEST_F(ScatterTest, FollowsThePointsThatStoodBefore) {
   EXPECT_EQ(chart.Bottom().Title(), "Easting +/- 13 m");
   EXPECT_EQ(chart.Tools(0).Value(), 2.0);
   EXPECT_EQ(chart.Tools(1).Value(), -3.0);
+  const AxisRange zoom{-4.0, -2.0};
+  scatter.TChart1.UserZoom({.bottom = {}, .left = zoom, .right = {}});
   scatter.AddScatterPoint(-27.5F, 2.0F);
   scatter.AddScatterPoint(0.0F, 0.0F);
+  EXPECT_EQ(Shown(), zoom) << "holds while fixes come in";
+  scatter.TChart1.UserUndoZoom();
   EXPECT_EQ(Shown(), (AxisRange{-28.0, 28.0}));
   scatter.AddScatterPoint(NoValue, 2.0F);
   EXPECT_EQ(chart.Series(0).Count(), 4);

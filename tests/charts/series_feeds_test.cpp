@@ -1,5 +1,6 @@
 #include "charts/series_feeds.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "charts/chart_session.h"
@@ -24,26 +25,19 @@ class FeedTest : public ChartSession {
 };
 
 TEST_F(FeedTest, PlotsAFixAtTheTimeOfItsSentence) {
-  records.MessageDate[1] = kDate;
-  records.LastSentenceTime[1] = kDate;
+  SetTime(0, 0, 0);
   Send(GGA("120000", 1, 9));
-  Send(GGA("120001", 1, 9));
-  const Series& radius = SeriesOf(SentenceType::GGA, 0, 0);
-  ASSERT_EQ(radius.Count(), 2);
-  EXPECT_NEAR(radius.At(1).x, kDate.days + 43201.0 / 86400.0, 1e-9);
+  Send("$GPGGA,120001,0000.0000,N,00000.3000,E,1,9,,12.5,M,0.0,M,,*00");
+  const Chart& chart = charts.TimeSeriesOf(1, SentenceType::GGA).TChart(0);
+  ASSERT_EQ(chart.Series(0).Count(), 2);
+  EXPECT_NEAR(chart.Series(0).At(1).x, kDate.days + 43201.0 / 86400.0, 1e-9);
   // A tenth of a minute of longitude on the equator: 6378137 m times the angle in radians.
-  EXPECT_NEAR(radius.At(0).y, 185.5325F, 0.001F);
+  EXPECT_NEAR(chart.Series(0).At(0).y, 185.5325F, 0.001F);
   EXPECT_EQ(Of(SentenceType::GGA, 1, 0), (Points{0.0F, 0.0F}));
   EXPECT_NEAR(*Of(SentenceType::GGA, 1, 1)[0], 185.5325F, 0.001F);
   EXPECT_EQ(Of(SentenceType::GGA, 1, 2), (Points{12.5F, 12.5F}));
-  EXPECT_EQ(Of(SentenceType::GGA, 2, 1), (Points{1.2F, 1.2F}));
-}
-
-TEST_F(FeedTest, MovesTheMarkersAndTheComputedSeriesWithTheRadius) {
-  Send("$GPGGA,120000,0000.0000,N,00000.1000,E,1,9,1.2,12.5,M,0.0,M,,*00");
-  Send("$GPGGA,120001,0000.0000,N,00000.3000,E,1,9,1.2,12.5,M,0.0,M,,*00");
-  const Chart& chart = charts.TimeSeriesOf(1, SentenceType::GGA).TChart(0);
-  // Radii of 1 and 3 times 185.5325 m.
+  EXPECT_EQ(Of(SentenceType::GGA, 2, 1), Points{1.2F}) << "missing in the second one";
+  // Mean and deviation of radii of 1 and 3 times 185.5325 m, as markers and as series.
   EXPECT_NEAR(chart.Tools(0).Value(), 371.065, 0.01);
   EXPECT_NEAR(chart.Tools(1).Band().low, 371.065 - 262.3825, 0.01);
   EXPECT_NEAR(chart.Tools(1).Band().high, 371.065 + 262.3825, 0.01);
@@ -53,58 +47,44 @@ TEST_F(FeedTest, MovesTheMarkersAndTheComputedSeriesWithTheRadius) {
 }
 
 TEST_F(FeedTest, ColoursTheBarsOfSatellitesAndQuality) {
-  struct Case {
-    int quality;
-    int satellites;
-    Colour bar;
-    Colour satelliteBar;
-  };
-  const std::vector<Case> cases = {{0, 3, 255, 255},
-                                   {1, 4, 255, 16711935},
-                                   {2, 5, kSeriesColour, kSeriesColour},
-                                   {3, 9, 65280, kSeriesColour},
-                                   {4, 9, 16711935, kSeriesColour},
-                                   {5, 9, 65535, kSeriesColour},
-                                   {6, 9, 16776960, kSeriesColour},
-                                   {7, 9, 16777215, kSeriesColour},
-                                   {8, 9, 65535, kSeriesColour}};
-  for (const Case& one : cases) Send(GGA("120000", one.quality, one.satellites));
-  Send(GGA("120000", 9, 9));
+  constexpr Colour kOwn = kSeriesColour;
+  const std::vector<Colour> qualities = {255,   255,      kOwn,     65280, 16711935,
+                                         65535, 16776960, 16777215, 65535};
+  const std::vector<Colour> counts = {255, 16711935, kOwn};
+  for (int quality = 0; quality <= 9; ++quality) {
+    Send(GGA("120000", quality, std::min(quality, 2) + 3));
+  }
   const Series& bars = SeriesOf(SentenceType::GGA, 3, 0);
   const Series& satellites = SeriesOf(SentenceType::GGA, 2, 0);
   ASSERT_EQ(bars.Count(), 9) << "no bar above quality 8";
   for (int i = 0; i < bars.Count(); ++i) {
-    const Case& one = cases[static_cast<std::size_t>(i)];
-    EXPECT_EQ(bars.At(i).y, static_cast<float>(one.quality));
-    EXPECT_EQ(bars.At(i).colour, one.bar) << one.quality;
-    EXPECT_EQ(satellites.At(i).colour, one.satelliteBar) << one.satellites;
+    EXPECT_EQ(bars.At(i).y, static_cast<float>(i));
+    EXPECT_EQ(bars.At(i).colour, qualities.at(static_cast<std::size_t>(i))) << i;
+    EXPECT_EQ(satellites.At(i).colour, counts.at(static_cast<std::size_t>(std::min(i, 2)))) << i;
   }
 }
 
-TEST_F(FeedTest, BreaksTheAgeBetweenPlainAndDifferentialFixes) {
+TEST_F(FeedTest, BreaksTheAgeBetweenPlainAndDifferentialFixesAndPlotsItWhereWanted) {
+  frmTimeSeries& window = charts.TimeSeriesOf(1, SentenceType::GGA);
   Send(GGA("120000", 2, 9, "3.0", "5"));
   Send(GGA("120001", 5, 9, "4.0", "5"));
   Send(GGA("120002", 1, 9));
   Send(GGA("120003", 0, 0));
   Send(GGA("120004", 4, 9, "1.0", "5"));
   EXPECT_EQ(Of(SentenceType::GGA, 3, 1), (Points{{}, 3.0F, 4.0F, {}, {}, 1.0F}));
-}
-
-TEST_F(FeedTest, LeavesDifferentialDataOutWhereTheyAreNotWanted) {
-  frmTimeSeries& window = charts.TimeSeriesOf(1, SentenceType::GGA);
-  Send(GGA("120000", 2, 9, "3.0", "5"));
   window.chkAgeOff->Click();
-  Send(GGA("120001", 1, 9, "4.0", "5"));
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 1).size(), 2U);
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 0).size(), 2U);
+  Send(GGA("120005", 1, 9, "4.0", "5"));
+  EXPECT_EQ(Of(SentenceType::GGA, 3, 1).size(), 6U);
+  EXPECT_EQ(Of(SentenceType::GGA, 3, 0).size(), 6U);
   window.chkAgeOff->Click();
-  Send(GGA("120002", 1, 9, "5.0", "5"));
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 1), (Points{{}, 3.0F, {}, 5.0F}));
+  Send(GGA("120006", 1, 9, "5.0", "5"));
+  EXPECT_EQ(Of(SentenceType::GGA, 3, 1), (Points{{}, 3.0F, 4.0F, {}, {}, 1.0F, {}, 5.0F}));
   window.chkDGPS->Click();
-  Send(GGA("120003", 2, 9, "6.0", "5"));
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 0).size(), 3U);
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 1).size(), 4U);
-  EXPECT_EQ(Of(SentenceType::GGA, 3, 2).size(), 2U);
+  Send(GGA("120007", 2, 9, "6.0", "5"));
+  const std::vector<std::size_t> counts = {7, 8, 3};
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(Of(SentenceType::GGA, 3, i).size(), counts.at(static_cast<std::size_t>(i))) << i;
+  }
 }
 
 TEST_F(FeedTest, WidensTheAxisOfTheStations) {
@@ -115,13 +95,6 @@ TEST_F(FeedTest, WidensTheAxisOfTheStations) {
   EXPECT_EQ(axis.Range(), (AxisRange{0.0, 121.0}));
   Send(GGA("120002", 1, 9));
   EXPECT_EQ(axis.Range(), (AxisRange{0.0, 121.0})) << "no station, no number";
-}
-
-TEST_F(FeedTest, LeavesOutTheQuantityThatWasMissing) {
-  Send(GGA("120000", 1, 9));
-  Send(GGA("120001", 1, 9, "", "", ""));
-  EXPECT_EQ(Of(SentenceType::GGA, 2, 1).size(), 1U);
-  EXPECT_EQ(Of(SentenceType::GGA, 0, 0).size(), 2U);
 }
 
 TEST_F(FeedTest, LetsTheTwoPositionSentencesShareTheirFilters) {
@@ -214,21 +187,15 @@ TEST_F(FeedTest, PlotsTheSatellitesOncePerGroupAsTheSentencesBeforeHaveLeftThem)
   EXPECT_EQ(Of(SentenceType::GSV, 2, 0), Points{5.0F});
 }
 
-TEST_F(FeedTest, BreaksTheLinesOfOneFeedWhereTheFlagIsRaised) {
+TEST_F(FeedTest, FeedsHiddenWindowsButNoSentenceThatIsNotAnalysed) {
+  EXPECT_FALSE(charts.TimeSeriesOf(1, SentenceType::DBT).Visible());
   SendDepth(4.0F);
   charts.RaiseBreak(1);
   SendDepth(5.0F);
   SendDepth(6.0F);
-  EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{4.0F, {}, 5.0F, 6.0F}));
-}
-
-TEST_F(FeedTest, FeedsHiddenWindowsButNoSentenceThatIsNotAnalysed) {
-  EXPECT_FALSE(charts.TimeSeriesOf(1, SentenceType::DBT).Visible());
-  SendDepth(4.0F);
-  EXPECT_EQ(SeriesOf(SentenceType::DBT, 0, 0).Count(), 1);
   records.CommSetups[1].AnalyseDBT = false;
-  SendDepth(5.0F);
-  EXPECT_EQ(SeriesOf(SentenceType::DBT, 0, 0).Count(), 1);
+  SendDepth(7.0F);
+  EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{4.0F, {}, 5.0F, 6.0F}));
 }
 
 }  // namespace

@@ -75,20 +75,14 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(sky.lblColor(6).ShownColour(), 16777215);
   EXPECT_EQ(Drawn(), (std::vector<std::string>{"3", "4", "7"}));
   EXPECT_EQ(charts.Satellites()(1, 7).Channel, 5);
-  SendSatellite(9, 20, 200);
+  SendSatellite(9, 60, 90);
   EXPECT_EQ(Row(5), "*|*|*|*");
   EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
-}
-
-TEST_F(SkyplotTest, PutsTheDotsWhereTheSatellitesStand) {
-  SendSatellite(9, 60, 90);
-  sky.Refresh();
   const Shape& dot = sky.picSkyplot.Transient().at(0);
   EXPECT_EQ(dot.kind, ShapeKind::Dot);
   EXPECT_NEAR(dot.x, 30.0, 1e-6);
   EXPECT_NEAR(dot.y, 0.0, 1e-6);
-  EXPECT_EQ(dot.pen.width, 5);
-  EXPECT_EQ(dot.pen.colour, kLightRed);
+  EXPECT_EQ(dot.pen, (Pen{.width = 5, .colour = kLightRed}));
 }
 
 TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
@@ -143,18 +137,15 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   EXPECT_EQ(shapes.back().y, -75.0) << "moved up by 10";
 }
 
-TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClicked) {
+TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
+  const auto flag = static_cast<WindowFlag>(14 + 9);
+  EXPECT_EQ(sky.Caption(), "Skyplot 1 - Bridge - GSA/GSV Numerics");
   SendSatellite(9, 20, 200);
   sky.Refresh();
   sky.lblSv(2).Click();
-  EXPECT_FALSE(records.SystemSetups[1][static_cast<WindowFlag>(14 + 9)]);
+  EXPECT_FALSE(records.SystemSetups[1][flag]);
   sky.lblSv(1).Click();
-  EXPECT_TRUE(records.SystemSetups[1][static_cast<WindowFlag>(14 + 9)]);
-}
-
-TEST_F(SkyplotTest, ResetsOnlyWhereItIsOpen) {
-  EXPECT_EQ(sky.Caption(), "Skyplot 1 - Bridge - GSA/GSV Numerics");
-  SendSatellite(9, 20, 200);
+  EXPECT_TRUE(records.SystemSetups[1][flag]);
   charts.ResetSkyplot();
   EXPECT_TRUE(sky.Visible());
   EXPECT_EQ(Row(1), "*|*|*|*");

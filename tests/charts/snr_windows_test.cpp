@@ -1,8 +1,8 @@
 #include "charts/snr_windows.h"
 
 #include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
-#include <utility>
 
 #include "charts/chart_session.h"
 
@@ -10,20 +10,9 @@ namespace fathomline {
 namespace {
 
 TEST(SNRRows, FollowTheTestsOfThePRN) {
-  for (const auto& [prn, row] : std::vector<std::pair<int, int>>{{1, 1},
-                                                                 {32, 1},
-                                                                 {33, 2},
-                                                                 {64, 2},
-                                                                 {65, 3},
-                                                                 {96, 3},
-                                                                 {97, 0},
-                                                                 {99, 0},
-                                                                 {100, 4},
-                                                                 {132, 4},
-                                                                 {133, 0},
-                                                                 {151, 0}}) {
-    EXPECT_EQ(SNRRowOf(prn), row) << prn;
-  }
+  constexpr std::array kPRNs = {1, 32, 33, 64, 65, 96, 97, 99, 100, 132, 133, 151};
+  constexpr std::array kRows = {1, 1, 2, 2, 3, 3, 0, 0, 4, 4, 0, 0};
+  for (std::size_t i = 0; i < kPRNs.size(); ++i) EXPECT_EQ(SNRRowOf(kPRNs[i]), kRows[i]) << i;
 }
 
 class SNRTest : public ChartSession {

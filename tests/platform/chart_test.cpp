@@ -72,6 +72,25 @@ TEST(Series, KeepsItsPointsAndExtremesThroughAnyAddingAndDeleting) {
       rangeY->low = std::min(rangeY->low, y);
       rangeY->high = std::max(rangeY->high, y);
     }
+    std::optional<AxisRange> stretchesY;
+    int next = 0;
+    for (int s = 0; s < series.StretchCount(); ++s) {
+      const Series::Stretch stretch = series.StretchAt(s);
+      ASSERT_EQ(stretch.begin, next);
+      next = stretch.end;
+      for (int i = stretch.begin; i < stretch.end; ++i) {
+        const Series::Point point = series.At(i);
+        ASSERT_FALSE(stretch.uniform && point.null);
+        ASSERT_TRUE(point.x >= stretch.x.low && point.end <= stretch.x.high);
+        ASSERT_TRUE(point.null || (stretch.y && point.y >= stretch.y->low));
+      }
+      if (!stretch.y) continue;
+      if (!stretchesY) stretchesY = stretch.y;
+      stretchesY->low = std::min(stretchesY->low, stretch.y->low);
+      stretchesY->high = std::max(stretchesY->high, stretch.y->high);
+    }
+    ASSERT_EQ(next, series.Count());
+    ASSERT_EQ(stretchesY, rangeY) << step;
     ASSERT_EQ(series.RangeX(), rangeX) << step;
     ASSERT_EQ(series.RangeY(), rangeY) << step;
   }

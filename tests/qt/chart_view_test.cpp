@@ -1,6 +1,11 @@
 // Charts on the desktop: axes, gaps, colours, mouse and export.
+#include <QClipboard>
 #include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QSet>
 #include <QTemporaryDir>
+#include <QToolTip>
 #include <qcustomplot.h>
 
 #include "platform/chart.h"
@@ -37,6 +42,35 @@ class ChartViews : public QtFixture {
             static_cast<int>(plot.yAxis->coordToPixel(value))};
   }
 
+  void Drag(Qt::MouseButton button, Qt::KeyboardModifiers with, QPoint from, QPoint to) {
+    QCustomPlot& plot = *Find<QCustomPlot>(chart);
+    QTest::mousePress(&plot, button, with, from);
+    for (const QPoint at : {(from + to) / 2, to}) {
+      QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, button, with);
+      QApplication::sendEvent(&plot, &move);
+    }
+    QTest::mouseRelease(&plot, button, with, to);
+  }
+
+  void ChooseFromMenu(const char* action) {
+    QTest::mouseClick(Find<QCustomPlot>(chart), Qt::RightButton);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* const entry : menu->actions()) {
+      if (entry->text().remove(QLatin1Char('&')) != QLatin1String(action)) continue;
+      QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+      return;
+    }
+    ADD_FAILURE() << action;
+  }
+
+  static void AnswerFileDialog(const QString& path) {
+    auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    dialog->selectFile(path);
+    QMetaObject::invokeMethod(dialog, "accept");
+  }
+
   // Whether the colour stands at the point or right beside it.
   static bool Near(const QImage& image, const QPoint& at, const QColor& colour) {
     for (int x = -2; x <= 2; ++x) {
@@ -55,22 +89,19 @@ class ChartViews : public QtFixture {
   }
 };
 
-TEST_F(ChartViews, ANullPointLeavesAGapInTheLine) {
+TEST_F(ChartViews, ANullPointLeavesAGapAndAPeakAmongManyPointsIsSeen) {
   auto& series = chart.AddSeries({.title = "dN", .colour = kBlue});
   for (const double x : {0.0, 1.0}) series.Add(x, 5.0F);
   series.AddNull(2.0);
   for (const double x : {3.0, 4.0}) series.Add(x, 5.0F);
-  const QImage image = Picture();
+  QImage image = Picture();
   EXPECT_TRUE(Near(image, At(0.5, 5.0), Qt::blue));
   EXPECT_FALSE(Near(image, At(2.0, 5.0), Qt::blue));
   EXPECT_TRUE(Near(image, At(3.5, 5.0), Qt::blue));
-}
-
-TEST_F(ChartViews, APeakAmongManyPointsIsSeen) {
-  auto& series = chart.AddSeries({.title = "dN", .colour = kRed});
+  series.Clear();
   for (int i = 0; i < 100000; ++i) series.Add(i, i == 50123 ? 10.0F : 0.0F);
-  const QImage image = Picture();
-  EXPECT_TRUE(Near(image, At(50123.0, 9.0), Qt::red));
+  image = Picture();
+  EXPECT_TRUE(Near(image, At(50123.0, 9.0), Qt::blue));
 }
 
 TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
@@ -78,64 +109,116 @@ TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
   bars.Add(0.0, 4.0F);
   bars.Add(10.0, 8.0F, kYellow);
   auto& gantt = chart.AddSeries({.title = "Sv", .kind = SeriesKind::Gantt, .colour = kMagenta});
-  gantt.AddGantt(2.0, 8.0, 6.0F);
+  for (const double end : {4.0, 8.0}) gantt.AddGantt(2.0, end, 6.0F);
   const QImage image = Picture();
   EXPECT_TRUE(Near(image, At(10.0, 4.0), Qt::yellow));
   EXPECT_TRUE(Near(image, At(0.0, 2.0), Qt::blue));
-  EXPECT_TRUE(Near(image, At(5.0, 6.0), Qt::magenta));
+  EXPECT_TRUE(Near(image, At(7.0, 6.0), Qt::magenta));
   EXPECT_FALSE(Near(image, At(9.0, 6.0), Qt::magenta));
 }
 
-TEST_F(ChartViews, ATimeAxisCountsSecondsOfUtc) {
-  chart.Bottom().SetLabelFormat("hh:nn:ss");
-  auto& series = chart.AddSeries({.title = "dN"});
-  series.Add(kDay, 1.0F);
-  series.Add(kDay + 0.5, 2.0F);
+TEST_F(ChartViews, LabelsOfATimeAxisStandApartInUtc) {
+  chart.Bottom().SetLabelFormat("hh:nn");
+  chart.Bottom().SetAutomatic(false);
   QCustomPlot& plot = Drawn();
-  EXPECT_NEAR(plot.xAxis->range().size(), 43200.0, 1e-3);
+  const QFontMetrics metrics(plot.xAxis->tickLabelFont());
+  for (const double seconds :
+       {5.0, 20.0, 600.0, 900.0, 1800.0, 3600.0, 7200.0, 21600.0, 43200.0, 86400.0, 3e5, 1e9}) {
+    chart.Bottom().SetMinimum(kDay);
+    chart.Bottom().SetMaximum(kDay + seconds / 86400.0);
+    for (const int width : {270, 300, 417, 640, 1300, 1920}) {
+      plot.resize(width, 150);
+      face.Draw();
+      plot.replot();
+      EXPECT_NEAR(plot.xAxis->range().size(), seconds, 1e-3 + seconds * 1e-9);
+      double free = 0.0;
+      const auto ticks = plot.xAxis->tickVector();
+      const auto labels = plot.xAxis->tickVectorLabels();
+      EXPECT_FALSE(ticks.isEmpty());
+      const auto different = QSet<QString>(labels.begin(), labels.end()).size();
+      EXPECT_TRUE(seconds == 86400.0 || different == labels.size()) << seconds;
+      for (int i = 0; i < ticks.size(); ++i) {
+        int wide = 0;
+        for (const QString& line : labels[i].split(QLatin1Char('\n'))) {
+          wide = std::max(wide, metrics.horizontalAdvance(line));
+        }
+        const double middle = plot.xAxis->coordToPixel(ticks[i]);
+        EXPECT_GT(middle - wide / 2.0, free) << seconds << " s on " << width << " pixels";
+        free = middle + wide / 2.0;
+      }
+      EXPECT_LE(free, width) << seconds << " s on " << width << " pixels";
+    }
+  }
   EXPECT_NEAR(std::fmod(plot.xAxis->range().lower, 86400.0), 0.0, 1e-3);
 }
 
-TEST_F(ChartViews, TheWheelZoomsAndADoubleClickUndoes) {
+TEST_F(ChartViews, TheMouseZoomsPansAndUndoesAndAZoomHoldsWhileDataComeIn) {
   auto& series = chart.AddSeries({.title = "dN"});
   series.Add(0.0, 0.0F);
-  series.Add(100.0, 1.0F);
+  series.Add(100.0, 100.0F);
   int zooms = 0;
   int undone = 0;
+  int scrolls = 0;
   chart.onZoom = [&] { ++zooms; };
   chart.onUndoZoom = [&] { ++undone; };
+  chart.onScroll = [&] { ++scrolls; };
   QCustomPlot& plot = Drawn();
-  const QPoint middle = At(50.0, 0.5);
+  const QPoint middle = At(50.0, 50.0);
+  const auto bottom = [this] { return chart.Bottom().Range(); };
+  const auto undo = [&] {
+    QTest::mouseDClick(&plot, Qt::LeftButton, {}, middle);
+    face.Draw();
+  };
   QWheelEvent wheel(middle, plot.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, {},
                     Qt::NoScrollPhase, false);
   QApplication::sendEvent(&plot, &wheel);
   EXPECT_EQ(zooms, 1);
-  ASSERT_TRUE(chart.Bottom().Zoom().has_value());
-  EXPECT_NEAR(chart.Bottom().Zoom()->high - chart.Bottom().Zoom()->low, 80.0, 1.0);
+  EXPECT_NEAR(bottom().high - bottom().low, 80.0, 1.0);
   series.Add(200.0, 1.0F);
   face.Draw();
   EXPECT_NEAR(plot.xAxis->range().size(), 80.0, 1.0);
-  QTest::mouseDClick(&plot, Qt::LeftButton, {}, middle);
+  undo();
   EXPECT_EQ(undone, 1);
   EXPECT_NEAR(plot.xAxis->range().upper, 200.0, 1e-6);
+  series.DeleteOldest();
+  series.Add(0.0, 0.0F);
+
+  Drag(Qt::LeftButton, {}, At(20.0, 80.0), At(60.0, 40.0));
+  EXPECT_NEAR(bottom().low, 20.0, 2.0);
+  EXPECT_NEAR(bottom().high, 60.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().low, 40.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().high, 80.0, 2.0);
+  face.Draw();
+  Drag(Qt::RightButton, {}, At(40.0, 60.0), At(50.0, 50.0));
+  EXPECT_NEAR(bottom().low, 10.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().low, 50.0, 2.0);
+  face.Draw();
+  Drag(Qt::LeftButton, Qt::ShiftModifier, At(30.0, 60.0), At(20.0, 60.0));
+  EXPECT_NEAR(bottom().low, 20.0, 2.0);
+  EXPECT_EQ(zooms, 2);
+  EXPECT_GE(scrolls, 2);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "a drag opens no menu";
 }
 
-TEST_F(ChartViews, ARubberBandZoomsBothAxes) {
-  auto& series = chart.AddSeries({.title = "dN"});
-  series.Add(0.0, 0.0F);
-  series.Add(100.0, 100.0F);
-  QCustomPlot& plot = Drawn();
-  QTest::mousePress(&plot, Qt::LeftButton, {}, At(20.0, 80.0));
-  for (const QPoint at : {At(40.0, 60.0), At(60.0, 40.0)}) {
-    QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(&plot, &move);
+TEST_F(ChartViews, TheMouseReadsOutTheNearestPointOfEachSeries) {
+  chart.Bottom().SetLabelFormat("hh:nn");
+  auto& north = chart.AddSeries({.title = "dN"});
+  auto& east = chart.AddSeries({.title = "dE"});
+  for (int i = 0; i < 1000; ++i) {
+    north.Add(kDay + i / 1440.0, static_cast<float>(i));
+    if (i % 100 == 0) east.Add(kDay + i / 1440.0, -0.5F);
   }
-  QTest::mouseRelease(&plot, Qt::LeftButton, {}, At(60.0, 40.0));
-  ASSERT_TRUE(chart.Bottom().Zoom() && chart.Left().Zoom());
-  EXPECT_NEAR(chart.Bottom().Zoom()->low, 20.0, 1.0);
-  EXPECT_NEAR(chart.Bottom().Zoom()->high, 60.0, 1.0);
-  EXPECT_NEAR(chart.Left().Zoom()->low, 40.0, 2.0);
-  EXPECT_NEAR(chart.Left().Zoom()->high, 80.0, 2.0);
+  QCustomPlot& plot = Drawn();
+  const QPoint at(static_cast<int>(plot.xAxis->coordToPixel(plot.xAxis->range().center())),
+                  plot.axisRect()->center().y());
+  QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, {}, {});
+  QApplication::sendEvent(&plot, &move);
+  const QStringList lines = QToolTip::text().split(QLatin1Char('\n'));
+  ASSERT_EQ(lines.size(), 3) << QToolTip::text().toStdString();
+  // The middle of 0 to 999 minutes; a column of pixels is about two of them.
+  EXPECT_TRUE(lines[0].contains(QStringLiteral(" 08:"))) << lines[0].toStdString();
+  EXPECT_NEAR(lines[1].section(QLatin1Char(' '), -1).toDouble(), 499.5, 3.0);
+  EXPECT_EQ(lines[2], QStringLiteral("dE: -0.5"));
 }
 
 TEST_F(ChartViews, AClickOnAnAxisComesWhenTheMouseEventIsOver) {
@@ -150,32 +233,32 @@ TEST_F(ChartViews, AClickOnAnAxisComesWhenTheMouseEventIsOver) {
   EXPECT_EQ(clicked, AxisSide::Bottom);
 }
 
-TEST_F(ChartViews, PicturesAreWrittenInEveryFormatAlsoOfAHiddenWindow) {
+TEST_F(ChartViews, TheMenuCopiesAndSavesPicturesAndPoints) {
   auto& series = chart.AddSeries({.title = "Northing", .colour = kBlue});
   series.Add(0.0, 0.0F);
-  series.Add(1.0, 1.0F);
-  QCustomPlot& plot = Drawn();
-  window.Hide();
-  face.Draw();
-  const PaintOnto paint = [&](QPaintDevice& device, const QSize& size) {
-    QCPPainter painter(&device);
-    painter.setMode(QCPPainter::pmVectorized);
-    plot.toPainter(&painter, size.width(), size.height());
-  };
+  series.Add(1.0, 1.5F);
+  Drawn();
   const QTemporaryDir folder;
-  for (const char* const name : {"a.png", "a.svg", "a.pdf"}) {
-    EXPECT_EQ(WritePicture(folder.filePath(name), {640, 200}, paint), QString());
-  }
-  EXPECT_EQ(QImage(folder.filePath("a.png")).size(), QSize(1280, 400));
-  QFile svg(folder.filePath("a.svg"));
-  ASSERT_TRUE(svg.open(QIODevice::ReadOnly));
-  const QByteArray text = svg.readAll();
-  EXPECT_TRUE(text.contains(">Northing</text>"));
-  EXPECT_TRUE(text.contains("stroke=\"#0000ff\""));
-  QFile pdf(folder.filePath("a.pdf"));
-  ASSERT_TRUE(pdf.open(QIODevice::ReadOnly));
-  EXPECT_TRUE(pdf.readAll().startsWith("%PDF"));
-  EXPECT_NE(WritePicture(folder.filePath("none/a.png"), {64, 64}, paint), QString());
+  const auto saved = [&](const char* action, const char* name) {
+    const QString path = folder.filePath(QString::fromLatin1(name));
+    QTimer::singleShot(0, [path] { AnswerFileDialog(path); });
+    ChooseFromMenu(action);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    return file.readAll();
+  };
+  ChooseFromMenu("Copy picture");
+  EXPECT_EQ(QApplication::clipboard()->image().size(), Find<QCustomPlot>(chart)->size());
+  EXPECT_EQ(saved("Save points shown as CSV ...", "a.csv"),
+            "X,Series,Value\n0,Northing,0\n1,Northing,1.5\n");
+  const QImage png = QImage::fromData(saved("Save picture ...", "a.png"));
+  EXPECT_EQ(png.size(), Find<QCustomPlot>(chart)->size() * 2);
+  EXPECT_TRUE(saved("Save picture ...", "a.pdf").startsWith("%PDF"));
+  const QByteArray svg = saved("Save picture ...", "a.svg");
+  EXPECT_TRUE(svg.contains(">Northing</text>"));
+  EXPECT_TRUE(svg.contains("stroke=\"#0000ff\""));
+  EXPECT_NE(WritePicture(folder.filePath("none/a.png"), {64, 64}, [](QPaintDevice&, QSize) {}),
+            QString());
 }
 
 }  // namespace

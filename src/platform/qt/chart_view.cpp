@@ -32,7 +32,7 @@ struct SideMargins {
   int withoutAxis;
 };
 constexpr SideMargins kUsualMargins{82, 66, 30};
-constexpr SideMargins kNarrowMargins{62, 56, 24};
+constexpr SideMargins kNarrowMargins{62, 56, 30};
 constexpr int kNarrow = 420;
 constexpr int kTopMargin = 6;
 constexpr int kTickRoom = 8;
@@ -266,7 +266,7 @@ void ChartView::FollowSeries() {
 
 void ChartView::FollowAxis(QCPAxis& axis, const Axis& plain) {
   const bool bottom = plain.Side() == AxisSide::Bottom;
-  axis.setLabel(ToQt(plain.Title()));
+  if (bottom) axis.setLabel(ToQt(plain.Title()));
   axis.setVisible(plain.Visible());
   const AxisRange range = plain.Range();
   double low = std::min(range.low, range.high);
@@ -363,8 +363,10 @@ void ChartView::Fit() {
     const int label = metrics.horizontalAdvance(QStringLiteral("00000.00"));
     plot_->xAxis->ticker()->setTickCount(std::clamp(width / (label * 2), 2, 10));
   }
-  for (QCPAxis* const axis : {plot_->yAxis, plot_->yAxis2}) {
-    axis->ticker()->setTickCount(std::clamp(height / kTicksApart + 1, 2, 10));
+  for (const Axis* const plain : {&chart_.Left(), &chart_.Right()}) {
+    QCPAxis& axis = plain == &chart_.Left() ? *plot_->yAxis : *plot_->yAxis2;
+    axis.ticker()->setTickCount(std::clamp(height / kTicksApart + 1, 2, 10));
+    axis.setLabel(metrics.elidedText(ToQt(plain->Title()), Qt::ElideRight, std::max(height, 1)));
   }
 }
 

@@ -13,6 +13,8 @@ namespace {
 
 constexpr double kUnixEpochDays = 25569.0;
 constexpr double kLineWidth = 1.4;
+// A line of so few is smooth on a narrow chart too.
+constexpr int kSmoothPoints = 800;
 constexpr double kFarAway = 1e5;
 constexpr double kBarShare = 0.7;
 constexpr double kWidestBar = 26.0;
@@ -214,7 +216,7 @@ class LineStrip {
 
 void SeriesPlottable::DrawLine(QCPPainter& painter, const Place& place) const {
   const Series& series = Shown();
-  LineStrip strip(painter, place.columns);
+  LineStrip strip(painter, std::max(place.columns, kSmoothPoints));
   Colour colour = kSeriesColour;
   strip.SetColour(ColourOf(colour));
   const auto add = [&](const Series::Point& first, const Series::Point& last, double low,
