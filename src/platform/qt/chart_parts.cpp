@@ -15,8 +15,8 @@ constexpr double kFarAway = 1e5;
 constexpr int kBandAlpha = 110;
 
 constexpr int kStripMargin = 4;
-constexpr int kEntryGap = 14;
-constexpr int kSampleWidth = 14;
+constexpr int kEntryGap = 10;
+constexpr int kSampleWidth = 10;
 constexpr int kMostLegendLines = 3;
 // Of the plot, for each line of the legend.
 constexpr int kHeightPerLegendLine = 55;
