@@ -66,7 +66,7 @@ class ChartViews : public QtFixture {
 
   static void AnswerFileDialog(const QString& path) {
     auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
+    if (dialog == nullptr) return;
     dialog->selectFile(path);
     QMetaObject::invokeMethod(dialog, "accept");
   }
@@ -241,13 +241,18 @@ TEST_F(ChartViews, TheMenuCopiesAndSavesPicturesAndPoints) {
   const QTemporaryDir folder;
   const auto saved = [&](const char* action, const char* name) {
     const QString path = folder.filePath(QString::fromLatin1(name));
-    QTimer::singleShot(0, [path] { AnswerFileDialog(path); });
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [path] { AnswerFileDialog(path); });
+    answer.start(1);
     ChooseFromMenu(action);
+    PumpUntil([&] { return QFile::exists(path); });
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
     return file.readAll();
   };
+  QApplication::clipboard()->clear();
   ChooseFromMenu("Copy picture");
+  PumpUntil([] { return !QApplication::clipboard()->image().isNull(); });
   EXPECT_EQ(QApplication::clipboard()->image().size(), Find<QCustomPlot>(chart)->size());
   EXPECT_EQ(saved("Save points shown as CSV ...", "a.csv"),
             "X,Series,Value\n0,Northing,0\n1,Northing,1.5\n");

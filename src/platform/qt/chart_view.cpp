@@ -455,15 +455,18 @@ void ChartView::ShowMenu(const QPoint& at) {
   };
   auto* const menu = new QMenu(plot_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(QStringLiteral("&Undo zoom"), plot_, [this] { UndoZoom(); });
+  // What waits for a file lets the menu go, which must not happen under its own mouse event.
+  const auto add = [this, menu](const QString& text, auto action) {
+    QObject::connect(menu->addAction(text), &QAction::triggered, plot_, action,
+                     Qt::QueuedConnection);
+  };
+  add(QStringLiteral("&Undo zoom"), [this] { UndoZoom(); });
   menu->addSeparator();
-  menu->addAction(QStringLiteral("&Copy picture"), plot_,
-                  [this] { QApplication::clipboard()->setPixmap(plot_->toPixmap()); });
-  menu->addAction(QStringLiteral("&Save picture ..."), plot_, [this, paint] {
-    User([&] { SavePicture(Context().face, plot_->size(), paint); });
-  });
-  menu->addAction(QStringLiteral("Save &points shown as CSV ..."), plot_,
-                  [this] { User([this] { SavePoints(); }); });
+  add(QStringLiteral("&Copy picture"),
+      [this] { QApplication::clipboard()->setPixmap(plot_->toPixmap()); });
+  add(QStringLiteral("&Save picture ..."),
+      [this, paint] { User([&] { SavePicture(Context().face, plot_->size(), paint); }); });
+  add(QStringLiteral("Save &points shown as CSV ..."), [this] { User([this] { SavePoints(); }); });
   menu->popup(at);
 }
 

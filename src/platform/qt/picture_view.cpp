@@ -112,11 +112,15 @@ void PictureView::ShowMenu(const QPoint& at) {
   };
   auto* const menu = new QMenu(surface_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(QStringLiteral("&Copy picture"), surface_,
-                  [this] { QApplication::clipboard()->setPixmap(surface_->grab()); });
-  menu->addAction(QStringLiteral("&Save picture ..."), surface_, [this, paint] {
-    User([&] { SavePicture(Context().face, surface_->size(), paint); });
-  });
+  // What waits for a file lets the menu go, which must not happen under its own mouse event.
+  const auto add = [this, menu](const QString& text, auto action) {
+    QObject::connect(menu->addAction(text), &QAction::triggered, surface_, action,
+                     Qt::QueuedConnection);
+  };
+  add(QStringLiteral("&Copy picture"),
+      [this] { QApplication::clipboard()->setPixmap(surface_->grab()); });
+  add(QStringLiteral("&Save picture ..."),
+      [this, paint] { User([&] { SavePicture(Context().face, surface_->size(), paint); }); });
   menu->popup(at);
 }
 
