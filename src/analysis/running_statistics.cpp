@@ -93,10 +93,10 @@ void CountAbsolute(DeviationStat& stat, float value) {
 }
 
 // Walks the bins in the given order until the accumulated share passes 95%. The share is a
-// single; each division is made in double precision.
+// single; each division is made in double precision. A figure that is not reached stays.
 template <class Bins, class Figure>
-Percentiles WalkBins(const Bins& bins, std::int32_t total, int from, int to, Figure figure) {
-  Percentiles percentiles;
+Percentiles WalkBins(const Bins& bins, std::int32_t total, int from, int to, Figure figure,
+                     Percentiles percentiles = {}) {
   if (total == 0) return percentiles;
   const int step = from < to ? 1 : -1;
   bool pending68 = true;
@@ -160,7 +160,12 @@ void ResetDeviationStat(DeviationStat& stat) {
 }
 
 Percentiles SNRStat::ComputePercentiles() const {
-  return WalkBins(SNRBins, SNRTotal, 101, 1, [](int i) { return static_cast<float>(i - 1); });
+  return Kept ? *Kept : Walk({});
+}
+
+Percentiles SNRStat::Walk(const Percentiles& before) const {
+  return WalkBins(
+      SNRBins, SNRTotal, 101, 1, [](int i) { return static_cast<float>(i - 1); }, before);
 }
 
 void AccumulateSNR(float value, SNRStat& stat, const Stamp& stamp) {
@@ -169,9 +174,11 @@ void AccumulateSNR(float value, SNRStat& stat, const Stamp& stamp) {
     return;
   }
   AccumulateSingle(stat.Stat, value, stamp);
+  if (value < 0.0F && !stat.Kept) stat.Kept = stat.ComputePercentiles();
   CountUp(stat.SNRTotal);
   if (value < 0.0F) Raise(FaultNumber::OutOfRange);
   CountUp(stat.SNRBins[value <= 100.0F ? static_cast<std::size_t>(value) : 101]);
+  if (stat.Kept) stat.Kept = stat.Walk(*stat.Kept);
 }
 
 void ResetSNRStat(SNRStat& stat) {

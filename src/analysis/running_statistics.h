@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -91,8 +92,13 @@ struct SNRStat {
   std::int32_t SNRTotal = 0;
   std::array<std::int32_t, 102> SNRBins{};  // whole numbers 1 to 100, and 101 for all above
 
+  // The figures from the first negative value on, taken at every sample: it is in the total and in
+  // no bin, so that they are no longer those of the bins alone.
+  std::optional<Percentiles> Kept;
+
   // Lower bounds: 68% and 95% of the samples lie above them.
   Percentiles ComputePercentiles() const;
+  Percentiles Walk(const Percentiles& before) const;
 };
 
 // Takes one value; NoValue and 0 are counted as rejected. Raises OutOfRange for a negative one.

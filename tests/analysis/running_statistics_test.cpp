@@ -138,7 +138,15 @@ TEST(SNRStat, FiguresLieBelowTheSamples) {
   ResetSNRStat(stat);
   Take(stat, {150.0F});
   EXPECT_EQ(stat.ComputePercentiles().P95, 100.0F);
+
+  // A negative value is in the total and in no bin. A figure that cannot be reached stays.
+  ResetSNRStat(stat);
+  Take(stat, {40.0F, 42.0F, 44.0F});
   ExpectFault(FaultNumber::OutOfRange, [&] { Take(stat, {-1.0F}); });
+  EXPECT_EQ(stat.ComputePercentiles().P95, 39.0F);
+  Take(stat, {46.0F});
+  EXPECT_EQ(stat.ComputePercentiles().P68, 39.0F);  // passed with 40, 80% of five
+  EXPECT_EQ(stat.ComputePercentiles().P95, 39.0F);  // out of reach
 }
 
 }  // namespace
