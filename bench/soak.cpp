@@ -2,7 +2,10 @@
 // program on the desktop face for a long time. What the program logs is compared with what was
 // sent.
 //
-//   QT_QPA_PLATFORM=offscreen soak SIMULATOR [SECONDS [LINES_PER_SECOND [charts]]]
+//   QT_QPA_PLATFORM=offscreen soak SIMULATOR [SECONDS [LINES_PER_SECOND [SPEED [charts]]]]
+//
+// Seconds and rate are those of the simulated time, which goes by SPEED times as fast: a day in ten
+// minutes with "86400 4 144".
 #include <QApplication>
 #include <QMessageBox>
 #include <QProcess>
@@ -82,10 +85,11 @@ Comparison Compare(const std::vector<std::string>& sent, const std::vector<std::
 
 class Soak {
  public:
-  Soak(QString simulator, int seconds, int linesPerSecond, bool charts)
+  Soak(QString simulator, int seconds, int linesPerSecond, int speed, bool charts)
       : simulator_(std::move(simulator)),
         seconds_(seconds),
         linesPerSecond_(linesPerSecond),
+        speed_(speed),
         charts_(charts) {}
 
   int Run() {
@@ -123,7 +127,8 @@ class Soak {
     QStringList arguments = where;
     arguments << "--sentences" << QStringLiteral("GGA:%1,RMC:%1,HDT:%1,ATT:%1").arg(rate)
               << "--duration" << QString::number(seconds_) << "--seed" << QString::number(system)
-              << "--output" << QString::fromStdString(CopyPath(system));
+              << "--speed" << QString::number(speed_) << "--output"
+              << QString::fromStdString(CopyPath(system));
     QProcess& process = Simulator(system);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(simulator_, arguments);
@@ -232,6 +237,7 @@ class Soak {
   QString simulator_;
   int seconds_;
   int linesPerSecond_;
+  int speed_;
   bool charts_;
   int tcpPort_ = 0;
   int udpPort_ = 0;
@@ -259,12 +265,13 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const QStringList arguments = QCoreApplication::arguments();
   if (arguments.size() < 2) {
-    std::fputs("Usage: soak SIMULATOR [SECONDS [LINES_PER_SECOND [charts]]]\n", stderr);
+    std::fputs("Usage: soak SIMULATOR [SECONDS [LINES_PER_SECOND [SPEED [charts]]]]\n", stderr);
     return 2;
   }
   const int seconds = arguments.size() > 2 ? arguments[2].toInt() : 600;
   const int lines = arguments.size() > 3 ? arguments[3].toInt() : 1000;
-  fathomline::Soak soak(arguments[1], seconds, lines, arguments.size() > 4);
+  const int speed = arguments.size() > 4 ? arguments[4].toInt() : 1;
+  fathomline::Soak soak(arguments[1], seconds, lines, speed, arguments.size() > 5);
   const int status = soak.Run();
   std::fflush(stdout);
   return status;
