@@ -89,7 +89,9 @@ class ReplayRun {
     Records& records = program_.records;
     // Looked at before anything else is done, so that a misspelt name leaves nothing behind.
     try {
-      LineReader(options_.recording).AtEnd();
+      ExpectReadable(options_.recording);
+      // Waits for the one who writes into a named pipe, and keeps it until the replay has it.
+      held_.open(options_.recording);
       program_.UseProgramFolder(options_.programFolder.value_or(DefaultProgramFolder()));
     } catch (const Fault& fault) {
       throw RunError(fault.Description());
@@ -97,7 +99,7 @@ class ReplayRun {
     records.SetDefaultSetup();
     if (options_.setup) {
       try {
-        LineReader(*options_.setup).AtEnd();
+        ExpectReadable(*options_.setup);
       } catch (const Fault& fault) {
         throw RunError(fault.Description());
       }
@@ -206,6 +208,7 @@ class ReplayRun {
   SettingsStore settings_;
   BatchFace face_;
   Program program_;
+  std::ifstream held_;
   double seconds_ = 0.0;
 };
 

@@ -1,9 +1,11 @@
 #include "platform/files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -14,6 +16,7 @@ namespace fathomline {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
+constexpr std::size_t kLargestWhole = std::size_t{16} * 1024 * 1024;
 constexpr int kFirstFreeNumber = 5;
 
 std::string FolderOf(const std::string& path) {
@@ -33,6 +36,7 @@ FaultNumber NumberOf(int error, const std::string& path) {
       return FaultNumber::PermissionDenied;
     case EISDIR:
     case EEXIST:
+    case EFBIG:
       return FaultNumber::PathAccess;
     case ENOSPC:
     case EDQUOT:
@@ -45,8 +49,9 @@ FaultNumber NumberOf(int error, const std::string& path) {
 [[noreturn]] void RaiseSystemError(int error, const std::string& path) {
   const FaultNumber number = NumberOf(error, path);
   std::string cause(Description(number));
-  if (number == FaultNumber::DeviceError)
+  if (number == FaultNumber::DeviceError || number == FaultNumber::PathAccess) {
     cause.append(" (").append(std::strerror(error)).append(")");
+  }
   Raise(number, cause + ": " + path);
 }
 
@@ -57,6 +62,11 @@ int OpenDescriptor(const std::string& path, int flags) {
   } while (descriptor < 0 && errno == EINTR);
   if (descriptor < 0) RaiseSystemError(errno, path);
   return descriptor;
+}
+
+// A pipe that nobody writes to, or a device, must not hold the program up.
+int OpenToRead(const std::string& path) {
+  return OpenDescriptor(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
 }
 
 void WriteAll(int descriptor, std::string_view bytes, const std::string& path) {
@@ -86,23 +96,23 @@ class Descriptor {
 }  // namespace
 
 LineReader::LineReader(const std::string& path)
-    : descriptor_(OpenDescriptor(path, O_RDONLY)),
+    : descriptor_(OpenToRead(path)),
       path_(path),
       buffer_(std::make_unique<char[]>(kBlock)),
       capacity_(kBlock) {
   struct stat status {};
-  if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
-    size_ = static_cast<std::uint64_t>(status.st_size);
-  }
+  if (::fstat(descriptor_, &status) != 0) return;
+  isStream_ = !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+  if (S_ISREG(status.st_mode)) size_ = static_cast<std::uint64_t>(status.st_size);
 }
 
 LineReader::~LineReader() {
   ::close(descriptor_);
 }
 
-// Brings more bytes behind those that wait. False when there are no more.
-bool LineReader::Fill() {
-  if (exhausted_) return false;
+// Brings more bytes behind those that wait.
+LineReader::Read LineReader::ReadMore() {
+  if (exhausted_) return Read::End;
   if (begin_ > 0) {
     std::memmove(buffer_.get(), buffer_.get() + begin_, end_ - begin_);
     end_ -= begin_;
@@ -118,13 +128,38 @@ bool LineReader::Fill() {
   do {
     count = ::read(descriptor_, buffer_.get() + end_, capacity_ - end_);
   } while (count < 0 && errno == EINTR);
+  if (count < 0 && errno == EAGAIN) return Read::Nothing;
   if (count <= 0) {
     exhausted_ = true;
     if (count < 0) RaiseSystemError(errno, path_);
-    return false;
+    return Read::End;
   }
   end_ += static_cast<std::size_t>(count);
-  return true;
+  return Read::Bytes;
+}
+
+bool LineReader::Fill() {
+  const Read read = ReadMore();
+  if (read == Read::Nothing) RaiseSystemError(EAGAIN, path_);
+  return read == Read::Bytes;
+}
+
+bool LineReader::WaitForLine(std::chrono::steady_clock::time_point until) {
+  using std::chrono::milliseconds;
+  for (std::size_t scanned = 0;;) {
+    const std::size_t waiting = end_ - begin_;
+    const char* const line = buffer_.get() + begin_;
+    if (std::memchr(line + scanned, '\n', waiting - scanned) != nullptr) return true;
+    if (waiting >= kLongestLine) return true;
+    scanned = waiting;
+    const Read read = ReadMore();
+    if (read == Read::End) return true;
+    if (read == Read::Bytes) continue;
+    const auto left = std::chrono::ceil<milliseconds>(until - std::chrono::steady_clock::now());
+    if (left <= milliseconds{0}) return false;
+    pollfd input{descriptor_, POLLIN, 0};
+    ::poll(&input, 1, static_cast<int>(left.count()));
+  }
 }
 
 std::string_view LineReader::Next() {
@@ -143,7 +178,7 @@ std::string_view LineReader::Next() {
       return {line, length};
     }
     scanned = waiting;
-    if (Fill()) continue;
+    if (waiting < kLongestLine && Fill()) continue;
     const std::string_view last(buffer_.get() + begin_, waiting);
     begin_ = end_;
     consumed_ += waiting;
@@ -199,7 +234,15 @@ LineReader& FileTable::Reader(int number) {
 void FileTable::Write(int number, std::string_view bytes) {
   const auto found = files_.find(number);
   if (found == files_.end() || !found->second->writer) Raise(FaultNumber::BadFileNumber);
-  WriteAll(found->second->writer->Get(), bytes, found->second->path);
+  const int descriptor = found->second->writer->Get();
+  const off_t begin = ::lseek(descriptor, 0, SEEK_END);
+  try {
+    WriteAll(descriptor, bytes, found->second->path);
+  } catch (const Fault&) {
+    // What comes when there is room again must not continue half a line.
+    if (begin >= 0 && ::ftruncate(descriptor, begin) == 0) ::lseek(descriptor, begin, SEEK_SET);
+    throw;
+  }
 }
 
 void FileTable::Close(int number) {
@@ -228,7 +271,12 @@ void RenameFile(const std::string& from, const std::string& to) {
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  const Descriptor file(OpenDescriptor(path, O_RDONLY));
+  const Descriptor file(OpenToRead(path));
+  struct stat status {};
+  if (::fstat(file.Get(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+    Raise(FaultNumber::PathAccess,
+          std::string(Description(FaultNumber::PathAccess)) + " (Not a file): " + path);
+  }
   std::string content;
   for (;;) {
     const std::size_t have = content.size();
@@ -238,11 +286,20 @@ std::string ReadWholeFile(const std::string& path) {
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) RaiseSystemError(errno, path);
     if (count == 0) return content;
+    if (content.size() > kLargestWhole) RaiseSystemError(EFBIG, path);
   }
 }
 
+void ExpectReadable(const std::string& path) {
+  if (::access(path.c_str(), R_OK) != 0) RaiseSystemError(errno, path);
+  if (FolderExists(path)) RaiseSystemError(EISDIR, path);
+}
+
 void ReplaceFile(const std::string& path, std::string_view content) {
-  const std::string temporary = path + ".tmp";
+  ReplaceFile(path, content, path + ".tmp");
+}
+
+void ReplaceFile(const std::string& path, std::string_view content, const std::string& temporary) {
   try {
     {
       const Descriptor file(OpenDescriptor(temporary, O_WRONLY | O_CREAT | O_TRUNC));

@@ -4,6 +4,7 @@
 // loses nothing. All raise a Fault with the cause and the path where the system refuses.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -14,14 +15,23 @@
 namespace fathomline {
 
 // Reads a file line by line in large blocks. A line ends at LF or CR LF, which both are dropped; a
-// CR without LF stays in the line, and a last line without an ending counts.
+// CR without LF stays in the line, and a last line without an ending counts. A line that passes
+// kLongestLine is cut there, so that no file can fill the memory.
 class LineReader {
  public:
+  static constexpr std::size_t kLongestLine = std::size_t{16} * 1024 * 1024;
+
   explicit LineReader(const std::string& path);
   ~LineReader();
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
 
+  // Whether AtEnd and Next can answer, if need be after waiting until then. A file always can; a
+  // stream, such as a pipe, has to bring a line or end first. One that nobody writes to has ended.
+  bool Ready(std::chrono::steady_clock::time_point until) {
+    return !isStream_ || WaitForLine(until);
+  }
+  // Both raise the system's fault, for a stream that is not ready too.
   bool AtEnd() { return begin_ == end_ && !Fill(); }
   // The view holds until the next call. Raises PastEndOfFile.
   std::string_view Next();
@@ -31,7 +41,10 @@ class LineReader {
   std::uint64_t Size() const { return size_; }
 
  private:
+  enum class Read { Bytes, Nothing, End };
+  Read ReadMore();
   bool Fill();
+  bool WaitForLine(std::chrono::steady_clock::time_point until);
 
   int descriptor_;
   std::string path_;
@@ -40,6 +53,7 @@ class LineReader {
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool exhausted_ = false;
+  bool isStream_ = true;
   std::uint64_t consumed_ = 0;
   std::uint64_t size_ = 0;
 };
@@ -59,6 +73,7 @@ class FileTable {
 
   // Each raises BadFileNumber for a number that is not open for it.
   LineReader& Reader(int number);
+  // Writes all or, where the system refuses, as on a full disk, nothing.
   void Write(int number, std::string_view bytes);
 
   bool IsOpen(int number) const { return files_.count(number) != 0; }
@@ -78,10 +93,15 @@ bool FolderExists(const std::string& path);
 // One level; the folder above must exist.
 void MakeFolder(const std::string& path);
 void RenameFile(const std::string& from, const std::string& to);
+// For files of some kilobytes: PathAccess for one above 16 MiB, and for what is no file.
 std::string ReadWholeFile(const std::string& path);
+// Raises the fault that reading would begin with. Takes nothing out of a stream.
+void ExpectReadable(const std::string& path);
 
 // Replaces a file by writing a temporary one beside it and renaming, so that a reader finds the
-// old content or the new one whole, whatever happens meanwhile.
+// old content or the new one whole, whatever happens meanwhile. The temporary one is that file with
+// ".tmp" behind its name, or as told; it is gone afterwards.
 void ReplaceFile(const std::string& path, std::string_view content);
+void ReplaceFile(const std::string& path, std::string_view content, const std::string& temporary);
 
 }  // namespace fathomline

@@ -128,22 +128,25 @@ bool OfflineReplay::RunSlice(std::chrono::steady_clock::time_point until) {
       line = 0;
     }
     // The end comes before a pause: a step through the last line ends the run.
-    const bool ended = AtEnd();
-    if (!ended && records_.OfflinePaused && !records_.OfflineStep) return false;
-    if (ended || !TakeLine()) {
+    const Ahead ahead = LookAhead(until);
+    if (ahead != Ahead::End && records_.OfflinePaused && !records_.OfflineStep) return false;
+    if (ahead == Ahead::Nothing) return true;
+    if (ahead == Ahead::End || !TakeLine()) {
       End();
       return false;
     }
   }
 }
 
-bool OfflineReplay::AtEnd() {
-  if (unreadable_ || records_.OfflineStopped) return true;
+OfflineReplay::Ahead OfflineReplay::LookAhead(std::chrono::steady_clock::time_point until) {
+  if (unreadable_ || records_.OfflineStopped) return Ahead::End;
   try {
-    return files_.Reader(kReplayedFile).AtEnd();
+    LineReader& file = files_.Reader(kReplayedFile);
+    if (!file.Ready(until)) return Ahead::Nothing;
+    return file.AtEnd() ? Ahead::End : Ahead::Line;
   } catch (const Fault& fault) {
     Logged(fault);
-    return true;
+    return Ahead::End;
   }
 }
 

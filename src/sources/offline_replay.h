@@ -18,7 +18,8 @@ namespace fathomline {
 
 // A task of the event pump: in each slice it gives lines of file 1 to the sink, always for system
 // 1, and looks at the flags before each of them. The files of the other systems stand open unread.
-// While a line is inside the sink (a message box stands), the replay is held.
+// While a line is inside the sink (a message box stands), the replay is held. Where file 1 is a
+// pipe, the slices wait for its lines.
 //
 // Driven by the keys of the tool bar, and through OfflineStopped by whoever sets it.
 class OfflineReplay : public Task {
@@ -40,7 +41,8 @@ class OfflineReplay : public Task {
   void Stop();
 
   void Begin();
-  bool AtEnd();
+  enum class Ahead { Line, Nothing, End };
+  Ahead LookAhead(std::chrono::steady_clock::time_point until);
   bool TakeLine();
   void ShowProgress();
   void End();

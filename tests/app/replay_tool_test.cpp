@@ -1,10 +1,12 @@
 // The replay tool as its users call it, and what a whole recording gives.
 #include "app/replay_tool.h"
 
+#include <array>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
+#include <unistd.h>
 
 #include "platform/files.h"
 #include "support/sentences.h"
@@ -52,6 +54,17 @@ class ReplayTool : public testing::Test {
   std::ostringstream out;
   std::ostringstream err;
 };
+
+TEST_F(ReplayTool, TakesEveryLineOfAPipe) {
+  const std::string lines = ReadWholeFile(Lines());
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  ASSERT_EQ(::write(ends[1], lines.data(), lines.size()), static_cast<ssize_t>(lines.size()));
+  ::close(ends[1]);
+  EXPECT_EQ(Run({"/proc/self/fd/" + std::to_string(ends[0]), "--time"}), 0);
+  ::close(ends[0]);
+  EXPECT_THAT(out.str(), StartsWith("5 lines in "));
+}
 
 TEST_F(ReplayTool, SaysInOneLineWhatItCannotDo) {
   const std::string lines = Lines();

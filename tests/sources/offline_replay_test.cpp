@@ -1,7 +1,10 @@
 // The replay, driven through the keys of its tool bar.
 #include "sources/offline_replay.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "support/session.h"
 
@@ -198,6 +201,39 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   Replay();
   EXPECT_EQ(program->errorLog.Written(), 2);
   EXPECT_EQ(records().SentenceCount, 0);
+}
+
+TEST_F(OfflineReplayTest, APipeIsReadAsItsLinesComeAndHoldsNobodyUp) {
+  const std::string pipe = folder / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  records().CommSetups[1].OfflineFile = pipe;
+  Replay();
+  EXPECT_EQ(Status(), "END OF FILE REACHED");
+
+  const int writer = ::open(pipe.c_str(), O_RDWR);
+  const std::string line = Speed("5.0");
+  for (const char* const what : {"a line", "nothing"}) {
+    Press("PLAY");
+    if (what == std::string("a line")) {
+      ASSERT_EQ(::write(writer, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+      program->desktop.RunUntil([this] { return Count() == 1; });
+    }
+    EXPECT_TRUE(records().OfflineRunning);
+    face.ExpectBox("Are you sure?", Answer::Yes);
+    Press("STOP");
+    RunToTheEnd();
+    EXPECT_EQ(Status(), "PROCESSING STOPPED");
+  }
+  ::close(writer);
+  EXPECT_EQ(program->errorLog.Written(), 0);
+}
+
+TEST_F(OfflineReplayTest, AFolderIsNoRecording) {
+  records().CommSetups[1].OfflineFile = folder.Path();
+  Replay();
+  EXPECT_EQ(Status(), "END OF FILE REACHED");
+  EXPECT_THAT(ReadWholeFile(folder / "ErrorLog/ErrorLog.txt"),
+              HasSubstr("Path/File access error (Is a directory): " + folder.Path()));
 }
 
 TEST_F(OfflineReplayTest, LogsFaultsOfLinesAndGoesOnUntilItsUserGivesUp) {
