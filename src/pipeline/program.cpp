@@ -159,19 +159,23 @@ void Program::UseProgramFolder(std::string folder) {
 }
 
 // A fault of a dialog is its user's; any other belongs into the error log. Where that cannot be
-// written, one box says so.
+// written, one box says so until it can again.
 void Program::HandleFault(const Fault& fault, const Window* window) {
   if (window != nullptr && window->Style() == WindowStyle::Dialog) {
     desktop.Ask({.text = fault.Description(), .icon = BoxIcon::Exclamation});
     return;
   }
-  ResumeNext([&] { errorLog.WriteErrorLog(fault); },
-             [&](const Fault& cause) {
-               if (std::exchange(logFailureTold_, true)) return;
-               desktop.Ask({.text = "The error log cannot be written: " + cause.Description() +
-                                    "\r\nThe fault was: " + fault.Description(),
-                            .icon = BoxIcon::Exclamation});
-             });
+  ResumeNext(
+      [&] {
+        errorLog.WriteErrorLog(fault);
+        logFailureTold_ = false;
+      },
+      [&](const Fault& cause) {
+        if (std::exchange(logFailureTold_, true)) return;
+        desktop.Ask({.text = "The error log cannot be written: " + cause.Description() +
+                             "\r\nThe fault was: " + fault.Description(),
+                     .icon = BoxIcon::Exclamation});
+      });
 }
 
 void Program::OpenAnalysedWindows(int system) {

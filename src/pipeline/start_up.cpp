@@ -1,5 +1,6 @@
 #include "pipeline/start_up.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -101,6 +102,9 @@ bool StartUp::Start(const StartOptions& options) {
 
 void StartUp::InitialiseProgram() {
   for (DateTime& time : records_.LastSentenceTime) time = clock_.NowUtc();
+  if (!settings_.Trouble().empty()) {
+    desktop_.Ask({.text = settings_.Trouble(), .icon = BoxIcon::Exclamation});
+  }
   ReadFirstSetup();
   if (!records_.CoordinateFormatIsDMS && records_.CoordinateDecimals == 0) {
     records_.CoordinateDecimals = kDecimalsAtStart;
@@ -119,7 +123,7 @@ void StartUp::ReadFirstSetup() {
     desktop_.Say("File " + *options_.setupFile + " do not exist.");
   }
   const std::string path = records_.ProgramFolder + std::string(kSetupFileName);
-  if (!FileExists(path)) {
+  if (!FileExists(path) && !FolderExists(path)) {
     desktop_.Ask({.text = kFirstStart, .icon = BoxIcon::Information});
     records_.SetDefaultSetup();
   } else {
@@ -129,10 +133,19 @@ void StartUp::ReadFirstSetup() {
 
 void StartUp::ReadSetup(const std::string& path) {
   if (ReadSetupFile(path, records_, desktop_) != SetupRead::Faulty) return;
+  // A count beyond the list stays from such a file, and nothing could be saved with it.
+  const auto longest = static_cast<std::int16_t>(records_.IPList.size());
+  records_.IPListCount = std::min(records_.IPListCount, longest);
   // Closing the program would overwrite what its user may want to mend.
   std::error_code noSuchFile;
   const std::string written = records_.ProgramFolder + std::string(kSetupFileName);
-  if (std::filesystem::equivalent(path, written, noSuchFile)) KeepFaultySetupFile(written);
+  if (!std::filesystem::equivalent(path, written, noSuchFile)) return;
+  ResumeNext(
+      [&] { KeepFaultySetupFile(written); },
+      [this](const Fault& fault) {
+        desktop_.Ask({.text = "The faulty setup file could not be kept. " + fault.Description(),
+                      .icon = BoxIcon::Exclamation});
+      });
 }
 
 void StartUp::ApplySetup() {

@@ -5,16 +5,19 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "platform/fault.h"
+#include "platform/files.h"
 
 namespace fathomline {
 
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r";
+constexpr const char* kKept = ".bak";
 
 std::string_view Stripped(std::string_view text) {
   const std::size_t first = text.find_first_not_of(kBlanks);
@@ -107,25 +110,40 @@ IniSettings::IniSettings(std::filesystem::path file) : file_(std::move(file)) {
 }
 
 void IniSettings::Read() {
-  std::ifstream in(file_, std::ios::binary);
-  std::string line;
-  std::string section;
-  bool inSection = false;
-  while (std::getline(in, line)) {
-    const std::string_view text = Stripped(line);
-    if (text.empty() || text.front() == ';' || text.front() == '#') continue;
-    if (text.front() == '[') {
-      // What follows an unreadable head belongs to no section.
-      inSection = text.size() > 2 && text.back() == ']';
-      if (inSection) section = text.substr(1, text.size() - 2);
-      continue;
+  std::error_code error;
+  if (!std::filesystem::exists(file_, error)) return;
+  std::string cause;
+  try {
+    std::istringstream in(ReadWholeFile(file_.string()));
+    std::string section;
+    int strange = 0;
+    for (std::string line; std::getline(in, line);) {
+      if (!Take(Stripped(line), section)) ++strange;
     }
-    const std::size_t equals = text.find('=');
-    if (!inSection || equals == std::string_view::npos) continue;
-    const std::string_view key = Stripped(text.substr(0, equals));
-    if (key.empty()) continue;
-    sections_[section][std::string(key)] = Unquoted(Stripped(text.substr(equals + 1)));
+    if (strange > 0) cause = "lines passed over: " + std::to_string(strange);
+  } catch (const Fault& fault) {
+    cause = fault.Description();
   }
+  if (cause.empty()) return;
+  trouble_ = "The settings in " + file_.string() + " could not be read: " + cause +
+             ".\r\nWhat is missing has its usual value. The file is kept, with \"" +
+             std::string(kKept) + "\" behind its name, before it is written anew.";
+}
+
+bool IniSettings::Take(std::string_view line, std::string& section) {
+  if (line.empty() || line.front() == ';' || line.front() == '#') return true;
+  if (line.front() == '[') {
+    // What follows an unreadable head belongs to no section.
+    const bool whole = line.size() > 2 && line.back() == ']';
+    section = whole ? line.substr(1, line.size() - 2) : std::string_view{};
+    return whole;
+  }
+  const std::size_t equals = line.find('=');
+  if (section.empty() || equals == std::string_view::npos) return false;
+  const std::string_view key = Stripped(line.substr(0, equals));
+  if (key.empty()) return false;
+  sections_[section][std::string(key)] = Unquoted(Stripped(line.substr(equals + 1)));
+  return true;
 }
 
 void IniSettings::Save() {
@@ -134,6 +152,7 @@ void IniSettings::Save() {
   std::filesystem::create_directories(file_.parent_path(), error);
   std::filesystem::path fresh = file_;
   fresh += ".new";
+  std::string cause = error ? error.message() : std::string();
   errno = 0;
   std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
   for (const auto& [name, section] : sections_) {
@@ -144,10 +163,11 @@ void IniSettings::Save() {
     out << '\n';
   }
   out.close();
-  std::string cause;
-  if (!out) {
-    cause = std::strerror(errno != 0 ? errno : EIO);
-  } else {
+  if (cause.empty() && !out) cause = std::strerror(errno != 0 ? errno : EIO);
+  if (cause.empty()) {
+    if (!std::exchange(trouble_, {}).empty()) {
+      std::filesystem::rename(file_, file_.string() + kKept, error);
+    }
     std::filesystem::rename(fresh, file_, error);
     if (error) cause = error.message();
   }

@@ -27,6 +27,8 @@ class SettingsStore {
   virtual void Save() {}
   // The file that they are kept in; empty where there is none.
   virtual std::string Location() const { return {}; }
+  // What its user has to know of the file as it was found; empty where it was read whole.
+  virtual std::string Trouble() const { return {}; }
 
  protected:
   using Section = std::map<std::string, std::string, std::less<>>;
@@ -36,8 +38,9 @@ class SettingsStore {
 };
 
 // Kept in an INI file, which a person may edit while the program does not run. A missing file is
-// an empty store, and lines that cannot be read are passed over. Texts that would not survive as
-// they are, because of line ends or outer blanks, stand in double quotes with \n, \r, \" and \\.
+// an empty store, and lines that cannot be read are passed over; such a file is kept with ".bak"
+// behind its name before it is written anew. Texts that would not survive as they are, because of
+// line ends or outer blanks, stand in double quotes with \n, \r, \" and \\.
 class IniSettings : public SettingsStore {
  public:
   explicit IniSettings(std::filesystem::path file);
@@ -46,11 +49,15 @@ class IniSettings : public SettingsStore {
   // Does nothing where nothing has changed. Raises PathAccess with the cause.
   void Save() override;
   std::string Location() const override { return file_.string(); }
+  std::string Trouble() const override { return trouble_; }
 
  private:
   void Read();
+  // Whether the line is one of the format; `section` is where it stands, empty for nowhere.
+  bool Take(std::string_view line, std::string& section);
 
   std::filesystem::path file_;
+  std::string trouble_;
 };
 
 }  // namespace fathomline

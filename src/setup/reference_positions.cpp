@@ -88,13 +88,7 @@ void StoreReferencePosition(const std::string& programFolder, const ReferencePos
   }
   if (!found) content += newLine;
 
-  const std::string buffer = programFolder + std::string(kReferenceBufferName);
-  FileTable files;
-  const int file = files.FreeFile();
-  files.OpenForOutput(file, buffer);
-  files.Write(file, content);
-  files.Close(file);
-  RenameFile(buffer, path);
+  ReplaceFile(path, content, programFolder + std::string(kReferenceBufferName));
 }
 
 }  // namespace fathomline

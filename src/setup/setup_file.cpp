@@ -133,16 +133,20 @@ constexpr std::array<Section, 20> kSections = {{
 
 }  // namespace
 
-void ReadSetup(std::string_view bytes, Records& records) {
+bool ReadSetup(std::string_view bytes, Records& records) {
   SetupReader reader(bytes);
   std::string marker;
+  bool found = false;
   while (!reader.AtEnd()) {
     reader.Value(marker);
     const auto* const section =
         std::find_if(kSections.begin(), kSections.end(),
                      [&marker](const Section& row) { return row.marker == marker; });
-    if (section != kSections.end()) section->walk(reader, records);
+    if (section == kSections.end()) continue;
+    section->walk(reader, records);
+    found = true;
   }
+  return found;
 }
 
 std::string WriteSetup(Records& records) {
@@ -157,7 +161,9 @@ std::string WriteSetup(Records& records) {
 SetupRead ReadSetupFile(const std::string& path, Records& records, Dialogs& dialogs) {
   SetupRead result = SetupRead::Faulty;
   try {
-    ReadSetup(ReadWholeFile(path), records);
+    if (!ReadSetup(ReadWholeFile(path), records)) {
+      Raise(FaultNumber::TypeMismatch, "There is no setup in " + path);
+    }
     return SetupRead::Complete;
   } catch (const Fault& fault) {
     if (fault.Number() == static_cast<int>(FaultNumber::FileNotFound)) {
@@ -179,15 +185,12 @@ void WriteSetupFile(const std::string& path, Records& records) {
 
 void KeepFaultySetupFile(const std::string& path) {
   const std::string kept = path + ".bak";
-  std::string content;
   try {
-    content = ReadWholeFile(path);
+    ReplaceFile(kept, ReadWholeFile(path));
   } catch (const Fault&) {
-    // A file that may not be read can still be moved out of the way.
+    // Where it may not be read, or there is no room for a copy, it can still be moved away.
     RenameFile(path, kept);
-    return;
   }
-  ReplaceFile(kept, content);
 }
 
 }  // namespace fathomline

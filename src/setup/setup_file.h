@@ -17,9 +17,9 @@ inline constexpr std::string_view kSetupFileName = "Fathomline.ini";
 
 enum class SetupRead { Complete, NotFound, Faulty };
 
-// Fills the records from the file. A file that is not there or cannot be read is told in a box, and
-// Records::SetDefaultSetup follows; what it leaves alone keeps the values read before the fault.
-// Ports, windows and the Analyse flags are not touched.
+// Fills the records from the file. A file that is not there, cannot be read or has no section of a
+// setup is told in a box, and Records::SetDefaultSetup follows; what it leaves alone keeps the
+// values read before the fault. Ports, windows and the Analyse flags are not touched.
 SetupRead ReadSetupFile(const std::string& path, Records& records, Dialogs& dialogs);
 
 // Replaces the file. Clears the monitor's window flag of every system, in the records as well.
@@ -30,8 +30,9 @@ void WriteSetupFile(const std::string& path, Records& records);
 // writes it anew.
 void KeepFaultySetupFile(const std::string& path);
 
-// The same without a file: from and to the bytes of one. Raises what SetupReader raises.
-void ReadSetup(std::string_view bytes, Records& records);
+// The same without a file: from and to the bytes of one. Raises what SetupReader raises. False where
+// there is no section.
+bool ReadSetup(std::string_view bytes, Records& records);
 std::string WriteSetup(Records& records);
 
 }  // namespace fathomline

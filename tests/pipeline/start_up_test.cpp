@@ -150,6 +150,31 @@ TEST_F(Starting, AFaultyDefaultSetupFileIsKept) {
     mainWindow().mnuFileOpen.Click();
   }
   EXPECT_EQ(ReadWholeFile(kept), bytes);
+  mainWindow().UserClose();
+  EXPECT_NE(ReadWholeFile(path), bytes) << "what is in force can be saved";
+}
+
+// What stands in the place of the setup file is moved away, so that the next one can be written.
+TEST_F(Starting, WhatIsNoSetupFileIsToldAndMovedAway) {
+  const std::string path = folder / "Fathomline.ini";
+  const std::string kept = path + ".bak";
+  const auto startsWithBoxes = [&](int boxes) {
+    for (int i = 0; i < boxes; ++i) face.Expect({});
+    ASSERT_TRUE(Start());
+    EXPECT_THAT(face.Boxes().at(face.Boxes().size() - static_cast<std::size_t>(boxes)).text,
+                HasSubstr("Error in Setup file. Default data loaded"));
+  };
+  MakeFolder(path);
+  startsWithBoxes(1);
+  EXPECT_TRUE(FolderExists(kept) && !FolderExists(path));
+  mainWindow().UserClose();
+  EXPECT_TRUE(FileExists(path));
+
+  // Where that fails, too, the program goes on.
+  folder.Write("Fathomline.ini.bak/inside", "");
+  folder.Write("Fathomline.ini", std::string("\0\xff\"", 3));
+  startsWithBoxes(2);
+  EXPECT_THAT(face.Boxes().back().text, StartsWith("The faulty setup file could not be kept. "));
 }
 
 TEST_F(Starting, TheSetupGivenAsArgumentIsOpened) {

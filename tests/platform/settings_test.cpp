@@ -1,6 +1,7 @@
 #include "platform/settings.h"
 
 #include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -65,6 +66,28 @@ TEST_F(IniSettingsTest, RubbishIsPassedOver) {
   }
   EXPECT_FALSE(settings.Get("", "before"));
   EXPECT_FALSE(settings.Get("Settings", "lost"));
+  EXPECT_THAT(settings.Trouble(), testing::AllOf(testing::HasSubstr(file.string()),
+                                                 testing::HasSubstr("lines passed over: 8.")));
+}
+
+TEST_F(IniSettingsTest, WhatCannotBeReadIsToldAndKept) {
+  const std::string kept = file.string() + ".bak";
+  WriteFile("rubbish");
+  for (const bool isFolder : {false, true}) {
+    if (isFolder) {
+      std::filesystem::remove(file);
+      std::filesystem::remove(kept);
+      std::filesystem::create_directory(file);
+    }
+    IniSettings settings(file);
+    EXPECT_THAT(settings.Trouble(),
+                testing::StartsWith("The settings in " + file.string() + " could not be read: "));
+    settings.Set("Settings", "Left", 1);
+    settings.Save();
+    EXPECT_EQ(IniSettings(file).GetNumber("Settings", "Left", 0), 1);
+    EXPECT_EQ(IniSettings(file).Trouble(), "");
+    EXPECT_EQ(FolderExists(kept), isFolder);
+  }
 }
 
 TEST_F(IniSettingsTest, AFileThatCannotBeWrittenIsAFaultAndStaysAsItWas) {

@@ -243,6 +243,14 @@ TEST(ReadSetupFile, WhatCannotBeOpenedIsToldAndTheDefaultsLoaded) {
   EXPECT_THAT(dialogs.boxes.at(1).text, StartsWith("Path not found"));
   EXPECT_EQ(ReadSetupFile(folder.Path(), records, dialogs), SetupRead::Faulty);
   EXPECT_THAT(dialogs.boxes.at(2).text, HasSubstr("- Error in Setup file. Default data loaded"));
+  for (const char* const rubbish : {"",
+                                    "\x7f"
+                                    "ELF,\xff\r\n[Settings]\r\nMode=1"}) {
+    const std::string path = folder.Write("rubbish.ini", rubbish);
+    EXPECT_EQ(ReadSetupFile(path, records, dialogs), SetupRead::Faulty);
+    EXPECT_EQ(dialogs.boxes.back().text,
+              "There is no setup in " + path + " - Error in Setup file. Default data loaded");
+  }
 }
 
 // The defaults reach some values only; the others keep what was read before the fault.
