@@ -79,19 +79,12 @@ void SessionControl::Pause() {
   windows_.main.tbOnline.SetCaption(frmMain::kStartButton, "CONTINUE");
 }
 
-// A fault goes on to the error log; whoever presses the button should not learn of it there alone.
 void SessionControl::ToggleLog() {
   struct Shown {
     frmMain& mainWindow;
     ~Shown() { mainWindow.ShowLogging(); }
   } const shown{windows_.main};
-  try {
-    log_.StartStopLogging();
-  } catch (const Fault& fault) {
-    desktop_.Ask(
-        {.text = "Logging not started. " + fault.Description(), .icon = BoxIcon::Exclamation});
-    throw;
-  }
+  log_.StartStopLogging();
 }
 
 void SessionControl::ResetAll() {

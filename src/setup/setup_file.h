@@ -30,8 +30,8 @@ void WriteSetupFile(const std::string& path, Records& records);
 // writes it anew.
 void KeepFaultySetupFile(const std::string& path);
 
-// The same without a file: from and to the bytes of one. Raises what SetupReader raises. False where
-// there is no section.
+// The same without a file: from and to the bytes of one. Raises what SetupReader raises. False
+// where there is no section.
 bool ReadSetup(std::string_view bytes, Records& records);
 std::string WriteSetup(Records& records);
 
