@@ -16,7 +16,7 @@ namespace fathomline {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} * 1024;
-constexpr std::size_t kLargestWhole = std::size_t{16} * 1024 * 1024;
+constexpr std::size_t kLargestWhole = std::size_t{256} * 1024 * 1024;
 constexpr int kFirstFreeNumber = 5;
 
 std::string FolderOf(const std::string& path) {

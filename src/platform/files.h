@@ -93,7 +93,7 @@ bool FolderExists(const std::string& path);
 // One level; the folder above must exist.
 void MakeFolder(const std::string& path);
 void RenameFile(const std::string& from, const std::string& to);
-// For files of some kilobytes: PathAccess for one above 16 MiB, and for what is no file.
+// PathAccess for a file above 256 MiB, and for what is no file.
 std::string ReadWholeFile(const std::string& path);
 // Raises the fault that reading would begin with. Takes nothing out of a stream.
 void ExpectReadable(const std::string& path);

@@ -66,7 +66,8 @@ TEST_F(RawLogging, KeepsLineEndingsOfShortLinesAndBareLineFeeds) {
 TEST_F(RawLogging, ALogThatCannotBeOpenedClosesTheOthers) {
   MakeFolder(folder / "log");
   MakeFolder(folder / "log/" + sec);
-  face.ExpectBox("Logging not started. Path/File access error: " + (folder / "log/" + sec));
+  face.ExpectBox("Logging not started. Path/File access error (Is a directory): " +
+                 (folder / "log/" + sec));
   EXPECT_THROW(log.StartStopLogging(), Fault);
   EXPECT_FALSE(records.LoggingOn);
   EXPECT_EQ(records.LogFileNumber[1], 0);
