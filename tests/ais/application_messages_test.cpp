@@ -1,5 +1,6 @@
 #include "ais/application_messages.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -12,6 +13,8 @@
 
 namespace fathomline {
 namespace {
+
+using testing::StartsWith;
 
 struct GroupRow {
   std::string (*list)(const AISBinaryRecord& record);
@@ -172,13 +175,19 @@ TEST(ApplicationMessages, Texts) {
   }
 }
 
-TEST(ApplicationMessages, AddressedMultiSlot) {
+TEST(ApplicationMessages, AddressesBeforeTheData) {
   SentenceFeed feed;
-  MessageBits bits(120);
-  bits.Put(1, 6, 25).Put(39, 40, 3).Put(41, 70, 257000222).Put(71, 80, 1).Put(81, 86, 16);
-  feed.TakePayload(bits.Put(87, 99, 250).Payload());
-  EXPECT_TRUE(ListMessage(feed.Messages(), 25)
-                  .starts_with("25 0 0 1 1 1 16 [Passengers onboard : 250] 257000222 "));
+  for (const int id : {25, 26}) {
+    MessageBits bits(120);
+    bits.Put(1, 6, id).Put(39, 40, 3).Put(41, 70, 257000222).Put(71, 80, 1).Put(81, 86, 16);
+    feed.TakePayload(bits.Put(87, 99, 250).Payload());
+    EXPECT_THAT(
+        ListMessage(feed.Messages(), id),
+        StartsWith(std::to_string(id) + " 0 0 1 1 1 16 [Passengers onboard : 250] 257000222 "));
+  }
+  feed.TakePayload(Binary(6, 15, 123 << 5));
+  EXPECT_THAT(ListMessage(feed.Messages(), 6),
+              StartsWith("6 0 257000999 235 15 [Height over keel : 12.3] 257000111 "));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <tuple>
 
 #include "ais/area_notice_table.h"
 #include "ais/mid_table.h"
@@ -17,23 +16,13 @@ auto TextCount(const Table& table) {
   return std::count_if(table.begin(), table.end(), [](auto text) { return !text.empty(); });
 }
 
-TEST(CodeTables, ShipTypes) {
-  for (const auto& [code, name, group] :
-       {std::tuple{5, "", "Not defined"},
-        {19, "Reserved for future use - No additional information", "Reserved for future use"},
-        {37, "Vessel-Pleasure Craft", "Vessel-Pleasure Craft"},
-        {56, " not used", " not used"},
-        {80, "Tanker", "Tanker"},
-        {82, "Tanker - Carrying DG,HS or MP IMO hazard or pollutant category Y", "Tanker"},
-        {100, "", ""}}) {
-    EXPECT_EQ(ShipTypeTable[static_cast<std::size_t>(code)], name);
-    EXPECT_EQ(ShipTypeGroupTable[static_cast<std::size_t>(code)], group);
-  }
+TEST(CodeTables, HaveTheirTextsAndGaps) {
+  EXPECT_EQ(ShipTypeTable[5], "");
+  EXPECT_EQ(ShipTypeTable[56], " not used");
+  EXPECT_EQ(ShipTypeTable[82], "Tanker - Carrying DG,HS or MP IMO hazard or pollutant category Y");
+  EXPECT_EQ(ShipTypeGroupTable[19], "Reserved for future use");
   EXPECT_EQ(TextCount(ShipTypeTable), 91);
   EXPECT_EQ(TextCount(ShipTypeGroupTable), 100);
-}
-
-TEST(CodeTables, Gaps) {
   EXPECT_EQ(AlarmTable[24], "AIS: External EPFS lost");
   EXPECT_EQ(VesselSystemTable[10], "LRIT");
   EXPECT_EQ(MIDTable[216], "");

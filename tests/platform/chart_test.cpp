@@ -58,19 +58,18 @@ TEST(Series, KeepsItsPointsAndExtremesThroughAnyAddingAndDeleting) {
     if (step % 7 != 0) continue;
     std::optional<AxisRange> rangeX;
     std::optional<AxisRange> rangeY;
+    const auto reach = [](std::optional<AxisRange>& range, double low, double high) {
+      range = range ? AxisRange{std::min(range->low, low), std::max(range->high, high)}
+                    : AxisRange{low, high};
+    };
     for (std::size_t i = 0; i < expected.size(); ++i) {
       const Series::Point& point = expected[i];
       const Series::Point actual = series.At(static_cast<int>(i));
       ASSERT_EQ(std::tie(actual.x, actual.end, actual.y, actual.null),
                 std::tie(point.x, point.end, point.y, point.null));
-      if (!rangeX) rangeX = AxisRange{point.x, point.end};
-      rangeX->low = std::min(rangeX->low, point.x);
-      rangeX->high = std::max(rangeX->high, point.end);
-      if (point.null) continue;
+      reach(rangeX, point.x, point.end);
       const auto y = static_cast<double>(point.y);
-      if (!rangeY) rangeY = AxisRange{y, y};
-      rangeY->low = std::min(rangeY->low, y);
-      rangeY->high = std::max(rangeY->high, y);
+      if (!point.null) reach(rangeY, y, y);
     }
     std::optional<AxisRange> stretchesY;
     int next = 0;

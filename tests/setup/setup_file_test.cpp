@@ -2,10 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <limits>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -123,24 +121,6 @@ TEST(SetupFile, ComesBackAsItWasWritten) {
   EXPECT_EQ(WriteSetup(records), ReadWholeFile(path));
   EXPECT_EQ(records.CommSetups[1].OfflineFile, "/home/k\u00E5re/a,b \u20AC.log");
   EXPECT_EQ(records.IPList[2], "");
-}
-
-TEST(SetupFile, NumbersOfEverySizeComeBackExactly) {
-  using Double = std::numeric_limits<double>;
-  using Single = std::numeric_limits<float>;
-  const ReferenceSetup small = {0, "", Double::denorm_min(), 0.1 + 0.2, Single::denorm_min(), 0.1F};
-  const ReferenceSetup large = {0, "", 1.0 / 3.0, -Double::max(), Single::max(), 5592405.7F};
-  Records written;
-  Records read;
-  written.References[1] = small;
-  written.References[2] = large;
-  ReadSetup(WriteSetup(written), read);
-  const auto numbers = [](const ReferenceSetup& row) {
-    return std::tie(row.ReferenceLatitude, row.ReferenceLongitude, row.ReferenceHeight,
-                    row.ReferenceHeading);
-  };
-  EXPECT_EQ(numbers(read.References[1]), numbers(small));
-  EXPECT_EQ(numbers(read.References[2]), numbers(large));
 }
 
 TEST(ReadSetup, SectionsThatAreMissingLeaveTheirValues) {
@@ -273,16 +253,6 @@ TEST(ReadSetupFile, AFaultMixesOldAndDefault) {
   EXPECT_TRUE(records.CommSetups[1].UseUDP);
   EXPECT_EQ(records.CommSetups[1].UDPPort, 5000);
   EXPECT_EQ(records.References[2].ReferenceName, "Quay");
-}
-
-TEST(KeepFaultySetupFile, KeepsTheBytesBesideTheFile) {
-  const TemporaryFolder folder;
-  const std::string path = folder.Write("Fathomline.ini", "torn \xE5\"");
-  folder.Write("Fathomline.ini.bak", "an older one");
-  KeepFaultySetupFile(path);
-  EXPECT_EQ(ReadWholeFile(path + ".bak"), "torn \xE5\"");
-  EXPECT_EQ(ReadWholeFile(path), "torn \xE5\"");
-  ExpectFault(FaultNumber::FileNotFound, [&] { KeepFaultySetupFile(folder / "none.ini"); });
 }
 
 }  // namespace

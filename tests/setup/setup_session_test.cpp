@@ -96,20 +96,6 @@ TEST_F(SetupInSession, NetworkSystemsRunAndComeBack) {
   ExpectFigures(session.links.WinsockUDP(1));
 }
 
-TEST_F(SetupInSession, AUdpPortInUseIsToldAndDisables) {
-  OpenDialog();
-  Dialog().chkEnabled.Click();
-  Dialog().optCom.UserChoose(2);
-  session.links.WinsockUDP(1).refusal = "Address in use";
-  session.face.ExpectBox(kSure, Answer::Yes);
-  session.face.ExpectBox("UDP port 1000 not opened. Select another port number!");
-  session.face.ExpectBox(
-      "Address in use. UDP Port 1000 not available! System 1 -SYSTEM 1 disabled");
-  Dialog().cmdOk.Click();
-  EXPECT_FALSE(session.records().CommSetups[1].Enabled);
-  EXPECT_FALSE(session.mainWindow().sbStatusBar.PanelVisible(4));
-}
-
 TEST_F(SetupInSession, AFileRunsAndComesBack) {
   const std::string file = session.folder.Write("voyage.log", Line() + Line());
   session.face.ExpectBox(kModeQuestion, Answer::Yes);
@@ -170,13 +156,6 @@ TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {
   OpenDialog();
   Dialog().cmbRefPositions.UserChoose(0);
   expectDeviations(1.8475F, 2.5F);
-}
-
-TEST_F(SetupInSession, AModeChangeCancelsTheDialog) {
-  OpenDialog();
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.mainWindow().mnuModeOffline.Click();
-  EXPECT_FALSE(Dialog().Loaded());
 }
 
 }  // namespace

@@ -77,17 +77,6 @@ inline double Number(const std::string& text) {
   return value;
 }
 
-// ddmm.mmm with its hemisphere, in degrees.
-inline double Degrees(const std::string& text, const std::string& hemisphere) {
-  const std::size_t degreeDigits = text.find('.') - 2;
-  const double degrees =
-      std::stoi(text.substr(0, degreeDigits)) +
-      static_cast<double>(
-          std::stoll(text.substr(degreeDigits, 2) + text.substr(degreeDigits + 3))) /
-          static_cast<double>(std::stoll("6" + std::string(text.size() - degreeDigits - 2, '0')));
-  return hemisphere == "S" || hemisphere == "W" ? -degrees : degrees;
-}
-
 // The bits of armoured payload characters as a text of "0" and "1".
 inline std::string PayloadBits(std::string_view characters) {
   std::string bits;

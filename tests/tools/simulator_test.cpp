@@ -1,9 +1,7 @@
 // Whole simulated sessions.
-#include <cmath>
 #include <gtest/gtest.h>
 #include <iomanip>
 #include <map>
-#include <numbers>
 #include <set>
 #include <sstream>
 #include <string>
@@ -95,22 +93,6 @@ TEST(SimulatedSession, SentencesDoNotDisturbEachOther) {
   EXPECT_EQ(picked, alone);
 }
 
-TEST(SimulatedSession, MidnightChangesTheDateOfTheRightSentence) {
-  SimulationOptions options = OptionsOf("moored", 4.0, {{ZDA, 1.0}, {RMC, 2.0}});
-  options.start = DateFromParts(2027, 12, 31) + TimeFromParts(23, 59, 58);
-  std::vector<std::string> told;
-  for (const std::string& line : Split(Recording(options), '\n')) {
-    if (line.empty()) continue;
-    const auto fields = Fields(line);
-    told.push_back(KindOf(line) == "RMC" ? fields[1] + " " + fields[9]
-                                         : fields[1] + " " + fields[2] + fields[3] + fields[4]);
-  }
-  ASSERT_EQ(told.size(), 12U);
-  EXPECT_EQ(told[5], "235959.50 311227");
-  EXPECT_EQ(told[6], "000000.00 01012028");
-  EXPECT_EQ(told[7], "000000.00 010128");
-}
-
 TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
   Simulator simulator(OptionsOf(
       "voyage", 10'000.0,
@@ -165,98 +147,6 @@ TEST(SimulatedSession, PositionNoiseHasTheSizeOfItsQuality) {
     EXPECT_NEAR(up[quality.indicator].Sdev(), quality.vertical, 0.1 * quality.vertical);
     EXPECT_NEAR(north[quality.indicator].Mean(), 0.0, 0.15 * quality.horizontal);
   }
-}
-
-// A group lists all satellites that it counts, each with an id of its constellation.
-TEST(SimulatedSession, SatelliteGroupsAreConsistent) {
-  std::string group;
-  std::size_t listed = 0;
-  std::set<std::string> talkers;
-  for (const std::string& line :
-       Split(Recording(OptionsOf("moored", 4000.0, {{GSV, 1.0}})), '\n')) {
-    if (line.empty()) continue;
-    const auto fields = Fields(line);
-    talkers.insert(fields[0]);
-    const std::string head = fields[0] + fields[1] + fields[3];
-    EXPECT_EQ(fields[2] == "1", group.empty()) << line;
-    EXPECT_TRUE(group.empty() || group == head) << line;
-    group = head;
-    for (std::size_t i = 4; i < fields.size(); i += 4, ++listed) {
-      const int id = std::stoi(fields[i]);
-      const int lowest = fields[0] == "$GPGSV" ? 1 : fields[0] == "$GLGSV" ? 65 : 101;
-      EXPECT_TRUE(id >= lowest && id < lowest + (lowest == 1 ? 64 : 32)) << line;
-    }
-    if (fields[1] != fields[2]) continue;
-    EXPECT_EQ(listed, std::stoul(fields[3])) << line;
-    group.clear();
-    listed = 0;
-  }
-  EXPECT_EQ(talkers.size(), 3U);
-}
-
-// The figures of the truth, got again from the sentences alone.
-TEST(SimulatedSession, TruthAgreesWithWhatIsWritten) {
-  SimulationOptions options = OptionsOf("moored", 1800.0);
-  options.seed = 9;  // one with an outage
-  Simulator simulator(options);
-  const ReferenceTruth reference = simulator.Truth().reference;
-  // Metres per radian of WGS 84 at the reference: a / W and a (1 - e2) / W^3.
-  const double radians = std::numbers::pi / 180.0;
-  const double sine = std::sin(reference.position.latitude * radians);
-  const double w = std::sqrt(1.0 - 0.0066943799901413165 * sine * sine);
-  const double perNorth = 6335439.3272928195 / (w * w * w) * radians;
-  const double perEast = 6378137.0 / w * std::cos(reference.position.latitude * radians) * radians;
-
-  std::map<TruthFigure, std::vector<double>> samples;
-  const auto position = [&](const std::vector<std::string>& fields, std::size_t at,
-                            TruthFigure latitude, TruthFigure north, TruthFigure east) {
-    const double lat = Degrees(fields[at], fields[at + 1]);
-    const double lon = Degrees(fields[at + 2], fields[at + 3]);
-    samples[latitude].push_back(lat);
-    samples[north].push_back((lat - reference.position.latitude) * perNorth);
-    samples[east].push_back((lon - reference.position.longitude) * perEast);
-  };
-  ForEachEpoch(simulator, [&](const Epoch& epoch) {
-    for (std::size_t i = 0; i < epoch.lines.Count(); ++i) {
-      using enum TruthFigure;
-      const auto fields = Fields(epoch.lines.Line(i));
-      const std::string kind = KindOf(epoch.lines.Line(i));
-      if (kind == "GGA" && fields[6] != "0") {
-        position(fields, 2, GGALatitude, GGANorthError, GGAEastError);
-        samples[GGAHeightError].push_back(Number(fields[9]) - reference.height);
-        samples[GGAHDOP].push_back(Number(fields[8]));
-      } else if (kind == "GLL" && fields[6] == "A") {
-        position(fields, 1, GLLLatitude, GLLNorthError, GLLEastError);
-      } else if (kind == "RMC" && fields[2] == "A") {
-        position(fields, 3, RMCLatitude, RMCNorthError, RMCEastError);
-      } else if (kind == "HDT") {
-        samples[HDTHeading].push_back(Number(fields[1]));
-      } else if (kind == "ATT") {
-        samples[ATTPitch].push_back(Number(fields[3]));
-        samples[ATTRoll].push_back(Number(fields[4]));
-      }
-    }
-  });
-
-  const SimulationTruth& truth = simulator.Truth();
-  EXPECT_TRUE(truth.moored);
-  EXPECT_EQ(truth.fixes, 1800);
-  EXPECT_EQ(truth.usableFixes, truth[TruthFigure::GGANorthError].Count());
-  EXPECT_LT(truth.usableFixes, truth.fixes);
-  ASSERT_EQ(samples.size(), 14U);
-  for (const auto& [figure, values] : samples) {
-    const std::string_view name = kTruthFigureNames[static_cast<std::size_t>(figure)];
-    double sum = 0.0;
-    for (const double value : values) sum += value;
-    const double mean = sum / static_cast<double>(values.size());
-    double squares = 0.0;
-    for (const double value : values) squares += (value - mean) * (value - mean);
-    const double sdev = std::sqrt(squares / static_cast<double>(values.size() - 1));
-    EXPECT_EQ(truth[figure].Count(), static_cast<std::int64_t>(values.size())) << name;
-    EXPECT_NEAR(truth[figure].Mean(), mean, 1e-6) << name;
-    EXPECT_NEAR(truth[figure].Sdev(), sdev, 1e-6) << name;
-  }
-  EXPECT_NEAR(truth[TruthFigure::HDTHeading].Mean(), reference.heading, 0.02);
 }
 
 }  // namespace
