@@ -1,6 +1,8 @@
 #include "ais/ais_decoder.h"
 
+#include <fstream>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 
 #include "ais/sentence_feed.h"
@@ -31,6 +33,16 @@ TEST(AISDecoder, AnUnfinishedGroupIsAPrefixOfTheNextMessage) {
   EXPECT_EQ(feed.Messages().Id4.MMSI, 0);
 }
 
+TEST(AISDecoder, SystemsDoNotMix) {
+  SentenceFeed feed;
+  feed.TakePayload("177KQJ50", 0, 2, 1, 2);
+  feed.TakePayload("13u?etPv2;0n:dDPwUM1U1Cb069D", 0, 1, 1, 4);
+  EXPECT_EQ(feed.MessageId(2), -99);
+  EXPECT_EQ(feed.MessageId(4), 1);
+  EXPECT_EQ(feed.Messages(4).Id1.MMSI, 265547250);
+  EXPECT_EQ(feed.Messages(2).Id1.MMSI, 0);
+}
+
 // Eight fields or more leave the record as it was, so its payload is joined a second time.
 TEST(AISDecoder, TooManyFieldsJoinTheOldPayloadAgain) {
   SentenceFeed feed;
@@ -49,6 +61,25 @@ TEST(AISDecoder, AnEndlessGroupIsDroppedWithAFault) {
   EXPECT_EQ(feed.decoder.Receiver(1).AISAssembly, "");
   feed.TakePayload("13u?etPv2;0n:dDPwUM1U1Cb069D");
   EXPECT_EQ(feed.MessageId(), 1);
+}
+
+TEST(AISDecoder, CountsOfARealRecording) {
+  const std::string folder = FATHOMLINE_RECORDINGS;
+  if (folder.empty()) GTEST_SKIP() << "no recordings given";
+  std::ifstream file(folder + "/hakefjord.log");
+  ASSERT_TRUE(file) << folder;
+  SentenceFeed feed;
+  std::map<int, int> counts;
+  for (std::string line; std::getline(file, line);) {
+    if (line.compare(0, 1, "!") != 0 || line.compare(3, 2, "VD") != 0) continue;
+    feed.Take({line});
+    ++counts[feed.MessageId()];
+  }
+  counts.erase(-99);
+  EXPECT_EQ(
+      counts,
+      (std::map<int, int>{
+          {1, 2728}, {3, 928}, {4, 956}, {5, 88}, {8, 4284}, {18, 5984}, {20, 648}, {24, 208}}));
 }
 
 }  // namespace

@@ -21,17 +21,22 @@ using testing::StartsWith;
 TEST(SimulateCommandLine, WrongArgumentsEndWithOneLine) {
   const std::vector<std::pair<std::vector<std::string_view>, std::string>> cases{
       {{"--sead", "1"}, "unknown option \"--sead\""},
+      {{"extra"}, "unknown option \"extra\""},
       {{"--seed"}, "--seed needs a value"},
       {{"--seed", "12x"}, "\"12x\" is no valid value for --seed"},
+      {{"--seed", "-1"}, "--seed"},
       {{"--duration", "nan"}, "--duration"},
       {{"--rate", "0"}, "--rate"},
       {{"--scenario", "moon"}, "no scenario is called \"moon\""},
       {{"--sentences", "GGA,,RMC"}, "no sentence is called \"\""},
+      {{"--sentences", "GGA:0"}, "\"0\""},
       {{"--sentences", "GGA,GGA:2"}, "\"GGA\" is listed twice"},
       {{"--start", "2026-1-2 03:04:05"}, "no date and time"},
       {{"--start", "2026-02-29 03:04:05"}, "no date of the calendar"},
+      {{"--start", "2026-02-28 24:00:00"}, "--start"},
       {{"--output", "/nonexistent/x.log"}, "cannot write \"/nonexistent/x.log\": No such file"},
       {{"--output", "/dev/full"}, "cannot write \"/dev/full\": No space left"},
+      {{"--truth", "/nonexistent/x.json"}, "cannot write"},
   };
   for (const auto& [arguments, part] : cases) {
     const Outcome outcome = Simulate(arguments);
@@ -41,9 +46,17 @@ TEST(SimulateCommandLine, WrongArgumentsEndWithOneLine) {
   }
 }
 
-TEST(SimulateCommandLine, TheRateIsThatOfTheFastSentences) {
-  const std::vector<std::string_view> arguments{"--rate", "20", "--sentences", "ATT,HDT:2,GSV,DBT"};
+TEST(SimulateCommandLine, OptionsReachTheSimulation) {
+  const std::vector<std::string_view> arguments{
+      "--scenario",          "attitude",          "--seed", "99",     "--start",
+      "2031-05-06 07:08:09", "--duration",        "12.5",   "--rate", "20",
+      "--sentences",         "ATT,HDT:2,GSV,DBT", "--crlf"};
   const SimulationOptions options = ParseSimulateCommand(arguments).options;
+  EXPECT_EQ(options.scenario->name, "attitude");
+  EXPECT_EQ(options.seed, 99U);
+  EXPECT_EQ(options.duration, 12.5);
+  EXPECT_TRUE(options.crLf);
+  EXPECT_EQ(FormatDateTime(options.start, "yyyy-mm-dd hh:nn:ss"), "2031-05-06 07:08:09");
   std::string sentences;
   for (const SentenceRate& row : options.sentences) {
     sentences += std::string(SentenceName(row.kind)) + "@" + PlainText(row.rate) + " ";
