@@ -130,19 +130,18 @@ void StoreGuarded(Record& record, const ArrayColumn<Record, Element, Count>& row
   }
 }
 
-// True when the record was filled.
+// Fills the record from its layout.
 template <class Record>
 void Extract(std::string_view& sentence, Record& record, Dialogs& dialogs) {
-  constexpr SentenceForm kForm = Record::kForm;
-  static_assert(kForm.entries <= kMostEntries);
+  static_assert(Record::kForm.entries <= kMostEntries);
   const DecoderFaults faults(Record::kForm, sentence, dialogs);
 
   Fields fields;
-  SplitFields(sentence, kForm.passes, fields);
-  if (kForm.leavesWhenTooLong && fields.commas == kForm.passes) return;
+  SplitFields(sentence, Record::kForm.passes, fields);
+  if (Record::kForm.leavesWhenTooLong && fields.commas == Record::kForm.passes) return;
   ResumeNext(
       [&] {
-        if (fields.commas >= kForm.entries) Raise(FaultNumber::OutOfRange);
+        if (fields.commas >= Record::kForm.entries) Raise(FaultNumber::OutOfRange);
         fields.entry[fields.commas] = fields.last;
       },
       faults);

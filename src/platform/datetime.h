@@ -13,7 +13,8 @@ namespace fathomline {
 struct DateTime {
   double days = 0.0;
 
-  friend auto operator<=>(DateTime, DateTime) = default;
+  // clang-tidy 14 takes the default for a null pointer.
+  friend auto operator<=>(DateTime, DateTime) = default;  // NOLINT(modernize-use-nullptr)
   friend DateTime operator+(DateTime date, DateTime span) { return {date.days + span.days}; }
   friend DateTime operator-(DateTime date, DateTime span) { return {date.days - span.days}; }
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "charts/satellite_table.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "setup/comport_scan.h"
@@ -46,7 +47,6 @@ constexpr std::array<WindowFeed, 22> kWindowFeeds = {{
     {WindowFlag::TimeSeriesSNR, "frmTimeSeriesSNR", {GSV}},
 }};
 constexpr std::string_view kSatelliteWindow = "frmTimeSeriesGSV_SVbySV";
-constexpr int kSatelliteEntries = 149;
 
 bool IsFed(const CommSetup& setup, const WindowFeed& row) {
   if (!setup.Enabled) return false;
@@ -56,8 +56,8 @@ bool IsFed(const CommSetup& setup, const WindowFeed& row) {
 }
 
 void CloseWindows(const Desktop& desktop, std::string_view name, int system) {
-  // Closing one may open or close others.
-  const std::vector<Window*> windows = desktop.Windows();
+  // A copy, since closing one may open or close others.
+  const std::vector<Window*> windows(desktop.Windows().begin(), desktop.Windows().end());
   for (Window* window : windows) {
     if (window->Name() == name && window->Index() == system) window->Close();
   }
@@ -223,7 +223,7 @@ void SetupApply::CloseWindowsWithoutData(int system) {
   }
   if (setup.Enabled && setup.AnalyseGSV) return;
   CloseWindows(desktop_, kSatelliteWindow, system);
-  for (int entry = 1; entry <= kSatelliteEntries; ++entry) {
+  for (int entry = 1; entry <= kLastSatelliteWindow; ++entry) {
     flags[static_cast<WindowFlag>(static_cast<int>(WindowFlag::FirstSatellite) + entry)] = false;
   }
 }

@@ -1,4 +1,5 @@
 // What stands where in the dialog, and which control runs which handler.
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -58,7 +59,7 @@ struct Steps {
 };
 
 void AddSteps(Choices& combo, const Steps& steps, std::string_view picture) {
-  const int count = static_cast<int>((steps.last - steps.first) / steps.step + 0.5);
+  const int count = static_cast<int>(std::lround((steps.last - steps.first) / steps.step));
   for (int i = 0; i <= count; ++i) combo.Add(Format(steps.first + i * steps.step, picture));
 }
 
