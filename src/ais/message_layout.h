@@ -223,8 +223,6 @@ struct NextGroup {
 template <class Record, class Group>
 NextGroup(const char*, Group Record::*) -> NextGroup<Record, Group>;
 
-// Reading ---------------------------------------------------------------------------------------
-
 template <class Target, class Record, class Value>
 void ReadRow(const Bits<Record, Value>& row, const AISReception& reception, Target& record) {
   record.*(row.member) = ReadValue<Value>(reception.bits, row.first, row.last, row.conversion);
@@ -314,8 +312,6 @@ void ReadInOrder(Group& group, const PayloadBits& bits, int& position) {
   static constexpr auto layout = Group::Layout();
   std::apply([&](const auto&... row) { (ReadNext(row, bits, position, group), ...); }, layout);
 }
-
-// Checks at compile time ------------------------------------------------------------------------
 
 template <class Value>
 constexpr bool Fits(int width, bool isSigned) {

@@ -47,8 +47,6 @@ class Desktop : public Dialogs {
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
-  // Windows ---------------------------------------------------------------------------------
-
   // All windows, in the order in which they were built.
   const std::vector<Window*>& Windows() const { return windows_; }
 
@@ -74,15 +72,11 @@ class Desktop : public Dialogs {
   // Places the visible child windows that are not minimised. Fixed ones keep their size.
   void Arrange(Arrangement arrangement);
 
-  // Dialogs ---------------------------------------------------------------------------------
-
   Answer Ask(const MessageBox& box) override;
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void Beep() override { face_.Beep(); }
   void ShowPageSetup() { face_.ShowPageSetup(); }
   bool ShowHelp(HelpStart start) { return face_.ShowHelp(start); }
-
-  // Event pump ------------------------------------------------------------------------------
 
   // What a turn has left: whether something has more to do at once, and else when the next timer
   // is due.

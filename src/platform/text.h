@@ -1,4 +1,5 @@
-// Text in memory is UTF-8 and counted in characters; received lines are bytes and stay bytes.
+// Text in memory is UTF-8 and counted in characters; received lines are bytes and stay bytes: for
+// these are Mid, the trims and FromLatin1.
 #pragma once
 
 #include <cstddef>
@@ -6,8 +7,6 @@
 #include <string_view>
 
 namespace fathomline {
-
-// Bytes, for received lines -----------------------------------------------------------------
 
 // The n bytes from position p, counted from 1; shorter or empty where the text ends before.
 inline std::string_view Mid(std::string_view text, std::size_t p, std::size_t n) {
@@ -23,8 +22,6 @@ std::string_view Trim(std::string_view text);
 
 // Received bytes as text: bytes above 127 are read as Latin-1.
 std::string FromLatin1(std::string_view bytes);
-
-// Characters, for texts shown to the user ---------------------------------------------------
 
 // Number of characters of a UTF-8 text. A byte that begins no character counts as one.
 std::size_t CharacterCount(std::string_view text);

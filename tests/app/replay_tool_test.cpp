@@ -175,8 +175,6 @@ TEST_F(ReplayTool, TakesItsSetupFromAFile) {
   EXPECT_THAT(window, AllOf(HasSubstr("60° 00' 00.00\" N"), Not(HasSubstr("grid\tfgGSV"))));
 }
 
-// Real recordings ---------------------------------------------------------------------------
-
 class Recordings : public ReplayTool {
  protected:
   void SetUp() override {
