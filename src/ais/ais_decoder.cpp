@@ -10,7 +10,7 @@ bool CarriesApplicationData(std::int16_t messageId) {
 }  // namespace
 
 void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
-  AISReceiver& receiver = receivers_[Index(system)];
+  AISReceiver& receiver = receivers_[system];
   std::string& assembly = receiver.AISAssembly;
   if (assembly.size() + sentence.Payload.size() > AISReceiver::kLongestAssembly) {
     assembly.clear();

@@ -1,7 +1,6 @@
 // AIS messages out of VDM and VDO sentences: joins the payloads of a group and decodes the whole.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -9,6 +8,7 @@
 #include "ais/ais_messages.h"
 #include "decoding/sentence_records.h"
 #include "platform/clock.h"
+#include "platform/per_system.h"
 
 namespace fathomline {
 
@@ -28,8 +28,6 @@ struct AISReceiver {
 
 class AISDecoder {
  public:
-  static constexpr int kSystems = 4;
-
   explicit AISDecoder(const Clock& clock) : clock_(clock) {}
 
   // Takes a sentence that has just been read. `system` is 1 to 4.
@@ -39,17 +37,15 @@ class AISDecoder {
   // becomes too long, and what decoding raises; either leaves nothing joined.
   void ProcessVDM(int system, const VDMRecord& sentence);
 
-  const AISReceiver& Receiver(int system) const { return receivers_[Index(system)]; }
+  const AISReceiver& Receiver(int system) const { return receivers_[system]; }
 
   bool BinaryStandardIALA() const { return options_.binaryStandardIALA; }
   void SetBinaryStandardIALA(bool iala) { options_.binaryStandardIALA = iala; }
 
  private:
-  static std::size_t Index(int system) { return static_cast<std::size_t>(system - 1); }
-
   const Clock& clock_;
   AISDecodingOptions options_;
-  std::array<AISReceiver, kSystems> receivers_;
+  PerSystem<AISReceiver> receivers_;
 };
 
 }  // namespace fathomline

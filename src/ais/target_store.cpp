@@ -216,7 +216,7 @@ AISStore::AISStore(Dialogs& dialogs) : dialogs_(dialogs) {
 }
 
 const AISTarget& AISStore::Target(int system, int index) const {
-  const Table& table = Of(system);
+  const Table& table = tables_[system];
   const auto position = static_cast<std::size_t>(index);
   if (position >= table.targets.size()) Raise(FaultNumber::OutOfRange);
   return table.targets[position];
@@ -241,7 +241,7 @@ AISTarget& AISStore::AddTarget(Table& table, std::int16_t& slot, std::int32_t mm
 
 void AISStore::StoreAISTarget(int system, std::int16_t messageId, const AISMessages& messages,
                               DateTime sentenceTime) {
-  Table& table = tables_[static_cast<std::size_t>(system - 1)];
+  Table& table = tables_[system];
   const std::int32_t mmsi = SenderOf(messageId, messages);
   table.noTarget = mmsi == 0;
   if (table.noTarget) return;

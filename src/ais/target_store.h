@@ -5,11 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "ais/ais_messages.h"
 #include "platform/datetime.h"
 #include "platform/dialogs.h"
+#include "platform/per_system.h"
 
 namespace fathomline {
 
@@ -66,7 +68,6 @@ std::string_view CountryOf(std::int32_t mmsi);
 // The tables of targets, in the order of first reception. Targets are never moved or deleted.
 class AISStore {
  public:
-  static constexpr int kSystems = 4;
   static constexpr int kMaximumTargets = 500;
 
   explicit AISStore(Dialogs& dialogs);
@@ -76,11 +77,11 @@ class AISStore {
   void StoreAISTarget(int system, std::int16_t messageId, const AISMessages& messages,
                       DateTime sentenceTime);
 
-  std::int16_t AISTargetCount(int system) const { return Of(system).count; }
+  std::int16_t AISTargetCount(int system) const { return tables_[system].count; }
   // The target of the latest message; 0 before the first.
-  std::int16_t AISCurrentTarget(int system) const { return Of(system).current; }
+  std::int16_t AISCurrentTarget(int system) const { return tables_[system].current; }
   // The latest message named no target.
-  bool AISNoTarget(int system) const { return Of(system).noTarget; }
+  bool AISNoTarget(int system) const { return tables_[system].noTarget; }
   // `index` is 1 to the count; 0 is an empty target. Raises OutOfRange beyond the table.
   const AISTarget& Target(int system, int index) const;
 
@@ -96,13 +97,12 @@ class AISStore {
     bool noTarget = false;
   };
 
-  const Table& Of(int system) const { return tables_[static_cast<std::size_t>(system - 1)]; }
   // The slot of a station, or the free one where it belongs.
   static std::int16_t& SlotOf(Table& table, std::int32_t mmsi);
   static AISTarget& AddTarget(Table& table, std::int16_t& slot, std::int32_t mmsi);
 
   Dialogs& dialogs_;
-  std::array<Table, kSystems> tables_;
+  PerSystem<Table> tables_;
 };
 
 }  // namespace fathomline

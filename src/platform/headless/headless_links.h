@@ -13,6 +13,7 @@
 
 #include "platform/fault.h"
 #include "platform/links.h"
+#include "platform/per_system.h"
 
 namespace fathomline {
 
@@ -107,8 +108,8 @@ class HeadlessLinks : public Links {
   }
 
   std::array<HeadlessSerialLink, kSerialPorts> serial_;
-  std::array<HeadlessTcpLink, 4> tcp_;
-  std::array<HeadlessUdpLink, 4> udp_;
+  std::array<HeadlessTcpLink, kSystems> tcp_;
+  std::array<HeadlessUdpLink, kSystems> udp_;
 };
 
 }  // namespace fathomline

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/links.h"
+#include "platform/per_system.h"
 #include "platform/settings.h"
 
 namespace fathomline {
@@ -25,12 +26,10 @@ class QtLinks : public Links {
   SerialPortInfo Probe(int port) override;
 
  private:
-  static constexpr int kSockets = 4;
-
   const SettingsStore& settings_;
   std::array<std::unique_ptr<QtSerialLink>, kSerialPorts> serial_;
-  std::array<std::unique_ptr<QtTcpLink>, kSockets> tcp_;
-  std::array<std::unique_ptr<QtUdpLink>, kSockets> udp_;
+  std::array<std::unique_ptr<QtTcpLink>, kSystems> tcp_;
+  std::array<std::unique_ptr<QtUdpLink>, kSystems> udp_;
 };
 
 }  // namespace fathomline
