@@ -2,23 +2,17 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 #include "platform/colour.h"
 
 namespace fathomline {
 
-constexpr Colour RedGreenBlue(int red, int green, int blue) {
-  return blue << 16 | green << 8 | red;
-}
-
 inline constexpr Colour kNavy = RedGreenBlue(0, 0, 128);
 inline constexpr Colour kOrange = RedGreenBlue(230, 120, 0);
-inline constexpr Colour kPurple = RedGreenBlue(128, 0, 160);
 inline constexpr Colour kDarkGreen = RedGreenBlue(0, 128, 0);
 inline constexpr Colour kDarkRed = RedGreenBlue(170, 0, 0);
 inline constexpr Colour kTeal = RedGreenBlue(0, 128, 128);
-inline constexpr Colour kLightRed = RedGreenBlue(255, 0, 0);
-inline constexpr Colour kLightBlue = RedGreenBlue(0, 0, 255);
 inline constexpr Colour kBandColour = RedGreenBlue(205, 225, 255);
 
 inline constexpr std::array<Colour, 20> kSatelliteColours = {

@@ -37,7 +37,7 @@ std::int32_t BlockStart(DateTime moment, std::int32_t block) {
 
 std::optional<Colour> SystemIcon(int system) {
   if (system == 1) return {};
-  return kSystemColours[static_cast<std::size_t>(system - 1)];
+  return SystemColour(system);
 }
 
 ChartWindow::ChartWindow(const ChartSurroundings& surroundings, int system,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "charts/chart_colours.h"
@@ -44,15 +45,15 @@ class SatelliteTable {
   }
 
   // Slots 1 to kLastSlot; raises OutOfRange beyond.
-  Satellite& operator()(int system, int slot) {
-    if (!IsSlot(slot)) Raise(FaultNumber::OutOfRange);
-    return systems_[system][static_cast<std::size_t>(slot)];
-  }
-  const Satellite& operator()(int system, int slot) const {
-    return const_cast<SatelliteTable&>(*this)(system, slot);
-  }
+  Satellite& operator()(int system, int slot) { return systems_[system][Index(slot)]; }
+  const Satellite& operator()(int system, int slot) const { return systems_[system][Index(slot)]; }
 
  private:
+  static std::size_t Index(int slot) {
+    if (!IsSlot(slot)) Raise(FaultNumber::OutOfRange);
+    return static_cast<std::size_t>(slot);
+  }
+
   PerSystem<std::array<Satellite, kLastSlot + 1>> systems_;
 };
 

@@ -84,9 +84,8 @@ frmScatter::frmScatter(Desktop& desktop, int system, Records& records, const Sta
       statistics_(statistics),
       settings_(settings),
       scales_(scales) {
-  points_ = &TChart1.AddSeries({.title = "Fixes",
-                                .kind = SeriesKind::Points,
-                                .colour = kSystemColours.at(static_cast<std::size_t>(system - 1))});
+  points_ = &TChart1.AddSeries(
+      {.title = "Fixes", .kind = SeriesKind::Points, .colour = SystemColour(system)});
   TChart1.AddSeries({.title = "Dummy for extra axis", .kind = SeriesKind::Points});
   TChart1.SetLegend(Legend::None);
   TChart1.SetText(kTitles.at(static_cast<std::size_t>(system - 1)));
@@ -141,8 +140,7 @@ void frmScatter::AddScatterPoint(float deltaLat, float deltaLon) {
   if (deltaLat == kMissing || deltaLon == kMissing) return;
   const float range = HalfRange();
   if (range != scales_[Index()].ScatterShownRange) ShowRange(range);
-  points_->Add(static_cast<double>(deltaLon), deltaLat,
-               kSystemColours[static_cast<std::size_t>(Index() - 1)]);
+  points_->Add(static_cast<double>(deltaLon), deltaLat, SystemColour(Index()));
   TChart1.Tools(kEastLine).SetValue(static_cast<double>(deltaLon));
   TChart1.Tools(kNorthLine).SetValue(static_cast<double>(deltaLat));
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "charts/chart_window.h"
+#include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
 #include "platform/desktop.h"
 #include "platform/format.h"
@@ -15,11 +16,6 @@ namespace {
 
 constexpr WindowPlace kPlace{0, 0, 3000, 6000};
 
-// The classic palette's numbers 9 and 12.
-constexpr Colour kPaletteBlue = RedGreenBlue(0, 0, 255);
-constexpr Colour kPaletteRed = RedGreenBlue(255, 0, 0);
-
-constexpr double kRadiansPerDegree = 0.017453292519944444;
 constexpr double kHorizon = 90.0;
 constexpr std::string_view kDegree = "\u00B0";
 
@@ -116,7 +112,7 @@ void frmSkyplot::DrawSkyplotBackground() {
   const auto degrees = [](std::string_view text) { return std::string(text).append(kDegree); };
   picSkyplot.Clear();
   picSkyplot.SetPersistent(true);
-  picSkyplot.SetPen({.width = 1, .colour = kPaletteBlue});
+  picSkyplot.SetPen({.width = 1, .colour = kBlue});
   picSkyplot.Line(-kHorizon, 0.0, kHorizon, 0.0);
   picSkyplot.Line(0.0, -kHorizon, 0.0, kHorizon);
   picSkyplot.Circle(0.0, 0.0, 30.0);
@@ -126,7 +122,7 @@ void frmSkyplot::DrawSkyplotBackground() {
   picSkyplot.Text(0.0, -60.0, degrees(" 30"));
   picSkyplot.Circle(0.0, 0.0, kHorizon);
 
-  picSkyplot.SetPen({.width = 1, .colour = kPaletteRed, .dashed = true});
+  picSkyplot.SetPen({.width = 1, .colour = kRed, .dashed = true});
   picSkyplot.Circle(0.0, 0.0, kHorizon - mask);
   constexpr std::int16_t kTextBelowEdge = 10;
   const double raised = mask < kTextBelowEdge ? kTextBelowEdge : 0.0;
@@ -225,7 +221,7 @@ void frmSkyplot::NoteRow(int row, std::int16_t prn, const Satellite& satellite) 
   shown.due = true;
   shown.prn = prn;
   shown.satellite = satellite;
-  const auto blackIf = [](bool good) { return good ? kBlack : kPaletteRed; };
+  const auto blackIf = [](bool good) { return good ? kBlack : kRed; };
   shown.svColour = blackIf(satellite.Used);
   shown.elevationColour = blackIf(satellite.Elevation >= records_.ElevationMask);
   shown.snrColour = blackIf(satellite.SNR != 0);
@@ -331,7 +327,7 @@ void frmSkyplot::PaintDots() {
     const double angle = dot.azimuth * kRadiansPerDegree;
     const double x = PolarX(radius, 0.0, angle);
     const double y = PolarY(radius, 0.0, angle);
-    picSkyplot.SetPen({.width = kDotWidth, .colour = dot.used ? kBlack : kPaletteRed});
+    picSkyplot.SetPen({.width = kDotWidth, .colour = dot.used ? kBlack : kRed});
     picSkyplot.Dot(x, y);
     picSkyplot.Text(x, y, PlainText(dot.slot));
   }

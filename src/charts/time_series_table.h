@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -154,11 +155,11 @@ inline constexpr int kRad = 0, kLat = 1, kLon = 2, kHeight = 3;
 inline constexpr int kHDOPofGGA = 7, kHDOPofGNS = 6;
 
 inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
-    {T::GGA, 0, "dRad", kLightBlue, kDRad, kRad, FeedRule::Radius},
+    {T::GGA, 0, "dRad", kBlue, kDRad, kRad, FeedRule::Radius},
     {T::GGA, 0, "Avg", kDarkRed, nullptr, -1, FeedRule::Computed},
     {T::GGA, 0, "sDev", kDarkGreen, nullptr, -1, FeedRule::Computed},
-    {T::GGA, 1, "dLat", kLightBlue, kDLat, kLat},
-    {T::GGA, 1, "dLon", kLightRed, kDLon, kLon},
+    {T::GGA, 1, "dLat", kBlue, kDLat, kLat},
+    {T::GGA, 1, "dLon", kRed, kDLon, kLon},
     {T::GGA, 1, "dh", kDarkGreen, kDHeight, kHeight},
     {T::GGA, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GGA, &GGARecord::Satellites>, -1,
      FeedRule::SatelliteCount, SeriesKind::Bar},
@@ -169,11 +170,11 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::GGA, 3, "Stn ID", kOrange, Decoded<&M::GGA, &GGARecord::DGPSStation>, -1, FeedRule::Station,
      SeriesKind::Gantt, kRightAxis},
 
-    {T::GNS, 0, "dRad", kLightBlue, kDRad, kRad, FeedRule::Radius},
+    {T::GNS, 0, "dRad", kBlue, kDRad, kRad, FeedRule::Radius},
     {T::GNS, 0, "Avg", kDarkRed, nullptr, -1, FeedRule::Computed},
     {T::GNS, 0, "sDev", kDarkGreen, nullptr, -1, FeedRule::Computed},
-    {T::GNS, 1, "dLat", kLightBlue, kDLat, kLat},
-    {T::GNS, 1, "dLon", kLightRed, kDLon, kLon},
+    {T::GNS, 1, "dLat", kBlue, kDLat, kLat},
+    {T::GNS, 1, "dLon", kRed, kDLon, kLon},
     {T::GNS, 1, "dh", kDarkGreen, kDHeight, kHeight},
     {T::GNS, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GNS, &GNSRecord::Satellites>, -1,
      FeedRule::SatelliteCount, SeriesKind::Bar},
@@ -183,34 +184,34 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::GNS, 3, "Stn ID", kOrange, Decoded<&M::GNS, &GNSRecord::DGPSStation>, -1, FeedRule::Station,
      SeriesKind::Gantt, kRightAxis},
 
-    {T::GLL, 0, "dRad", kLightBlue, kDRad},
-    {T::GLL, 0, "dLat", kLightRed, kDLat},
+    {T::GLL, 0, "dRad", kBlue, kDRad},
+    {T::GLL, 0, "dLat", kRed, kDLat},
     {T::GLL, 0, "dLon", kDarkGreen, kDLon},
 
-    {T::RMC, 0, "dRad", kLightBlue, kDRad},
-    {T::RMC, 0, "dLat", kLightRed, kDLat},
+    {T::RMC, 0, "dRad", kBlue, kDRad},
+    {T::RMC, 0, "dLat", kRed, kDLat},
     {T::RMC, 0, "dLon", kDarkGreen, kDLon},
-    {T::RMC, 1, "SOG (Knots)", kLightBlue, Decoded<&M::RMC, &RMCRecord::SOG>},
-    {T::RMC, 1, "COG (True)", kLightRed, Decoded<&M::RMC, &RMCRecord::COG>, -1, FeedRule::None,
+    {T::RMC, 1, "SOG (Knots)", kBlue, Decoded<&M::RMC, &RMCRecord::SOG>},
+    {T::RMC, 1, "COG (True)", kRed, Decoded<&M::RMC, &RMCRecord::COG>, -1, FeedRule::None, kLine,
+     kRightAxis},
+
+    {T::VTG, 0, "SOG (Knots)", kBlue, Decoded<&M::VTG, &VTGRecord::SOGKnots>},
+    {T::VTG, 0, "COG (True)", kRed, Decoded<&M::VTG, &VTGRecord::COGTrue>, -1, FeedRule::None,
      kLine, kRightAxis},
 
-    {T::VTG, 0, "SOG (Knots)", kLightBlue, Decoded<&M::VTG, &VTGRecord::SOGKnots>},
-    {T::VTG, 0, "COG (True)", kLightRed, Decoded<&M::VTG, &VTGRecord::COGTrue>, -1, FeedRule::None,
-     kLine, kRightAxis},
-
-    {T::GSA, 0, "pdop", kLightBlue, Decoded<&M::GSA, &GSARecord::PDOP>},
-    {T::GSA, 0, "hdop", kLightRed, Decoded<&M::GSA, &GSARecord::HDOP>},
+    {T::GSA, 0, "pdop", kBlue, Decoded<&M::GSA, &GSARecord::PDOP>},
+    {T::GSA, 0, "hdop", kRed, Decoded<&M::GSA, &GSARecord::HDOP>},
     {T::GSA, 0, "vdop", kDarkGreen, Decoded<&M::GSA, &GSARecord::VDOP>},
     {T::GSA, 0, "2D/3D (Yellow if manual)", kBlack, Decoded<&M::GSA, &GSARecord::FixType>, -1,
      FeedRule::FixType},
     {T::GSA, 1, "00", SatelliteColour(0)},
 
-    {T::GST, 0, "RMS Pseudo Range", kLightBlue, Decoded<&M::GST, &GSTRecord::RMS>},
-    {T::GST, 1, "sd Lat", kLightBlue, Decoded<&M::GST, &GSTRecord::SdLat>},
-    {T::GST, 1, "sd Lon", kLightRed, Decoded<&M::GST, &GSTRecord::SdLon>},
+    {T::GST, 0, "RMS Pseudo Range", kBlue, Decoded<&M::GST, &GSTRecord::RMS>},
+    {T::GST, 1, "sd Lat", kBlue, Decoded<&M::GST, &GSTRecord::SdLat>},
+    {T::GST, 1, "sd Lon", kRed, Decoded<&M::GST, &GSTRecord::SdLon>},
     {T::GST, 1, "sd Alt", kDarkGreen, Decoded<&M::GST, &GSTRecord::SdAlt>},
-    {T::GST, 2, "sd Semi-MajorAxis", kLightBlue, Decoded<&M::GST, &GSTRecord::SdMajor>},
-    {T::GST, 2, "sd Semi-MinorAxis", kLightRed, Decoded<&M::GST, &GSTRecord::SdMinor>},
+    {T::GST, 2, "sd Semi-MajorAxis", kBlue, Decoded<&M::GST, &GSTRecord::SdMajor>},
+    {T::GST, 2, "sd Semi-MinorAxis", kRed, Decoded<&M::GST, &GSTRecord::SdMinor>},
     {T::GST, 2, "Dir Semi-MajorAxis (Right axis)", kDarkGreen,
      Decoded<&M::GST, &GSTRecord::DirMajor>, -1, FeedRule::None, kLine, kRightAxis},
 
@@ -218,23 +219,23 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::GSV, 1, "00", SatelliteColour(0)},
     {T::GSV, 2, "Svs", SatelliteColour(0), nullptr, -1, FeedRule::None, SeriesKind::Bar},
 
-    {T::HDT, 0, "deltaHeading", kLightBlue, kDHeading, 0, FeedRule::Heading},
+    {T::HDT, 0, "deltaHeading", kBlue, kDHeading, 0, FeedRule::Heading},
     {T::HDT, 0, "Ref Hdg", kBlack},
     {T::HDT, 0, "Avg Hdg", kDarkRed},
     {T::HDT, 0, "Sdev", kBandColour},
 
-    {T::ATT, 0, "deltaHeading", kLightBlue, kDHeading},
-    {T::ATT, 1, "Pitch", kLightBlue, Decoded<&M::ATT, &ATTRecord::Pitch>},
-    {T::ATT, 1, "Roll", kLightRed, Decoded<&M::ATT, &ATTRecord::Roll>},
+    {T::ATT, 0, "deltaHeading", kBlue, kDHeading},
+    {T::ATT, 1, "Pitch", kBlue, Decoded<&M::ATT, &ATTRecord::Pitch>},
+    {T::ATT, 1, "Roll", kRed, Decoded<&M::ATT, &ATTRecord::Roll>},
 
-    {T::ROT, 0, "Rate Of Turn", kLightBlue, Decoded<&M::ROT, &ROTRecord::RateOfTurn>},
+    {T::ROT, 0, "Rate Of Turn", kBlue, Decoded<&M::ROT, &ROTRecord::RateOfTurn>},
 
-    {T::VHW, 0, "WaterSpeed (Knots)", kLightBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>},
-    {T::VHW, 0, "Water Hdg (True)", kLightRed, Decoded<&M::VHW, &VHWRecord::HeadingTrue>, -1,
+    {T::VHW, 0, "WaterSpeed (Knots)", kBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>},
+    {T::VHW, 0, "Water Hdg (True)", kRed, Decoded<&M::VHW, &VHWRecord::HeadingTrue>, -1,
      FeedRule::None, kLine, kRightAxis},
     {T::VHW, 0, "Hdg (Magnetic)", kDarkGreen, Decoded<&M::VHW, &VHWRecord::HeadingMagnetic>},
 
-    {T::DBT, 0, "Depth (below transducer)", kLightBlue, Decoded<&M::DBT, &DBTRecord::DepthMetres>},
+    {T::DBT, 0, "Depth (below transducer)", kBlue, Decoded<&M::DBT, &DBTRecord::DepthMetres>},
 });
 
 }  // namespace time_series_rows

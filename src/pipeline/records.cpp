@@ -2,7 +2,16 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
+
 namespace fathomline {
+namespace {
+
+constexpr std::int16_t kDefaultDecimals = 4;
+constexpr std::array<Colour, kSystems> kSystemColours = {kBlue, RedGreenBlue(0, 128, 0), kRed,
+                                                         RedGreenBlue(192, 192, 0)};
+
+}  // namespace
 
 const AnalyseFlag* FindAnalyseFlag(SentenceType type) {
   if (type == SentenceType::VDO) type = SentenceType::VDM;
@@ -31,6 +40,10 @@ void Records::SetDefaultSetup() {
   Mode = kOnline;
 }
 
+void Records::UseDefaultDecimals() {
+  if (!CoordinateFormatIsDMS && CoordinateDecimals == 0) CoordinateDecimals = kDefaultDecimals;
+}
+
 void Records::SetMessageFlags(int system) {
   CommSetup& setup = CommSetups[system];
   for (const AnalyseFlag& row : kAnalyseFlags) setup.*row.flag = false;
@@ -41,6 +54,16 @@ void Records::SetMessageFlags(int system) {
     if (wanted[row].size() != 3 || type == SentenceType::VDO) continue;
     if (const AnalyseFlag* const found = FindAnalyseFlag(type)) setup.*found->flag = true;
   }
+}
+
+std::string Records::FilePartOf(int system) const {
+  const std::string role = system == 1 ? "Prim-" : "Sec" + std::to_string(system - 1) + "-";
+  return role + FileNamePart(CommSetups[system].Name);
+}
+
+Colour SystemColour(int system) {
+  if (system < 1 || system > kSystems) Raise(FaultNumber::OutOfRange);
+  return kSystemColours[static_cast<std::size_t>(system - 1)];
 }
 
 std::string SystemTitle(int system) {

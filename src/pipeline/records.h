@@ -1,45 +1,26 @@
 // The records that the whole program works on: per system how it is connected, which of its
 // windows are open and its latest sentences; and the state of the session.
 //
-// Systems are numbered 1 to 4; 1 is the primary system. Everything runs on one thread, so nothing
-// here is locked.
+// Everything runs on one thread, so nothing here is locked.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "decoding/sentence_records.h"
 #include "decoding/sentence_type.h"
+#include "platform/colour.h"
 #include "platform/datetime.h"
 #include "platform/fault.h"
+#include "platform/links.h"
+#include "platform/per_system.h"
 
 namespace fathomline {
 
-inline constexpr int kSystems = 4;
-inline constexpr int kComports = 16;
-
-// A table of one row per system, addressed by the system's number. Raises OutOfRange outside it.
-template <class Row>
-class PerSystem {
- public:
-  Row& operator[](int system) { return rows_[Index(system)]; }
-  const Row& operator[](int system) const { return rows_[Index(system)]; }
-  auto begin() { return rows_.begin(); }
-  auto end() { return rows_.end(); }
-  auto begin() const { return rows_.begin(); }
-  auto end() const { return rows_.end(); }
-  void Fill(const Row& row) { rows_.fill(row); }
-
- private:
-  static std::size_t Index(int system) {
-    if (system < 1 || system > kSystems) Raise(FaultNumber::OutOfRange);
-    return static_cast<std::size_t>(system - 1);
-  }
-
-  std::array<Row, kSystems> rows_{};
-};
+inline constexpr int kComports = kSerialPorts;
 
 // How a system is connected and which sentences it analyses.
 struct CommSetup {
@@ -130,6 +111,7 @@ enum class WindowFlag : std::int16_t {
   TimeSeriesSNR = 171,
   TimeSeriesGST = 172,
 };
+inline constexpr std::size_t kWindowFlags = 173;
 
 // One flag for each window that can be open for a system: set when it is opened, cleared when it
 // is closed, read at each sentence to decide what to feed.
@@ -141,11 +123,11 @@ class SystemSetup {
  private:
   static std::size_t Index(WindowFlag flag) {
     const auto index = static_cast<std::size_t>(flag);
-    if (index >= 173) Raise(FaultNumber::OutOfRange);
+    if (index >= kWindowFlags) Raise(FaultNumber::OutOfRange);
     return index;
   }
 
-  std::array<bool, 173> flags_{};
+  std::array<bool, kWindowFlags> flags_{};
 };
 
 // The latest sentence of a type as it was received, its tag block aside, and what it decoded to.
@@ -280,8 +262,14 @@ struct Records {
   // UDPPort, AnalyseTTM, AnalyseVDM and everything outside keep what they hold.
   void SetDefaultSetup();
 
+  // A setup that says nothing of the decimals of degrees and minutes has 0; it gets the usual ones.
+  void UseDefaultDecimals();
+
   // Derives the Analyse flags of a system from its column of MessagesToAnalyse.
   void SetMessageFlags(int system);
+
+  // What the names of its files say of a system: "Prim-", or "Sec1-" and so on, and its name.
+  std::string FilePartOf(int system) const;
 
  private:
   static std::size_t ComportIndex(int port) {
@@ -290,13 +278,9 @@ struct Records {
   }
 };
 
-// Colours are blue-green-red integers.
-inline constexpr std::array<std::int32_t, kSystems> kSystemColours = {0xFF0000, 32768, 255, 49344};
-// Raises OutOfRange for a number that is no system's.
-inline std::int32_t SystemColour(int system) {
-  if (system < 1 || system > kSystems) Raise(FaultNumber::OutOfRange);
-  return kSystemColours[static_cast<std::size_t>(system - 1)];
-}
+// Blue, green, red and a yellow that can be seen on white. Raises OutOfRange for a number that is
+// no system's.
+Colour SystemColour(int system);
 
 // "Primary System", or "Secondary System 1" and so on.
 std::string SystemTitle(int system);

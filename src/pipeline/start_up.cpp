@@ -21,7 +21,6 @@ namespace fathomline {
 namespace {
 
 constexpr float kOutlierLimitAtStart = 15.0F;
-constexpr std::int16_t kDecimalsAtStart = 4;
 constexpr const char* kFirstStart =
     "No setupfile exist. You have to define a primary system under Setup and open relevant windows "
     "for display under Window! ";
@@ -106,9 +105,7 @@ void StartUp::InitialiseProgram() {
     desktop_.Ask({.text = settings_.Trouble(), .icon = BoxIcon::Exclamation});
   }
   ReadFirstSetup();
-  if (!records_.CoordinateFormatIsDMS && records_.CoordinateDecimals == 0) {
-    records_.CoordinateDecimals = kDecimalsAtStart;
-  }
+  records_.UseDefaultDecimals();
   const bool iala = settings_.GetNumber(kSettingsSection, kBinaryStandardIALA, 0) != 0;
   ais_.SetBinaryStandardIALA(iala);
   mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);

@@ -7,13 +7,18 @@ namespace fathomline {
 
 using Colour = std::int32_t;
 
-inline constexpr Colour kBlack = 0;
-inline constexpr Colour kRed = 255;
-inline constexpr Colour kGreen = 65280;
-inline constexpr Colour kYellow = 65535;
-inline constexpr Colour kBlue = 16711680;
-inline constexpr Colour kMagenta = 16711935;
-inline constexpr Colour kCyan = 16776960;
-inline constexpr Colour kWhite = 16777215;
+// Each part is 0 to 255.
+constexpr Colour RedGreenBlue(int red, int green, int blue) {
+  return blue << 16 | green << 8 | red;
+}
+
+inline constexpr Colour kBlack = RedGreenBlue(0, 0, 0);
+inline constexpr Colour kRed = RedGreenBlue(255, 0, 0);
+inline constexpr Colour kGreen = RedGreenBlue(0, 255, 0);
+inline constexpr Colour kYellow = RedGreenBlue(255, 255, 0);
+inline constexpr Colour kBlue = RedGreenBlue(0, 0, 255);
+inline constexpr Colour kMagenta = RedGreenBlue(255, 0, 255);
+inline constexpr Colour kCyan = RedGreenBlue(0, 255, 255);
+inline constexpr Colour kWhite = RedGreenBlue(255, 255, 255);
 
 }  // namespace fathomline

@@ -1,8 +1,5 @@
 #include "sources/raw_log.h"
 
-#include "platform/numbers.h"
-#include "platform/text.h"
-
 namespace fathomline {
 namespace {
 
@@ -31,8 +28,7 @@ void RawLog::StartStopLogging() {
 }
 
 std::string RawLog::FileName(int system, std::string_view begun) const {
-  const std::string part = system == 1 ? std::string("Prim-") : "Sec" + PlainText(system - 1) + "-";
-  return std::string(begun) + "-" + part + FileNamePart(records_.CommSetups[system].Name) + ".log";
+  return std::string(begun) + "-" + records_.FilePartOf(system) + ".log";
 }
 
 void RawLog::Start() {

@@ -33,7 +33,7 @@ class SkyplotTest : public ChartSession {
   }
 
   frmSkyplot& sky = charts.SkyplotOf(1);
-  static constexpr Colour kLightRed = 255;
+  static constexpr Colour kRed = 255;
 };
 
 TEST_F(SkyplotTest, ShowsTheModeAndTheSatellitesUsedByTheGroupOfTheFirst) {
@@ -68,9 +68,9 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(Row(6), "*|*|*|*");
   EXPECT_EQ(sky.lblSvsInView.Text(), "6");
   EXPECT_EQ(sky.lblSv(1).ShownColour(), 0);
-  EXPECT_EQ(sky.lblSv(2).ShownColour(), kLightRed) << "not in the GSA";
+  EXPECT_EQ(sky.lblSv(2).ShownColour(), kRed) << "not in the GSA";
   EXPECT_EQ(sky.lblElevation(1).ShownColour(), 0);
-  EXPECT_EQ(sky.lblElevation(2).ShownColour(), kLightRed) << "below the mask";
+  EXPECT_EQ(sky.lblElevation(2).ShownColour(), kRed) << "below the mask";
   EXPECT_EQ(sky.lblColor(1).ShownColour(), charts.Satellites()(1, 3).Colour);
   EXPECT_EQ(sky.lblColor(6).ShownColour(), 16777215);
   EXPECT_EQ(Drawn(), (std::vector<std::string>{"3", "4", "7"}));
@@ -82,7 +82,7 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(dot.kind, ShapeKind::Dot);
   EXPECT_NEAR(dot.x, 30.0, 1e-6);
   EXPECT_NEAR(dot.y, 0.0, 1e-6);
-  EXPECT_EQ(dot.pen, (Pen{.width = 5, .colour = kLightRed}));
+  EXPECT_EQ(dot.pen, (Pen{.width = 5, .colour = kRed}));
 }
 
 TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
