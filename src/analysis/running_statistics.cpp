@@ -88,7 +88,8 @@ void CountSigned(DeviationStat& stat, float value) {
 void CountAbsolute(DeviationStat& stat, float value) {
   CountUp(stat.AbsTotal);
   const float a = std::abs(value);
-  const std::size_t bin = a <= 10.0F ? static_cast<std::size_t>(a * 100.0F) + 1 : 1001;
+  const std::size_t bin =
+      a <= 10.0F ? static_cast<std::size_t>(a * 100.0F) + 1 : DeviationStat::kLastBin;
   CountUp(stat.AbsBins[bin]);
 }
 
@@ -135,7 +136,7 @@ void ResetSingleStat(SingleStat& stat) {
 }
 
 Percentiles DeviationStat::ComputePercentiles() const {
-  return WalkBins(AbsBins, AbsTotal, 1, 1001,
+  return WalkBins(AbsBins, AbsTotal, 1, kLastBin,
                   [](int i) { return static_cast<float>((i - 1) / 100.0); });
 }
 
@@ -165,7 +166,7 @@ Percentiles SNRStat::ComputePercentiles() const {
 
 Percentiles SNRStat::Walk(const Percentiles& before) const {
   return WalkBins(
-      SNRBins, SNRTotal, 101, 1, [](int i) { return static_cast<float>(i - 1); }, before);
+      SNRBins, SNRTotal, kLastBin, 1, [](int i) { return static_cast<float>(i - 1); }, before);
 }
 
 void AccumulateSNR(float value, SNRStat& stat, const Stamp& stamp) {
@@ -177,7 +178,7 @@ void AccumulateSNR(float value, SNRStat& stat, const Stamp& stamp) {
   if (value < 0.0F && !stat.Kept) stat.Kept = stat.ComputePercentiles();
   CountUp(stat.SNRTotal);
   if (value < 0.0F) Raise(FaultNumber::OutOfRange);
-  CountUp(stat.SNRBins[value <= 100.0F ? static_cast<std::size_t>(value) : 101]);
+  CountUp(stat.SNRBins[value <= 100.0F ? static_cast<std::size_t>(value) : SNRStat::kLastBin]);
   if (stat.Kept) stat.Kept = stat.Walk(*stat.Kept);
 }
 

@@ -67,10 +67,11 @@ struct DeviationStat {
   std::array<float, 21> SignedLimits{};
   std::array<std::int32_t, 23> SignedCounts{};
 
-  // Absolute value in bins of 0.01; bin i, from 1, holds (i - 1)/100 up to i/100, and bin 1001
+  // Absolute value in bins of 0.01; bin i, from 1, holds (i - 1)/100 up to i/100, and the last one
   // everything from 10. Entry 0 is not used.
+  static constexpr int kLastBin = 1001;
   std::int32_t AbsTotal = 0;
-  std::array<std::int32_t, 1002> AbsBins{};
+  std::array<std::int32_t, kLastBin + 1> AbsBins{};
 
   // The lower edges of the first bins at which the share passes 68% and 95%.
   Percentiles ComputePercentiles() const;
@@ -89,8 +90,10 @@ struct SNRStat {
   std::int32_t RejectedCount = 0;  // NoValue and 0
   float RejectedMax = 0.0F;
   float RejectedMin = 0.0F;
+  // Whole numbers 1 to 100, and the last bin for all above.
+  static constexpr int kLastBin = 101;
   std::int32_t SNRTotal = 0;
-  std::array<std::int32_t, 102> SNRBins{};  // whole numbers 1 to 100, and 101 for all above
+  std::array<std::int32_t, kLastBin + 1> SNRBins{};
 
   // The figures from the first negative value on, taken at every sample: it is in the total and in
   // no bin, so that they are no longer those of the bins alone.

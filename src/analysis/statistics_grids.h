@@ -88,6 +88,7 @@ inline constexpr std::array<StatisticsGrid, 13> kStatisticsGrids = {{
     {SentenceType::GST, "frameGST", "GST Statistics", "fgGST", statistics_grids::kGST},
 }};
 
+// The columns of the grid of signal-to-noise ratios, one for each PRN from 1.
 inline constexpr int kGPSSatellites = 32;
 
 }  // namespace fathomline

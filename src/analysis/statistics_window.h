@@ -1,10 +1,12 @@
 // frmStatistics: the running figures of one system as tables.
 #pragma once
 
-#include <array>
 #include <deque>
+#include <string>
+#include <string_view>
 
 #include "analysis/statistics.h"
+#include "analysis/statistics_columns.h"
 #include "analysis/statistics_grids.h"
 #include "pipeline/records.h"
 #include "platform/controls.h"
@@ -92,7 +94,7 @@ class frmStatistics : public Window {
  public:
   // Behind the grids of the sentences, which are built from their table.
   Frame frameGSV_GPS{*this, "frameGSV_GPS", "GSV/GPS SNR Statistics"};
-  Grid fgGSV_GPS{frameGSV_GPS, "fgGSV_GPS", 10, kGPSSatellites + 1};
+  Grid fgGSV_GPS{frameGSV_GPS, "fgGSV_GPS", kStatisticsRows, kGPSSatellites + 1};
 
  private:
   // The reference as it was at the sentence that shows it; the one in force may move on while
