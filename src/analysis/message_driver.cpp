@@ -1,6 +1,5 @@
 #include "analysis/message_driver.h"
 
-#include <array>
 #include <cmath>
 
 #include "platform/numbers.h"
@@ -47,6 +46,25 @@ void MessageDriver::ProcessMessage(int system, SentenceType type) {
   } else if (!(records_.CommSetups[system].*analysed->flag)) {
     return;
   }
+  RunStage(system, type);
+  KeepClock(system);
+
+  const SystemSetup& open = records_.SystemSetups[system];
+  if (open[WindowFlag::Numerics]) views_.UpdateNumerics(system, type);
+  if (open[WindowFlag::ARPATargets]) views_.UpdateARPATargets(system, type);
+  if (open[WindowFlag::AISTargets]) views_.UpdateAISTargets(system, type);
+  if (records_.PausedOnline()) return;
+
+  MoveReferenceToMean(system);
+  statistics_.AccumulateStatistics(system, type, MessageTimeText(system));
+  if (open[WindowFlag::Statistics] || open[WindowFlag::StatisticsSNR]) {
+    views_.UpdateStatisticsView(system, type);
+  }
+  views_.UpdateTimeSeries(system, type);
+  UpdatePlots(system, type);
+}
+
+void MessageDriver::RunStage(int system, SentenceType type) {
   switch (type) {
     case SentenceType::GGA:
       StageGGA(system);
@@ -72,20 +90,10 @@ void MessageDriver::ProcessMessage(int system, SentenceType type) {
     default:
       break;
   }
-  KeepClock(system);
+}
 
-  const SystemSetup& open = records_.SystemSetups[system];
-  if (open[WindowFlag::Numerics]) views_.UpdateNumerics(system, type);
-  if (open[WindowFlag::ARPATargets]) views_.UpdateARPATargets(system, type);
-  if (open[WindowFlag::AISTargets]) views_.UpdateAISTargets(system, type);
-  if (records_.PausedOnline()) return;
-
-  MoveReferenceToMean(system);
-  statistics_.AccumulateStatistics(system, type, MessageTimeText(system));
-  if (open[WindowFlag::Statistics] || open[WindowFlag::StatisticsSNR]) {
-    views_.UpdateStatisticsView(system, type);
-  }
-  views_.UpdateTimeSeries(system, type);
+void MessageDriver::UpdatePlots(int system, SentenceType type) {
+  const bool skyplotOpen = records_.SystemSetups[system][WindowFlag::Skyplot];
   switch (type) {
     case SentenceType::GGA:
     case SentenceType::GNS:
@@ -95,10 +103,10 @@ void MessageDriver::ProcessMessage(int system, SentenceType type) {
       views_.UpdateScatter(system, type);
       break;
     case SentenceType::GSA:
-      if (open[WindowFlag::Skyplot]) views_.UpdateSkyplot(system);
+      if (skyplotOpen) views_.UpdateSkyplot(system);
       break;
     case SentenceType::GSV:
-      if (open[WindowFlag::Skyplot]) views_.UpdateSatelliteTracking(system);
+      if (skyplotOpen) views_.UpdateSatelliteTracking(system);
       break;
     default:
       break;

@@ -49,6 +49,10 @@ class MessageDriver {
     bool usable;
   };
 
+  // What the types do of their own before all others are served alike.
+  void RunStage(int system, SentenceType type);
+  // Scatter and sky plot, which follow a few types only.
+  void UpdatePlots(int system, SentenceType type);
   void TakePosition(int system, const PositionSample& sample);
   void ReadTime(int system, std::string_view time);
   void StageGGA(int system);

@@ -21,6 +21,8 @@ constexpr std::array<std::string_view, 3> kReferenceNames = {" First sample", " 
                                                              " True position"};
 // The four records of the deviation table, first of the GGA quantities.
 constexpr std::size_t kColumns = 4;
+constexpr std::size_t kHorizontal = 0;
+constexpr std::size_t kHeight = 3;
 
 // Lines of the report, with tab stops counted in characters.
 class Paper {
@@ -175,13 +177,55 @@ void WriteDistributionHead(Paper& paper, std::string_view title) {
   paper.Text("Interval").Tab(15).Text("No of fix").Tab(25).Line("Accumulated percent");
 }
 
+void WriteHead(Paper& paper, const Records& records, int system, const DeviationStat& horizontal) {
+  const CommSetup& setup = records.CommSetups[system];
+  const bool offline = records.Offline();
+  paper.Dashes();
+  paper.Line("Summary of Fathomline session : " + setup.Name);
+  paper.Empty();
+  if (offline) {
+    paper.Line("OFFLINE MODE, analysed file : ");
+    paper.Line(setup.OfflineFile);
+    paper.Empty();
+  }
+  paper.Dashes();
+  paper.Line(records.SessionInfo);
+  paper.Dashes();
+  paper.Empty();
+
+  paper.Text("Start at " + horizontal.Stat.FirstTime + "    ");
+  paper.Line(offline ? std::string() : horizontal.Stat.FirstDate);
+  paper.Text("Stop at  " + horizontal.Stat.LastTime + "    ");
+  paper.Line(offline ? std::string() : FormatDateTime(records.MessageTime[system], "dd mmm yyyy"));
+  paper.Empty();
+  paper.Line("Number of accepted readings " + PlainText(horizontal.Stat.Count));
+  paper.Line("Number of rejected readings " + PlainText(horizontal.RejectedCount));
+  paper.Empty();
+  paper.Dashes();
+  paper.Empty();
+  paper.Empty();
+}
+
+void WriteDistributions(Paper& paper, const DeviationStat& horizontal,
+                        const DeviationStat& height) {
+  WriteDistributionHead(paper, "horisontal");
+  paper.Empty();
+  Distribution(paper, horizontal).WriteRows();
+  paper.Empty();
+  paper.Dashes();
+  WriteDistributionHead(paper, "height");
+  Distribution(paper, height).WriteRows();
+  paper.Empty();
+  paper.Dashes();
+  paper.Empty();
+}
+
 }  // namespace
 
 std::string SessionReport::ReportPath(int system) const {
-  const std::string name = FileNamePart(records_.CommSetups[system].Name);
-  const std::string role = system == 1 ? "Prim-" : "Sec" + Format(system - 1, "0") + "-";
   return records_.ProgramFolder + std::string(kReportFolder) + "/" +
-         FormatDateTime(clock_.NowLocal(), "yyyymmdd-hhnn") + "-" + role + name + ".txt";
+         FormatDateTime(clock_.NowLocal(), "yyyymmdd-hhnn") + "-" + records_.FilePartOf(system) +
+         ".txt";
 }
 
 void SessionReport::Print_Report(int system) {
@@ -202,38 +246,10 @@ void SessionReport::Print_Report(int system) {
 
 void SessionReport::Write(int system, int file) {
   Paper paper(files_, file);
-  const CommSetup& setup = records_.CommSetups[system];
   const SystemStatistics& statistics = statistics_[system];
   const DeviationStat* const columns = statistics.Of<GGARecord>().data();
-  const DeviationStat& horizontal = columns[0];
-  const DeviationStat& height = columns[3];
-  const bool offline = records_.Offline();
 
-  paper.Dashes();
-  paper.Line("Summary of Fathomline session : " + setup.Name);
-  paper.Empty();
-  if (offline) {
-    paper.Line("OFFLINE MODE, analysed file : ");
-    paper.Line(setup.OfflineFile);
-    paper.Empty();
-  }
-  paper.Dashes();
-  paper.Line(records_.SessionInfo);
-  paper.Dashes();
-  paper.Empty();
-
-  paper.Text("Start at " + horizontal.Stat.FirstTime + "    ");
-  paper.Line(offline ? std::string() : horizontal.Stat.FirstDate);
-  paper.Text("Stop at  " + horizontal.Stat.LastTime + "    ");
-  paper.Line(offline ? std::string() : FormatDateTime(records_.MessageTime[system], "dd mmm yyyy"));
-  paper.Empty();
-  paper.Line("Number of accepted readings " + PlainText(horizontal.Stat.Count));
-  paper.Line("Number of rejected readings " + PlainText(horizontal.RejectedCount));
-  paper.Empty();
-  paper.Dashes();
-  paper.Empty();
-  paper.Empty();
-
+  WriteHead(paper, records_, system, columns[kHorizontal]);
   WriteReference(paper, records_.References[system]);
   paper.Dashes();
   WriteAverage(paper, statistics);
@@ -243,17 +259,8 @@ void SessionReport::Write(int system, int file) {
   paper.Empty();
   WriteDeviationTable(paper, columns);
 
-  WriteDistributionHead(paper, "horisontal");
-  paper.Empty();
-  Distribution(paper, horizontal).WriteRows();
-  paper.Empty();
-  paper.Dashes();
-  WriteDistributionHead(paper, "height");
-  Distribution(paper, height).WriteRows();
-  paper.Empty();
-  paper.Dashes();
-  paper.Empty();
-  if (offline) {
+  WriteDistributions(paper, columns[kHorizontal], columns[kHeight]);
+  if (records_.Offline()) {
     constexpr std::string_view kMoment = "hh:mm:ss  dd mmm yyyy";
     paper.Line("Processing start at " + FormatDateTime(records_.OfflineStartTime, kMoment));
     paper.Line("       completed at " + FormatDateTime(records_.OfflineEndTime, kMoment));

@@ -78,6 +78,54 @@ MessageValues PositionReport(int id, const TargetIdentity& identity, GeoPoint po
   return values;
 }
 
+MessageValues ClassBPosition(const TargetIdentity& identity, GeoPoint position,
+                             const TargetMotion& motion, const UtcMoment& moment) {
+  MessageValues values = Begin(18, identity);
+  SetPlace(values, position);
+  SetMotion(values, motion.speed, motion.course);
+  values.Set(TrueHeading, kNoHeading);
+  values.Set(Timestamp, moment.second);
+  values.Set(UnitFlag, 1);
+  values.Set(DSCFlag, 1);
+  values.Set(BandFlag, 1);
+  values.Set(Message22Flag, 1);
+  values.Set(CommStateFlag, 1);
+  values.Set(RadioStatus, kCarrierSenseState);
+  return values;
+}
+
+MessageValues AidToNavigation(const TargetIdentity& identity, GeoPoint position,
+                              const UtcMoment& moment) {
+  MessageValues values = Begin(21, identity);
+  const std::string_view name = identity.name;
+  constexpr std::size_t kNameCharacters = 20;
+  SetPlace(values, position);
+  SetSize(values, identity);
+  values.Set(AidType, identity.shipType);
+  values.Set(Name, name.substr(0, kNameCharacters));
+  if (name.size() > kNameCharacters) values.Set(NameExtension, name.substr(kNameCharacters));
+  values.Set(PositionDevice, kPositionDeviceSurveyed);
+  values.Set(Timestamp, identity.isVirtual ? kNoTimestamp + 1 : moment.second);
+  values.Set(VirtualFlag, identity.isVirtual ? 1 : 0);
+  return values;
+}
+
+MessageValues BaseStation(const TargetIdentity& identity, GeoPoint position,
+                          const UtcMoment& moment, std::int64_t radioStatus) {
+  MessageValues values = Begin(4, identity);
+  SetPlace(values, position);
+  values.Set(Year, moment.year);
+  values.Set(Month, moment.month);
+  values.Set(Day, moment.day);
+  values.Set(Hour, moment.hour);
+  values.Set(Minute, moment.minute);
+  values.Set(Second, moment.second);
+  values.Set(Accuracy, 1);
+  values.Set(PositionDevice, kPositionDeviceSurveyed);
+  values.Set(RadioStatus, radioStatus);
+  return values;
+}
+
 MessageValues StaticVoyageData(const TargetIdentity& identity, const UtcMoment& moment) {
   MessageValues values = Begin(5, identity);
   SetSize(values, identity);
@@ -181,51 +229,18 @@ void TrafficReports::WritePosition(SentenceWriter& writer, const Report& report,
       sentences_.Write(writer, "!AIVDM", kPositionReportLayout, values);
       break;
     }
-    case TargetKind::ClassB: {
-      MessageValues values = Begin(18, identity);
-      SetPlace(values, position);
-      SetMotion(values, motion.speed, motion.course);
-      values.Set(TrueHeading, kNoHeading);
-      values.Set(Timestamp, moment.second);
-      values.Set(UnitFlag, 1);
-      values.Set(DSCFlag, 1);
-      values.Set(BandFlag, 1);
-      values.Set(Message22Flag, 1);
-      values.Set(CommStateFlag, 1);
-      values.Set(RadioStatus, kCarrierSenseState);
-      sentences_.Write(writer, "!AIVDM", kClassBPositionLayout, values);
+    case TargetKind::ClassB:
+      sentences_.Write(writer, "!AIVDM", kClassBPositionLayout,
+                       ClassBPosition(identity, position, motion, moment));
       break;
-    }
-    case TargetKind::AidToNavigation: {
-      MessageValues values = Begin(21, identity);
-      const std::string_view name = identity.name;
-      constexpr std::size_t kNameCharacters = 20;
-      SetPlace(values, position);
-      SetSize(values, identity);
-      values.Set(AidType, identity.shipType);
-      values.Set(Name, name.substr(0, kNameCharacters));
-      if (name.size() > kNameCharacters) values.Set(NameExtension, name.substr(kNameCharacters));
-      values.Set(PositionDevice, kPositionDeviceSurveyed);
-      values.Set(Timestamp, identity.isVirtual ? kNoTimestamp + 1 : moment.second);
-      values.Set(VirtualFlag, identity.isVirtual ? 1 : 0);
-      sentences_.Write(writer, "!AIVDM", kAidToNavigationLayout, values);
+    case TargetKind::AidToNavigation:
+      sentences_.Write(writer, "!AIVDM", kAidToNavigationLayout,
+                       AidToNavigation(identity, position, moment));
       break;
-    }
-    case TargetKind::BaseStation: {
-      MessageValues values = Begin(4, identity);
-      SetPlace(values, position);
-      values.Set(Year, moment.year);
-      values.Set(Month, moment.month);
-      values.Set(Day, moment.day);
-      values.Set(Hour, moment.hour);
-      values.Set(Minute, moment.minute);
-      values.Set(Second, moment.second);
-      values.Set(Accuracy, 1);
-      values.Set(PositionDevice, kPositionDeviceSurveyed);
-      values.Set(RadioStatus, SlotState(slot_, moment));
-      sentences_.Write(writer, "!AIVDM", kBaseStationLayout, values);
+    case TargetKind::BaseStation:
+      sentences_.Write(writer, "!AIVDM", kBaseStationLayout,
+                       BaseStation(identity, position, moment, SlotState(slot_, moment)));
       break;
-    }
   }
 }
 
