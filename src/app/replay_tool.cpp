@@ -1,12 +1,13 @@
 #include "app/replay_tool.h"
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <sys/resource.h>
+#include <system_error>
 
 #include "app/replay_options.h"
 #include "app/replay_output.h"
@@ -34,15 +35,23 @@ std::string InOneLine(std::string text) {
   return text;
 }
 
+// What was written before may have failed long ago, and its cause is no longer known then.
+[[noreturn]] void RefuseFile(const std::string& path) {
+  const std::string cause = errno == 0 ? "" : ": " + std::generic_category().message(errno);
+  throw RunError("cannot write " + path + cause);
+}
+
 std::ofstream OpenOutput(const std::string& path) {
+  errno = 0;
   std::ofstream file(path, std::ios::binary);
-  if (!file) throw RunError("cannot write " + path);
+  if (!file) RefuseFile(path);
   return file;
 }
 
 void Finish(std::ostream& file, const std::string& path) {
+  errno = 0;
   file.flush();
-  if (!file) throw RunError("cannot write " + path);
+  if (!file) RefuseFile(path);
 }
 
 class ReplayRun {
@@ -124,9 +133,7 @@ class ReplayRun {
     TakeReference();
     if (options_.dms) records.CoordinateFormatIsDMS = *options_.dms;
     if (options_.decimals) records.CoordinateDecimals = *options_.decimals;
-    if (!records.CoordinateFormatIsDMS && records.CoordinateDecimals == 0) {
-      records.CoordinateDecimals = 4;
-    }
+    records.UseDefaultDecimals();
     records.ReloadWindows = true;
   }
 
@@ -168,7 +175,9 @@ class ReplayRun {
     if (options_.windows) {
       std::error_code error;
       std::filesystem::create_directories(*options_.windows, error);
-      if (error) throw RunError("cannot make the folder " + *options_.windows);
+      if (error) {
+        throw RunError("cannot make the folder " + *options_.windows + ": " + error.message());
+      }
     }
     for (Window* const window : program_.desktop.Windows()) {
       if (!window->Visible() || window->Index() != kSystem) continue;
