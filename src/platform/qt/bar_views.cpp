@@ -158,9 +158,8 @@ void MenuView::Add(MenuItem& item) {
   action->setObjectName(ToQt(item.Name()));
   QObject::connect(action, &QAction::triggered, &bar_, [this, &item] {
     if (context_.window == nullptr) return;
-    ++context_.onStack;
+    const ActionOnStack guard(context_);
     item.Click();
-    --context_.onStack;
     context_.face.DrawSoon();
   });
   entries_.push_back({&item, action, 0, false});

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFile>
 #include <QMenu>
 #include <QRubberBand>
 #include <QToolTip>
@@ -437,14 +436,7 @@ void ChartView::SavePoints() {
   if (!path || Context().window == nullptr) return;
   std::ostringstream points;
   chart_.WriteCsv(points);
-  QFile file(ToQt(*path));
-  const std::string bytes = points.str();
-  const bool saved = file.open(QIODevice::WriteOnly) &&
-                     file.write(bytes.data(), static_cast<qint64>(bytes.size())) >= 0 &&
-                     file.flush();
-  if (!saved) {
-    Context().face.TellFailure("The points could not be saved.", FromQt(file.errorString()));
-  }
+  Context().face.SaveFile(*path, points.str(), "The points could not be saved.");
 }
 
 void ChartView::ShowMenu(const QPoint& at) {

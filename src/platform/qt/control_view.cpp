@@ -99,11 +99,7 @@ void ControlView::Write() {
 
 void ControlView::User(const std::function<void()>& action) {
   if (writing_ || context_.window == nullptr) return;
-  struct Stacked {
-    int& count;
-    explicit Stacked(int& counter) : count(counter) { ++count; }
-    ~Stacked() { --count; }
-  } const stacked(context_.onStack);
+  const ActionOnStack guard(context_);
   action();
   if (context_.window != nullptr) Write();
   context_.face.DrawSoon();

@@ -22,6 +22,18 @@ struct ViewContext {
   int onStack = 0;  // user actions on the stack that may not lose their widget
 };
 
+// Counts a user action as being on the stack as long as it lives.
+class ActionOnStack {
+ public:
+  explicit ActionOnStack(ViewContext& context) : context_(context) { ++context_.onStack; }
+  ~ActionOnStack() { --context_.onStack; }
+  ActionOnStack(const ActionOnStack&) = delete;
+  ActionOnStack& operator=(const ActionOnStack&) = delete;
+
+ private:
+  ViewContext& context_;
+};
+
 // One per control. The widget belongs to its parent in the widget tree.
 class ControlView {
  public:

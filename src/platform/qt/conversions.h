@@ -12,8 +12,6 @@
 
 namespace fathomline {
 
-inline constexpr int kTwipsPerPixel = 15;
-
 inline QString ToQt(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

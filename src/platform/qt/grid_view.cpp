@@ -10,10 +10,10 @@
 #include <QScrollBar>
 #include <QTableView>
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
+#include <chrono>
 #include <numeric>
+#include <sstream>
+#include <utility>
 
 #include "platform/qt/conversions.h"
 #include "platform/qt/grid_model.h"
@@ -294,10 +294,9 @@ void GridView::SaveAsFile() {
                                                .defaultExtension = "csv",
                                                .save = true});
   if (!path || Context().window == nullptr) return;
-  std::ofstream file(*path, std::ios::binary);
-  grid_.WriteCsv(file);
-  file.flush();
-  if (!file) Context().face.TellFailure("The table could not be saved.", std::strerror(errno));
+  std::ostringstream table;
+  grid_.WriteCsv(table);
+  Context().face.SaveFile(*path, table.str(), "The table could not be saved.");
 }
 
 }  // namespace fathomline

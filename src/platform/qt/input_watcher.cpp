@@ -59,9 +59,8 @@ bool InputWatcher::MayGoTo(QObject* watched) {
   if (window == nullptr || !window->Loaded() || !view->Plain().Usable()) return true;
   if (window->Focus() == &view->Plain()) return true;
   bool granted = false;
-  ++context.onStack;
+  const ActionOnStack guard(context);
   window->Act([&] { granted = window->FocusTo(view->Plain()); });
-  --context.onStack;
   return granted && context.window != nullptr && window->Loaded();
 }
 

@@ -9,6 +9,8 @@
 #include <algorithm>
 
 #include "platform/control.h"
+#include "platform/fault.h"
+#include "platform/files.h"
 #include "platform/qt/child_area.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/conversions.h"
@@ -135,6 +137,12 @@ Face::Reply QtFace::Ask(const MessageBox& box) {
 
 void QtFace::TellFailure(const std::string& what, const std::string& cause) {
   Ask({.text = what + "\n" + cause, .icon = BoxIcon::Critical});
+}
+
+void QtFace::SaveFile(const std::string& path, std::string_view content,
+                      const std::string& failure) {
+  ResumeNext([&] { ReplaceFile(path, content); },
+             [&](const Fault& fault) { TellFailure(failure, fault.Description()); });
 }
 
 std::optional<std::string> QtFace::ChooseFile(const FileQuestion& question) {

@@ -9,6 +9,7 @@
 #include <QString>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -47,7 +48,7 @@ class QtFace : public Face {
     return std::chrono::steady_clock::now();
   }
 
-  // For the views --------------------------------------------------------------------------
+  // The following are called by the views.
 
   void Register(QWidget& widget, ControlView& view);
   // The view that a widget belongs to, itself or as a part of it.
@@ -58,12 +59,14 @@ class QtFace : public Face {
   bool Drawing() const { return drawing_; }
   // Says what has failed and why.
   void TellFailure(const std::string& what, const std::string& cause);
+  // Writes a file that the user has asked for. Where that fails, a box says so and why.
+  void SaveFile(const std::string& path, std::string_view content, const std::string& failure);
   // The area of the child windows, where there is a main window.
   QMdiArea* ChildArea() const;
   QWidget* MainHost() const;
   Desktop* Served() const { return AttachedDesktop(); }
 
-  // For tests and pictures -----------------------------------------------------------------
+  // The following serve tests and pictures.
 
   // Brings everything in line now.
   void Draw();

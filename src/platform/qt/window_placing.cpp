@@ -178,17 +178,15 @@ void WindowPlacing::UserMoved() {
     place.width = window->Place().width;
     place.height = window->Place().height;
   }
-  ++context_.onStack;
+  const ActionOnStack guard(context_);
   window->UserPlace(place);
-  --context_.onStack;
   context_.face.DrawSoon();
 }
 
 void WindowPlacing::UserChangedState() {
   if (byProgram_ || !widgets_.host->isVisible()) return;
-  ++context_.onStack;
+  const ActionOnStack guard(context_);
   context_.window->UserState(StateOf(*widgets_.host));
-  --context_.onStack;
   context_.face.DrawSoon();
 }
 

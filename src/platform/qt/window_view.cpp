@@ -246,21 +246,19 @@ void WindowView::UserRaised() {
            other->FrontOrder() > window->FrontOrder();
   });
   if (!covered) return;
-  ++context_.onStack;
+  const ActionOnStack guard(context_);
   window->Act([window] { window->Show(); });
-  --context_.onStack;
   frontOrder_ = window->FrontOrder();
   context_.face.DrawSoon();
 }
 
-bool WindowView::ClickButton(int role) {
+bool WindowView::ClickButton(Button::Role role) {
   for (Control* const control : Plain()->Controls()) {
     if (control->Kind() != ControlKind::Button) continue;
     auto& button = static_cast<Button&>(*control);
-    if (static_cast<int>(button.ButtonRole()) != role || !button.Usable()) continue;
-    ++context_.onStack;
+    if (button.ButtonRole() != role || !button.Usable()) continue;
+    const ActionOnStack guard(context_);
     button.Click();
-    --context_.onStack;
     context_.face.DrawSoon();
     return true;
   }
@@ -274,17 +272,21 @@ bool WindowView::PressKey(const QKeyEvent& event) {
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return ClickButton(static_cast<int>(Button::Role::Default));
+      return ClickButton(Button::Role::Default);
     case Qt::Key_Escape:
-      if (ClickButton(static_cast<int>(Button::Role::Cancel))) return true;
+      if (ClickButton(Button::Role::Cancel)) return true;
       if (Plain()->Style() != WindowStyle::Dialog) return false;
-      ++context_.onStack;
-      Plain()->UserClose();
-      --context_.onStack;
+      UserClosed();
       return true;
     default:
       return false;
   }
+}
+
+void WindowView::UserClosed() {
+  const ActionOnStack guard(context_);
+  Plain()->UserClose();
+  context_.face.DrawSoon();
 }
 
 bool WindowView::eventFilter(QObject* watched, QEvent* event) {
@@ -293,10 +295,7 @@ bool WindowView::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::Close:
       event->ignore();
-      ++context_.onStack;
-      window->UserClose();
-      --context_.onStack;
-      context_.face.DrawSoon();
+      UserClosed();
       return true;
     case QEvent::Move:
     case QEvent::Resize:

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/controls.h"
 #include "platform/qt/control_view.h"
 #include "platform/qt/window_placing.h"
 #include "platform/window.h"
@@ -53,7 +54,8 @@ class WindowView : public QObject {
   bool AnySeen() const;
   void UserRaised();
   bool PressKey(const QKeyEvent& event);
-  bool ClickButton(int role);
+  bool ClickButton(Button::Role role);
+  void UserClosed();
 
   ViewContext context_;
   WindowWidgets widgets_;
