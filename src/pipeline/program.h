@@ -86,6 +86,7 @@ class Program {
   std::unique_ptr<Views> views_;
   std::unique_ptr<Lines> lines_;
   std::unique_ptr<Links> noLinks_;
+  Links& links_;
   bool logFailureTold_ = false;
 
   void MakeViews(SettingsStore& settings);
