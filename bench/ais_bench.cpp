@@ -3,6 +3,8 @@
 #include <benchmark/benchmark.h>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "ais/ais_decoder.h"

@@ -22,9 +22,9 @@
 namespace {
 
 using namespace fathomline;
-using Clock_ = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
-double Seconds(Clock_::duration span) {
+double Seconds(SteadyClock::duration span) {
   return std::chrono::duration<double>(span).count();
 }
 
@@ -34,11 +34,11 @@ struct Run {
 };
 
 Run RunUntil(Program& program, const std::function<bool()>& done) {
-  const auto begin = Clock_::now();
+  const auto begin = SteadyClock::now();
   auto last = begin;
-  Clock_::duration longest{};
+  SteadyClock::duration longest{};
   program.desktop.RunUntil([&] {
-    const auto now = Clock_::now();
+    const auto now = SteadyClock::now();
     longest = std::max(longest, now - std::exchange(last, now));
     return done();
   });

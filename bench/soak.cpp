@@ -19,9 +19,9 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "pipeline/run_desktop.h"
@@ -35,7 +35,7 @@
 namespace fathomline {
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr int kFirstComport = 5;
@@ -107,7 +107,7 @@ class Soak {
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, [this] { Look(); });
     look.start(kLookInterval);
-    looked_ = started_ = reported_ = Clock::now();
+    looked_ = started_ = reported_ = SteadyClock::now();
     program_.session.Press("LOG");
     if (!program_.records.CommSetups[kUdpSystem].Enabled) return 1;
     StartSimulator(kUdpSystem, {"--udp", QString::number(udpPort_)});
@@ -174,7 +174,7 @@ class Soak {
   }
 
   void Look() {
-    const auto now = Clock::now();
+    const auto now = SteadyClock::now();
     longestTurn_ = std::max<Milliseconds>(longestTurn_, now - looked_ - kLookInterval);
     looked_ = now;
     if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -204,7 +204,7 @@ class Soak {
     return points;
   }
 
-  void Tell(Clock::time_point now) {
+  void Tell(SteadyClock::time_point now) {
     reported_ = now;
     const std::chrono::duration<double> passed = now - started_;
     const long memory = MemoryUse("VmRSS:");
@@ -216,7 +216,7 @@ class Soak {
   }
 
   int Report() {
-    Tell(Clock::now());
+    Tell(SteadyClock::now());
     bool complete = true;
     for (int system = 1; system <= kSystems; ++system) {
       const std::string& log = program_.records.LogFileName[system];
@@ -248,10 +248,10 @@ class Soak {
   QtLinks links_{settings_};
   QtFace face_;
   Program program_{{face_, clock_, settings_, [] { std::_Exit(1); }, &links_}};
-  Clock::time_point started_;
-  Clock::time_point reported_;
-  Clock::time_point looked_;
-  Clock::time_point quietSince_ = Clock::now();
+  SteadyClock::time_point started_;
+  SteadyClock::time_point reported_;
+  SteadyClock::time_point looked_;
+  SteadyClock::time_point quietSince_ = SteadyClock::now();
   Milliseconds longestTurn_{};
   std::vector<long> memory_;
   std::int32_t count_ = 0;

@@ -1,13 +1,10 @@
 // The road of a line: checksum, each family of decoders, the gate, the statistics, and whole
 // replays of a simulated voyage.
-#include <array>
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "decoding/checksum.h"
 #include "decoding/sentence_decoders.h"

@@ -26,12 +26,12 @@
 namespace {
 
 using namespace fathomline;
-using Clock_ = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 constexpr int kStations = AISStore::kMaximumTargets;
 constexpr int kSelectedRow = 300;
 
-double Seconds(Clock_::duration span) {
+double Seconds(SteadyClock::duration span) {
   return std::chrono::duration<double>(span).count();
 }
 
@@ -97,15 +97,15 @@ int main(int argc, char** argv) {
   std::size_t sent = 0;
   const std::uint64_t updates = face.Updates();
   const std::clock_t cpu = std::clock();
-  const auto begin = Clock_::now();
-  while (Seconds(Clock_::now() - begin) < seconds) {
-    const auto due = static_cast<std::size_t>(Seconds(Clock_::now() - begin) * rate);
-    const auto turn = Clock_::now();
+  const auto begin = SteadyClock::now();
+  while (Seconds(SteadyClock::now() - begin) < seconds) {
+    const auto due = static_cast<std::size_t>(Seconds(SteadyClock::now() - begin) * rate);
+    const auto turn = SteadyClock::now();
     for (; sent < due; ++sent) {
       program.pipeline.ProcessSentence(1, reports[sent % reports.size()]);
     }
     face.Turn();
-    turns.push_back(Seconds(Clock_::now() - turn) * 1000.0);
+    turns.push_back(Seconds(SteadyClock::now() - turn) * 1000.0);
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
   const double used = static_cast<double>(std::clock() - cpu) / CLOCKS_PER_SEC;
