@@ -13,7 +13,7 @@ namespace fathomline {
 namespace {
 
 constexpr int kSystem = 1;
-constexpr WindowPlace kMainPlace{0, 0, 1280 * 15, 800 * 15};
+constexpr WindowPlace kMainPlace{0, 0, 1280 * kTwipsPerPixel, 800 * kTwipsPerPixel};
 
 class Camera {
  public:

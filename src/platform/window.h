@@ -21,7 +21,10 @@ namespace fathomline {
 class Desktop;
 class Timer;
 
-// Twips: fifteen to a logical pixel. A child window stands in the main window's area, any other
+// A logical pixel is fifteen twips.
+inline constexpr int kTwipsPerPixel = 15;
+
+// Twips. A child window stands in the main window's area, any other
 // on the screen.
 struct WindowPlace {
   int left = 0;
