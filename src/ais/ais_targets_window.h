@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "ais/ais_decoder.h"
 #include "ais/ais_extra_info.h"

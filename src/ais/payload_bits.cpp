@@ -1,7 +1,5 @@
 #include "ais/payload_bits.h"
 
-#include <algorithm>
-
 namespace fathomline {
 namespace {
 

@@ -1,6 +1,8 @@
 // The session report: the GGA figures of one system as a text file.
 #pragma once
 
+#include <string>
+
 #include "analysis/statistics.h"
 #include "pipeline/records.h"
 #include "platform/clock.h"

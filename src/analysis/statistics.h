@@ -2,7 +2,7 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstddef>
 #include <span>
 #include <string_view>
 #include <tuple>

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <deque>
-#include <string_view>
 
 #include "analysis/statistics.h"
 #include "pipeline/records.h"

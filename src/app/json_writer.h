@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <ostream>
+#include <string>
 #include <string_view>
 
 #include "decoding/record_fields.h"

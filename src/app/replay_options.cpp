@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <string_view>
+#include <system_error>
 
 #include "decoding/angles.h"
 #include "platform/fault.h"

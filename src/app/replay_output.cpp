@@ -1,5 +1,7 @@
 #include "app/replay_output.h"
 
+#include <string_view>
+
 #include "platform/format.h"
 
 namespace fathomline {

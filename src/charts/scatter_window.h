@@ -2,9 +2,6 @@
 // frmXYAxis, which sets its scale.
 #pragma once
 
-#include <array>
-#include <string>
-
 #include "analysis/statistics.h"
 #include "pipeline/records.h"
 #include "platform/bars.h"

@@ -4,7 +4,6 @@
 // have a `name` and a `member` (a pointer to member) beside whatever its decoder needs to fill it.
 #pragma once
 
-#include <string_view>
 #include <tuple>
 
 namespace fathomline {

@@ -1,8 +1,6 @@
 // The sentence types that the program tells apart, by their three letters.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

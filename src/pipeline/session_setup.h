@@ -1,7 +1,7 @@
 // What the setup dialog needs of the session.
 #pragma once
 
-#include <functional>
+#include <cstdint>
 
 #include "pipeline/main_window.h"
 #include "pipeline/records.h"

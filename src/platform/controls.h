@@ -1,6 +1,7 @@
 // The simple controls.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>

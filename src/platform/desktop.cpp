@@ -1,7 +1,6 @@
 #include "platform/desktop.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "platform/timer.h"
 

@@ -2,7 +2,6 @@
 // table may have many rows of which few are filled.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <iosfwd>

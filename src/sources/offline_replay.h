@@ -1,7 +1,7 @@
 // The replay of a recorded file, as fast as the lines can be processed.
 #pragma once
 
-#include <string>
+#include <chrono>
 #include <string_view>
 
 #include "pipeline/records.h"

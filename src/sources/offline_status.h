@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "pipeline/records.h"
 #include "platform/clock.h"

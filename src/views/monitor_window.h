@@ -2,7 +2,6 @@
 // its link.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>

@@ -1,3 +1,4 @@
+// Open files, sockets and terminals of the operating system.
 #pragma once
 
 #include <cerrno>

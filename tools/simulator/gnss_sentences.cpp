@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <string_view>
 
 #include "simulator/portable_math.h"
 

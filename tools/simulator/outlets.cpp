@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <memory>

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <queue>
-#include <vector>
 
 #include "simulator/ais_encoder.h"
 #include "simulator/receiver.h"
