@@ -225,7 +225,7 @@ void LiveInput::LoseSerial(int port, const std::string& cause) {
 
 // A read may have drained what a further arrival tells of. What is left without a line feed is
 // thrown away: a socket has no memory from one read to the next.
-void LiveInput::ReceiveText(int system, std::string text) {
+void LiveInput::ReceiveText(int system, const std::string& text) {
   if (text.empty()) return;
   if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, text);
   std::string_view rest = text;

@@ -62,7 +62,7 @@ class LiveInput {
   void AssembleLine(int port);
   void IgnoreWaitingLines(int system, Backlog& buffer);
   void LoseSerial(int port, const std::string& cause);
-  void ReceiveText(int system, std::string text);
+  void ReceiveText(int system, const std::string& text);
   void TcpError(int system, int number, const std::string& description);
   static std::size_t Index(int port);
   Backlog& Buffer(int port) { return lineBuffers_[Index(port)]; }

@@ -165,7 +165,7 @@ void WindowView::Fill() {
   }
 }
 
-void WindowView::FillMain(std::vector<ControlView*> bars, QWidget* body) {
+void WindowView::FillMain(const std::vector<ControlView*>& bars, QWidget* body) {
   if (MenuView::Needed(*Plain())) {
     main_->menuBar()->clear();
     menus_ = std::make_unique<MenuView>(context_, *main_->menuBar());

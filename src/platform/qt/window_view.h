@@ -48,7 +48,7 @@ class WindowView : public QObject {
   void MakeHost();
   void DropHost();
   void Fill();
-  void FillMain(std::vector<ControlView*> bars, QWidget* body);
+  void FillMain(const std::vector<ControlView*>& bars, QWidget* body);
   void FillOther(const std::vector<ControlView*>& bars, QWidget* body);
   void FollowFrame();
   bool AnySeen() const;
