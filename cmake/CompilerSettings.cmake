@@ -4,9 +4,6 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 
-# "Dev": quick enough to replay real recordings, with assertions and line numbers.
-set(CMAKE_CXX_FLAGS_DEV "-O1 -g1" CACHE STRING "Flags of the Dev build type")
-
 add_library(fathomline_settings INTERFACE)
 target_include_directories(fathomline_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(fathomline_settings INTERFACE
