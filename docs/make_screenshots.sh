@@ -7,7 +7,9 @@ program=${1:-build/release/src/app/fathomline}
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-sed "s|@SAMPLES@|$PWD/samples|" samples/sample.ini.in >"$work/sample.ini"
+# A copy with a short path, which the pictures show.
+cp samples/voyage.log "$work/"
+sed "s|@SAMPLES@|$work|" samples/sample.ini.in >"$work/sample.ini"
 export HOME=$work XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work TZ=UTC
 
 xvfb-run -a -s "-screen 0 1400x900x24" "$program" "$work/sample.ini" --screenshots "$work/pictures"
