@@ -1,6 +1,7 @@
 #include "ais/ais_messages.h"
 
 #include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
@@ -81,6 +82,10 @@ const std::vector<Row> kRows = {
      {"!AIVDM,1,1,,B,B3mtBqrcwp60QH8`gvQ=;wv7vpRf,0*6D"},
      "18 0 257888999 170 -9999 1 [High accuracy, <10 m] 5.25 60.375 123.4 -9999 60 1 1 1 1 1 1 1 "
      "1 1 6 2222 0 2222 0 0 0 2024-06-15/12:00:00"},
+    {18,
+     {"!AIVDM,1,1,,A,B5NJ;PP005l4ot5Isbl03wsUkP06,0*76"},
+     "18 0 367430530 0 0 0 [Low accuracy, >10 m] -122.26732 37.785035 0 -9999 55 1 0 1 1 1 0 0 1 "
+     "3 0 6 6 0 0 0 0 2024-06-15/12:00:00"},
     {19,
      {"!AIVDM,1,1,,B,C3mQ:jh<EvJf4@4>5:3AvWoB@2dVbH20000000000000BPD:R1SP,0*19"},
      "19 0 257444555 3 8.7 1 [High accuracy, <10 m] -88.5 29.5 335.9 335 46 9 "
@@ -89,6 +94,11 @@ const std::vector<Row> kRows = {
     {20,
      {"!AIVDM,1,1,,B,D02Lo5@2tN?b<`e6DmQJ4gwwowt,2*60"},
      "20 0 2570005 47,2250,856,4095 1,2,5,15 7,6,5,3 250,1125,75,2047 2024-06-15/12:00:00"},
+    {21,
+     {"!AIVDM,1,1,,B,E>kb9O9aS@7PUh10dh19@;0Tah2cWrfP:l?M`00003vP100,4*05"},
+     "21 0 993692028 19 [Beacon - Special mark] [SF OAK BAY BR VAIS E] 0 [Low accuracy, >10 m] "
+     "-122.36986666666667 37.80562166666667 0 0 0 0 7 [Surveyed] 61 0 0 0 0 0 0 1 0 "
+     "[              ] 2024-06-15/12:00:00"},
     {21,
      {"!AIVDM,1,1,,B,E>jV20C30Ra22a@3<a000000000@H25P@pD`010@HSvwOi@Dm1DS`32Aj500,0*5A"},
      "21 0 992576001 6 [Ligth - With sectors] [FAERDER FYR         ] 1 [High accuracy, <10 m] "
@@ -121,6 +131,67 @@ TEST(AISMessages, EveryFieldOfEveryId) {
   }
 }
 
+// What a corpus of received messages says, worked out with a second decoder: the values of each
+// record from its first, as far as the message goes.
+constexpr std::string_view kReceived[] = {
+    "2 0 356302000 0 [Under way using engines] 720 13.9 0 [Low accuracy, >10 m] "
+    "-71.62614333333333 40.39235833333333 87.7 91 41 0 0 0 0 3 6 0 0 6 0 0",
+    "3 0 563808000 5 [Moored] 0 0 1 [High accuracy, <10 m] -76.32753333333334 36.91 252 352 35 0 "
+    "0 0 0 0 0 0 0 0 0 0",
+    "4 0 3669702 2007 5 14 19 57 39 1 [High accuracy, <10 m] -76.35236166666667 "
+    "36.883766666666666 7 [Surveyed] 0 0 0 0 4 1503 0 1503 0",
+    "5 0 351759000 0 9134270 [3FOF8  ] [EVER DIADEM         ] 70 [Cargo ship] [Not specified] 225 "
+    "70 1 31 1 [GPS] 2024-05-15/14:00:00 12.2 [NEW YORK            ] 0",
+    "6 0 992509976 235 10 [Message with FI (Function Identifier) 10 received. FI is not decoded "
+    "by this application! Please make sure you are using correct Binary Message Standard (IMO236 "
+    "or IALA Proposal)] 2500912",
+    "8 1 2300061 1 11 [FI 11 - Meteorological & Hydrological Data] 0 0 0 64.65 24.4 20 18 27 11 "
+    "12 162 167 -12.7 80 -9999 1032 2 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 "
+    "-9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999 -9999",
+    "9 0 111232511 303 42 0 [Low accuracy, >10 m] -6.278843333333333 58.144 154.5 15 0 1 0 0 0 0 "
+    "0 2 624 0 624 42 0 0",
+    "10 0 366814480 366832740",
+    "12 0 271002099 0 271002111 1 0 [MSG FROM 271002099]",
+    "14 0 351809000 [RCVD YR TEST MSG]",
+    "16 0 2053501 224251000 200 0 0 0 0",
+    "17 0 2734450 29.13 59.986666666666665 31 5 1665.6 0 14 0 0 0 0 "
+    "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0 1,1,1,1,1,1,1,1,0,0,0,0,0,0,0,0,0 "
+    "17,4,19,18,2,10,9,3,0,0,0,0,0,0,0,0,0 "
+    "-6.5,-9.22,-1.92,-11.7,-9.12,-10.7,-15.54,-0.92,0,0,0,0,0,0,0,0,0 "
+    "-0.022,-0.012,-0.006,0.012,0.018,0.036,0,0.024,0,0,0,0,0,0,0,0,0 "
+    "41,41,41,41,41,41,41,41,0,0,0,0,0,0,0,0,0",
+    "19 0 367059850 248 8.7 0 [Low accuracy, >10 m] -88.81039166666666 29.543695 335.9 -9999 46 4 "
+    "[CAPT.J.RIMES        ] 70 [Cargo ship] [Cargo ship] [Not specified] 5 21 4 4 1 [GPS] 0 0",
+    "20 0 3160097 47,2250,856,0 1,1,5,0 7,7,7,0 250,1125,1125,0",
+    "21 0 123456789 20 [Cardinal mark N] [CHINA ROSE MURPHY EX] 0 [Low accuracy, >10 m] "
+    "-122.69859166666667 47.92061833333333 5 5 5 5 1 [GPS] 50 0 5 0 0 0 0 0 0 [PRESS ALERT   ]",
+    "22 0 3160048 2087 2088 0 0 218044 27330 214044 25400 0 0 0 4",
+    "24 0 271041815 0 [PROGUY              ] 0 [] [] [] [] 0 0 [] 0 0 0 0",
+    "25 0 440006460 1 0 0 0 [>EV5Y, C?'(CA!P       ] 134218384",
+    "26 2 633353704 0 1 384 0 [S2IQ623)  ?9X [EP     ] 834699643",
+    "27 1 206914217 0 [Low accuracy, >10 m] 0 2 [Not under command] 137.02333333333334 4.84 57 "
+    "167 0",
+};
+
+TEST(AISMessages, ReceivedMessagesOfEveryId) {
+  const std::string folder = FATHOMLINE_RECORDINGS;
+  if (folder.empty()) GTEST_SKIP() << "no recordings given";
+  std::ifstream file(folder + "/sample.aivdm");
+  ASSERT_TRUE(file) << folder;
+  SentenceFeed feed;
+  std::vector<std::string> listings;
+  for (std::string line; std::getline(file, line);) {
+    if (line.compare(0, 1, "!") != 0 || line.compare(3, 2, "VD") != 0) continue;
+    feed.Take({line});
+    listings.push_back(ListMessage(feed.Messages(), feed.MessageId()));
+  }
+  for (const std::string_view values : kReceived) {
+    EXPECT_TRUE(std::any_of(listings.begin(), listings.end(), [&](const std::string& listing) {
+      return listing.starts_with(std::string(values) + ' ');
+    })) << values;
+  }
+}
+
 TEST(AISMessages, IdsThatAreNotDecoded) {
   for (const char id : {'7', ';', '=', '?', '0', 'L', 'w'}) {
     SentenceFeed feed;
@@ -128,6 +199,18 @@ TEST(AISMessages, IdsThatAreNotDecoded) {
     const bool noted = std::string_view("7;=?").find(id) != std::string_view::npos;
     EXPECT_EQ(ListMessage(feed.Messages(), feed.MessageId()), noted ? "2024-06-15/12:00:00" : "")
         << id;
+  }
+}
+
+TEST(AISMessages, RateOfTurn) {
+  for (const auto& [raw, rate] : {std::pair{0, 0.0F},
+                                  {127, 720.0F},
+                                  {-127, -720.0F},
+                                  {128, -9999.0F},
+                                  {-128, -9999.0F},
+                                  {126, 708.71F},
+                                  {-10, -4.464F}}) {
+    EXPECT_NEAR(RateOfTurn(raw), rate, 0.005F) << raw;
   }
 }
 
@@ -209,6 +292,16 @@ TEST(AISMessages, TextLimits) {
     feed.TakePayload(">" + std::string(9, '0'), static_cast<std::int16_t>(fill));
     EXPECT_EQ(feed.Messages().Id14.Text, "   ");
   }
+}
+
+// The length counts characters that are not decoded: the text runs on over zeros to the end of the
+// bits, and from there on every bit is set.
+TEST(AISMessages, TextOfALongPayloadRunsPastTheBits) {
+  SentenceFeed feed;
+  feed.TakePayload(">" + std::string(199, '1'));
+  const std::string& text = feed.Messages().Id14.Text;
+  ASSERT_EQ(text.size(), 193U);
+  EXPECT_EQ(text.substr(159, 14), "PPP        C??");
 }
 
 // Of more blocks than the record holds, those that it does are there when the fault is raised.
