@@ -23,7 +23,7 @@ namespace {
 
 constexpr QSize kUsualSize{640, 170};
 // Four of them stand side by side on a small screen.
-constexpr QSize kLeastSize{270, 110};
+constexpr QSize kLeastSize{250, 110};
 // The same for every chart, so that the time axes of stacked charts stand under each other.
 struct SideMargins {
   int left;
