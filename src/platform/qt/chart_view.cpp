@@ -253,6 +253,7 @@ void ChartView::Style() {
 
 void ChartView::FollowSeries() {
   std::vector<bool> sides;
+  sides.reserve(static_cast<std::size_t>(chart_.SeriesCount()));
   for (int i = 0; i < chart_.SeriesCount(); ++i) sides.push_back(chart_.Series(i).RightAxis());
   if (sides == sides_) return;
   sides_ = sides;

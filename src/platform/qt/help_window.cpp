@@ -26,7 +26,7 @@ constexpr int kWidestPicture = 680;
 class Guide : public QTextBrowser {
  protected:
   QVariant loadResource(int type, const QUrl& name) override {
-    const QVariant resource = QTextBrowser::loadResource(type, name);
+    QVariant resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource) return resource;
     const QImage picture = QImage::fromData(resource.toByteArray());
     if (picture.width() <= kWidestPicture) return picture;
