@@ -8,7 +8,7 @@ namespace fathomline {
 
 // Its height follows the width that it has been given. It does not speak of height for width, since
 // a scroll area would then no longer let what stands beside it shrink.
-class FlowLayout : public QLayout {
+class FlowLayout final : public QLayout {
  public:
   explicit FlowLayout(int spacing);
   ~FlowLayout() override;

@@ -56,6 +56,7 @@ bool GridModel::Follow() {
     const int rows = std::max(grid_->Rows() - HeadRows(), 0);
     const int columns = std::max(grid_->Columns() - HeadColumns(), 0);
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(grid_->Columns()));
     for (int i = 0; i < grid_->Columns(); ++i) widths.push_back(grid_->ColumnWidth(i));
     newColumns = columns != columns_ || widths != widths_;
     if (newColumns) {
