@@ -9,9 +9,9 @@
 
 #include "ais/ais_decoder.h"
 #include "ais/target_store.h"
+#include "base/clock.h"
+#include "base/dialogs.h"
 #include "decoding/sentence_decoders.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
 
 namespace {
 

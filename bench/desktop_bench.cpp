@@ -14,9 +14,9 @@
 #include <string_view>
 #include <utility>
 
-#include "pipeline/program.h"
-#include "platform/clock.h"
-#include "platform/qt/qt_face.h"
+#include "base/clock.h"
+#include "faces/qt/qt_face.h"
+#include "session/program.h"
 #include "setup/setup_file.h"
 
 namespace {

@@ -24,13 +24,13 @@
 #include <utility>
 #include <vector>
 
-#include "pipeline/run_desktop.h"
-#include "platform/chart.h"
-#include "platform/qt/qt_face.h"
-#include "platform/qt/qt_links.h"
-#include "platform/serial_devices.h"
+#include "base/serial_devices.h"
+#include "faces/qt/qt_face.h"
+#include "faces/qt/qt_links.h"
+#include "session/run_desktop.h"
 #include "setup/setup_file.h"
 #include "support/temporary_folder.h"
+#include "toolkit/chart.h"
 
 namespace fathomline {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "decoding/checksum.h"
 #include "decoding/sentence_decoders.h"
-#include "pipeline/program.h"
-#include "platform/headless/headless_face.h"
+#include "faces/headless/headless_face.h"
+#include "session/program.h"
 #include "simulator/simulator.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/files.h"
 #include "decoding/checksum.h"
-#include "platform/files.h"
 
 int main(int argc, char** argv) {
   using namespace fathomline;

@@ -17,9 +17,9 @@
 #include <thread>
 #include <vector>
 
-#include "pipeline/program.h"
-#include "platform/clock.h"
-#include "platform/qt/qt_face.h"
+#include "base/clock.h"
+#include "faces/qt/qt_face.h"
+#include "session/program.h"
 #include "setup/setup_file.h"
 #include "simulator/ais_encoder.h"
 

@@ -10,10 +10,10 @@
 
 #include "ais/ais_decoder.h"
 #include "ais/target_store.h"
+#include "base/clock.h"
+#include "base/dialogs.h"
+#include "base/fault.h"
 #include "decoding/record_fields.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
-#include "platform/fault.h"
 
 namespace {
 

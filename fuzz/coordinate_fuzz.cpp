@@ -9,9 +9,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/dialogs.h"
 #include "decoding/coordinate_parser.h"
 #include "decoding/coordinate_text.h"
-#include "platform/dialogs.h"
 
 namespace {
 

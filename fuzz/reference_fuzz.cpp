@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/dialogs.h"
-#include "platform/files.h"
-#include "platform/text.h"
+#include "base/dialogs.h"
+#include "base/files.h"
+#include "base/text.h"
 #include "setup/reference_positions.h"
 #include "support/temporary_folder.h"
 

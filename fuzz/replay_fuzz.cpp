@@ -9,8 +9,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "pipeline/program.h"
-#include "platform/headless/headless_face.h"
+#include "faces/headless/headless_face.h"
+#include "session/program.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/fault.h"
+#include "base/fault.h"
 #include "setup/setup_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

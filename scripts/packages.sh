@@ -1,7 +1,8 @@
 # Sourced by ./run and ./test: installs the Debian packages that are not there yet.
 
 build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
-  libqcustomplot-dev libqcustomplot2.1-qt6 libgl-dev"
+  qt6-svg-dev libqcustomplot-dev libqcustomplot2.1-qt6 libgl-dev libcli11-dev nlohmann-json3-dev
+  libgeographiclib-dev"
 run_packages="libqt6svg6 fonts-dejavu-core"
 test_packages="libgtest-dev libgmock-dev locales-all appstream
   desktop-file-utils"

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "ais/ais_messages.h"
+#include "base/clock.h"
+#include "base/per_system.h"
 #include "decoding/sentence_records.h"
-#include "platform/clock.h"
-#include "platform/per_system.h"
 
 namespace fathomline {
 

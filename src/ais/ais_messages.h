@@ -11,7 +11,7 @@
 #include "ais/position_records.h"
 #include "ais/service_records.h"
 #include "ais/static_records.h"
-#include "platform/clock.h"
+#include "base/clock.h"
 
 namespace fathomline {
 

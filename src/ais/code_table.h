@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "platform/fault.h"
+#include "base/fault.h"
 
 namespace fathomline {
 

@@ -14,8 +14,8 @@
 
 #include "ais/code_table.h"
 #include "ais/payload_bits.h"
-#include "platform/clock.h"
-#include "platform/numbers.h"
+#include "base/clock.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 

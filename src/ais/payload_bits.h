@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/fault.h"
-#include "platform/numbers.h"
+#include "base/fault.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 

@@ -11,7 +11,7 @@
 #include "ais/code_tables.h"
 #include "ais/message_layout.h"
 #include "ais/ship_type_tables.h"
-#include "platform/datetime.h"
+#include "base/datetime.h"
 
 namespace fathomline {
 

@@ -13,7 +13,7 @@
 #include "ais/message_layout.h"
 #include "ais/position_records.h"
 #include "ais/ship_type_tables.h"
-#include "platform/datetime.h"
+#include "base/datetime.h"
 
 namespace fathomline {
 

@@ -3,8 +3,8 @@
 #include <string_view>
 
 #include "ais/mid_table.h"
-#include "platform/fault.h"
-#include "platform/numbers.h"
+#include "base/fault.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 namespace {

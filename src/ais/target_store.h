@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "ais/ais_messages.h"
-#include "platform/datetime.h"
-#include "platform/dialogs.h"
-#include "platform/per_system.h"
+#include "base/datetime.h"
+#include "base/dialogs.h"
+#include "base/per_system.h"
 
 namespace fathomline {
 

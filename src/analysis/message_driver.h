@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "analysis/statistics.h"
-#include "pipeline/records.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
+#include "base/clock.h"
+#include "base/dialogs.h"
+#include "records/records.h"
 
 namespace fathomline {
 

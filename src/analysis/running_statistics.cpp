@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/fault.h"
-#include "platform/numbers.h"
+#include "base/fault.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 namespace {

@@ -5,12 +5,12 @@
 #include <string_view>
 
 #include "analysis/geodesy.h"
+#include "base/fault.h"
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
-#include "platform/fault.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 
 namespace fathomline {
 namespace {

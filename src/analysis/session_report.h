@@ -4,10 +4,10 @@
 #include <string>
 
 #include "analysis/statistics.h"
-#include "pipeline/records.h"
-#include "platform/clock.h"
-#include "platform/dialogs.h"
-#include "platform/files.h"
+#include "base/clock.h"
+#include "base/dialogs.h"
+#include "base/files.h"
+#include "records/records.h"
 
 namespace fathomline {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "analysis/geodesy.h"
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 namespace {

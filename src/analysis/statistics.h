@@ -8,7 +8,7 @@
 #include <tuple>
 
 #include "analysis/running_statistics.h"
-#include "pipeline/records.h"
+#include "records/records.h"
 
 namespace fathomline {
 

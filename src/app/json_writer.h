@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/datetime.h"
+#include "base/numbers.h"
 #include "decoding/record_fields.h"
-#include "platform/datetime.h"
-#include "platform/numbers.h"
 
 namespace fathomline {
 

@@ -5,11 +5,11 @@
 #include <cstdlib>
 
 #include "app/screenshots.h"
-#include "pipeline/run_desktop.h"
-#include "platform/clock.h"
-#include "platform/qt/qt_face.h"
-#include "platform/qt/qt_links.h"
-#include "platform/settings.h"
+#include "base/clock.h"
+#include "base/settings.h"
+#include "faces/qt/qt_face.h"
+#include "faces/qt/qt_links.h"
+#include "session/run_desktop.h"
 #include "version.h"
 
 namespace {

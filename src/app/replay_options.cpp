@@ -7,9 +7,9 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/fault.h"
+#include "base/numbers.h"
 #include "decoding/angles.h"
-#include "platform/fault.h"
-#include "platform/numbers.h"
 
 namespace fathomline {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "pipeline/records.h"
-#include "platform/datetime.h"
+#include "base/datetime.h"
+#include "records/records.h"
 
 namespace fathomline {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/format.h"
+#include "base/format.h"
 
 namespace fathomline {
 namespace {

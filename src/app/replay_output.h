@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/json_writer.h"
-#include "pipeline/program.h"
+#include "session/program.h"
 
 namespace fathomline {
 

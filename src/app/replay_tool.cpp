@@ -11,9 +11,9 @@
 
 #include "app/replay_options.h"
 #include "app/replay_output.h"
-#include "pipeline/program.h"
-#include "platform/format.h"
-#include "platform/headless/headless_face.h"
+#include "base/format.h"
+#include "faces/headless/headless_face.h"
+#include "session/program.h"
 #include "setup/setup_file.h"
 #include "version.h"
 

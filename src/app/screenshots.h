@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "pipeline/program.h"
-#include "pipeline/start_up.h"
-#include "platform/qt/qt_face.h"
+#include "faces/qt/qt_face.h"
+#include "session/program.h"
+#include "session/start_up.h"
 
 namespace fathomline {
 

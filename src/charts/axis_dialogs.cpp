@@ -2,10 +2,10 @@
 
 #include <string>
 
+#include "base/format.h"
+#include "base/text.h"
 #include "decoding/coordinate_text.h"
-#include "platform/desktop.h"
-#include "platform/format.h"
-#include "platform/text.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

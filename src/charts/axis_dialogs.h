@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "charts/set_time_date.h"
-#include "platform/chart.h"
-#include "platform/controls.h"
-#include "platform/window.h"
+#include "toolkit/chart.h"
+#include "toolkit/controls.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/colour.h"
+#include "base/colour.h"
 
 namespace fathomline {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 namespace {

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <string>
 
+#include "base/datetime.h"
 #include "charts/chart_tables.h"
-#include "platform/datetime.h"
-#include "platform/series.h"
+#include "toolkit/series.h"
 
 namespace fathomline {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/records.h"
+#include "records/records.h"
 
 namespace fathomline {
 

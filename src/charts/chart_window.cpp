@@ -3,9 +3,9 @@
 #include <array>
 #include <string>
 
-#include "platform/desktop.h"
-#include "platform/numbers.h"
-#include "platform/window_places.h"
+#include "base/numbers.h"
+#include "toolkit/desktop.h"
+#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {

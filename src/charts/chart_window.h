@@ -8,15 +8,15 @@
 #include <vector>
 
 #include "analysis/statistics.h"
+#include "base/settings.h"
 #include "charts/axis_dialogs.h"
 #include "charts/chart_engine.h"
 #include "charts/chart_tables.h"
-#include "pipeline/records.h"
-#include "platform/chart.h"
-#include "platform/choices.h"
-#include "platform/controls.h"
-#include "platform/settings.h"
-#include "platform/window.h"
+#include "records/records.h"
+#include "toolkit/chart.h"
+#include "toolkit/choices.h"
+#include "toolkit/controls.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

@@ -1,6 +1,6 @@
 #include "charts/chart_windows.h"
 
-#include "platform/desktop.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 

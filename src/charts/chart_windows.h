@@ -3,13 +3,13 @@
 
 #include <memory>
 
+#include "base/clock.h"
 #include "charts/axis_dialogs.h"
 #include "charts/scatter_window.h"
 #include "charts/series_feeds.h"
 #include "charts/skyplot_window.h"
 #include "charts/snr_windows.h"
 #include "charts/time_series_window.h"
-#include "platform/clock.h"
 
 namespace fathomline {
 

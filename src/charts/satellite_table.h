@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/datetime.h"
+#include "base/fault.h"
 #include "charts/chart_colours.h"
-#include "pipeline/records.h"
-#include "platform/datetime.h"
-#include "platform/fault.h"
+#include "records/records.h"
 
 namespace fathomline {
 

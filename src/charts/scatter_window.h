@@ -3,12 +3,12 @@
 #pragma once
 
 #include "analysis/statistics.h"
-#include "pipeline/records.h"
-#include "platform/bars.h"
-#include "platform/chart.h"
-#include "platform/controls.h"
-#include "platform/settings.h"
-#include "platform/window.h"
+#include "base/settings.h"
+#include "records/records.h"
+#include "toolkit/bars.h"
+#include "toolkit/chart.h"
+#include "toolkit/controls.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

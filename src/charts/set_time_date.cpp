@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/desktop.h"
-#include "platform/format.h"
+#include "base/format.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

@@ -4,10 +4,10 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/choices.h"
-#include "platform/controls.h"
-#include "platform/datetime.h"
-#include "platform/window.h"
+#include "base/datetime.h"
+#include "toolkit/choices.h"
+#include "toolkit/controls.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string>
 
+#include "base/format.h"
+#include "base/numbers.h"
 #include "charts/chart_window.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
-#include "platform/desktop.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
-#include "platform/window_places.h"
+#include "toolkit/desktop.h"
+#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {

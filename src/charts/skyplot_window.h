@@ -8,13 +8,13 @@
 #include <string_view>
 #include <vector>
 
+#include "base/clock.h"
+#include "base/settings.h"
 #include "charts/satellite_table.h"
-#include "pipeline/records.h"
-#include "platform/clock.h"
-#include "platform/controls.h"
-#include "platform/picture.h"
-#include "platform/settings.h"
-#include "platform/window.h"
+#include "records/records.h"
+#include "toolkit/controls.h"
+#include "toolkit/picture.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

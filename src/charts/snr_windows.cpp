@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/desktop.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
+#include "base/format.h"
+#include "base/numbers.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

@@ -15,7 +15,7 @@
 #include "charts/chart_window.h"
 #include "charts/satellite_table.h"
 #include "charts/series_feeds.h"
-#include "platform/bars.h"
+#include "toolkit/bars.h"
 
 namespace fathomline {
 

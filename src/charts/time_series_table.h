@@ -9,7 +9,7 @@
 #include "analysis/statistics.h"
 #include "charts/chart_colours.h"
 #include "charts/chart_engine.h"
-#include "pipeline/records.h"
+#include "records/records.h"
 
 namespace fathomline {
 

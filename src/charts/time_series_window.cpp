@@ -2,9 +2,9 @@
 
 #include <cmath>
 
+#include "base/format.h"
 #include "charts/satellite_table.h"
-#include "platform/desktop.h"
-#include "platform/format.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <span>
 
+#include "base/fault.h"
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "decoding/coordinate_text.h"
-#include "platform/fault.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 
 namespace fathomline {
 namespace {

@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/dialogs.h"
+#include "base/dialogs.h"
 
 namespace fathomline {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "platform/text.h"
+#include "base/text.h"
 
 namespace fathomline {
 namespace {

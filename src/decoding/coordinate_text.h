@@ -12,8 +12,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/format.h"
-#include "platform/numbers.h"
+#include "base/format.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 

@@ -4,10 +4,10 @@
 #include <array>
 #include <string>
 
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "decoding/angles.h"
-#include "platform/fault.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 
 namespace fathomline {
 namespace {

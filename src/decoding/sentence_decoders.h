@@ -8,8 +8,8 @@
 
 #include <string_view>
 
+#include "base/dialogs.h"
 #include "decoding/sentence_records.h"
-#include "platform/dialogs.h"
 
 namespace fathomline {
 

@@ -3,9 +3,9 @@
 #include <array>
 #include <limits>
 
+#include "base/text.h"
 #include "decoding/checksum.h"
 #include "decoding/sentence_decoders.h"
-#include "platform/text.h"
 
 namespace fathomline {
 namespace {

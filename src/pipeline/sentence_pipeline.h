@@ -7,8 +7,8 @@
 #include "ais/ais_decoder.h"
 #include "ais/target_store.h"
 #include "analysis/message_driver.h"
-#include "pipeline/records.h"
-#include "platform/dialogs.h"
+#include "base/dialogs.h"
+#include "records/records.h"
 
 namespace fathomline {
 

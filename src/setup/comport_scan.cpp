@@ -1,7 +1,7 @@
 #include "setup/comport_scan.h"
 
-#include "platform/fault.h"
-#include "platform/numbers.h"
+#include "base/fault.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/records.h"
-#include "platform/links.h"
+#include "records/records.h"
+#include "toolkit/links.h"
 
 namespace fathomline {
 

@@ -1,11 +1,11 @@
 #include "setup/reference_editor.h"
 
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_parser.h"
 #include "decoding/coordinate_text.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 
 namespace fathomline {
 namespace {

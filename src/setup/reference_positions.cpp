@@ -1,9 +1,9 @@
 #include "setup/reference_positions.h"
 
-#include "platform/fault.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "base/fault.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "setup/setup_values.h"
 
 namespace fathomline {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/dialogs.h"
+#include "base/dialogs.h"
 
 namespace fathomline {
 

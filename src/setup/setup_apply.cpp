@@ -4,9 +4,9 @@
 #include <array>
 #include <vector>
 
+#include "base/numbers.h"
+#include "base/text.h"
 #include "charts/satellite_table.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
 #include "setup/comport_scan.h"
 #include "setup/reference_positions.h"
 #include "setup/setup_file.h"

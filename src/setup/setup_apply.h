@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "pipeline/records.h"
-#include "platform/desktop.h"
+#include "records/records.h"
 #include "setup/setup_rules.h"
 #include "setup/setup_session.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 

@@ -5,11 +5,11 @@
 #include <filesystem>
 #include <optional>
 
+#include "base/format.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "decoding/coordinate_text.h"
-#include "platform/desktop.h"
-#include "platform/format.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

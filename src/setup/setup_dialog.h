@@ -10,16 +10,16 @@
 #include <vector>
 
 #include "analysis/statistics.h"
-#include "pipeline/records.h"
-#include "platform/choices.h"
-#include "platform/clock.h"
-#include "platform/controls.h"
-#include "platform/links.h"
-#include "platform/window.h"
+#include "base/clock.h"
+#include "records/records.h"
 #include "setup/comport_scan.h"
 #include "setup/reference_editor.h"
 #include "setup/setup_apply.h"
 #include "setup/setup_session.h"
+#include "toolkit/choices.h"
+#include "toolkit/controls.h"
+#include "toolkit/links.h"
+#include "toolkit/window.h"
 
 namespace fathomline {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/format.h"
-#include "platform/numbers.h"
+#include "base/format.h"
+#include "base/numbers.h"
 #include "setup/setup_dialog.h"
 
 namespace fathomline {

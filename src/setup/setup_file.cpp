@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/fault.h"
-#include "platform/files.h"
+#include "base/fault.h"
+#include "base/files.h"
 #include "setup/setup_values.h"
 
 namespace fathomline {

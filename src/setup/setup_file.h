@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/records.h"
-#include "platform/dialogs.h"
+#include "base/dialogs.h"
+#include "records/records.h"
 
 namespace fathomline {
 

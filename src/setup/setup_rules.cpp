@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/fault.h"
-#include "platform/text.h"
+#include "base/fault.h"
+#include "base/text.h"
 
 namespace fathomline {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "decoding/sentence_type.h"
-#include "pipeline/records.h"
+#include "records/records.h"
 
 namespace fathomline {
 

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <system_error>
 
-#include "platform/fault.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "base/fault.h"
+#include "base/numbers.h"
+#include "base/text.h"
 
 namespace fathomline {
 namespace {

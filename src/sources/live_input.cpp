@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "base/numbers.h"
+#include "base/serial_ports.h"
+#include "base/text.h"
 
 namespace fathomline {
 namespace {

@@ -7,11 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/records.h"
-#include "platform/desktop.h"
-#include "platform/fault_log.h"
-#include "platform/links.h"
+#include "base/fault_log.h"
+#include "records/records.h"
 #include "sources/line_sink.h"
+#include "toolkit/desktop.h"
+#include "toolkit/links.h"
 
 namespace fathomline {
 

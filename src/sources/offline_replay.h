@@ -4,15 +4,15 @@
 #include <chrono>
 #include <string_view>
 
-#include "pipeline/records.h"
-#include "platform/bars.h"
-#include "platform/clock.h"
-#include "platform/desktop.h"
-#include "platform/fault_log.h"
-#include "platform/files.h"
-#include "platform/task.h"
+#include "base/clock.h"
+#include "base/fault_log.h"
+#include "base/files.h"
+#include "records/records.h"
 #include "sources/line_sink.h"
-#include "sources/offline_status.h"
+#include "toolkit/bars.h"
+#include "toolkit/desktop.h"
+#include "toolkit/task.h"
+#include "windows/offline_status.h"
 
 namespace fathomline {
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "ais/sentence_feed.h"
+#include "support/places.h"
 
 namespace fathomline {
 namespace {
@@ -64,7 +65,7 @@ TEST(AISDecoder, AnEndlessGroupIsDroppedWithAFault) {
 }
 
 TEST(AISDecoder, CountsOfARealRecording) {
-  const std::string folder = FATHOMLINE_RECORDINGS;
+  const std::string folder = kRecordings;
   if (folder.empty()) GTEST_SKIP() << "no recordings given";
   std::ifstream file(folder + "/hakefjord.log");
   ASSERT_TRUE(file) << folder;

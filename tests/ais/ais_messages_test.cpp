@@ -13,6 +13,7 @@
 #include "ais/field_listing.h"
 #include "ais/sentence_feed.h"
 #include "support/expect_fault.h"
+#include "support/places.h"
 
 namespace fathomline {
 namespace {
@@ -174,7 +175,7 @@ constexpr std::string_view kReceived[] = {
 };
 
 TEST(AISMessages, ReceivedMessagesOfEveryId) {
-  const std::string folder = FATHOMLINE_RECORDINGS;
+  const std::string folder = kRecordings;
   if (folder.empty()) GTEST_SKIP() << "no recordings given";
   std::ifstream file(folder + "/sample.aivdm");
   ASSERT_TRUE(file) << folder;

@@ -6,7 +6,7 @@
 #include "ais/area_notice_table.h"
 #include "ais/mid_table.h"
 #include "ais/ship_type_tables.h"
-#include "platform/fault.h"
+#include "base/fault.h"
 
 namespace fathomline {
 namespace {

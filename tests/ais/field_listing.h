@@ -8,9 +8,9 @@
 #include <type_traits>
 
 #include "ais/ais_messages.h"
+#include "base/datetime.h"
+#include "base/numbers.h"
 #include "decoding/record_fields.h"
-#include "platform/datetime.h"
-#include "platform/numbers.h"
 
 namespace fathomline {
 

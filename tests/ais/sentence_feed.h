@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "ais/ais_decoder.h"
+#include "base/clock.h"
 #include "decoding/sentence_decoders.h"
-#include "platform/clock.h"
 #include "support/recording_dialogs.h"
 
 namespace fathomline {

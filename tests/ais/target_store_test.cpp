@@ -10,7 +10,7 @@
 
 #include "ais/ais_messages.h"
 #include "ais/field_listing.h"
-#include "platform/fault.h"
+#include "base/fault.h"
 #include "support/recording_dialogs.h"
 
 namespace fathomline {

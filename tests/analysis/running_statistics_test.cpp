@@ -5,7 +5,7 @@
 #include <limits>
 #include <vector>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "support/expect_fault.h"
 
 namespace fathomline {

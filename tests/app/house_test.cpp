@@ -1,11 +1,11 @@
 // The rules of the house: which folder may include which, that only the desktop face and its
 // programs know the toolkit, and that the manuals name the options there are.
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <map>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -14,29 +14,26 @@
 
 #include "app/replay_options.h"
 #include "simulator/command.h"
+#include "support/places.h"
 
 namespace fathomline {
 namespace {
 
 namespace fs = std::filesystem;
 
-// From the ground up. Two rooms are listed in halves: the shared records of the pipeline, and the
-// windows and targets of AIS, stand on different floors than the rest of their folder.
-const std::vector<std::string> kFloors = {"platform", "decoding", "ais",   "records",
-                                          "analysis", "charts",   "views", "setup",
-                                          "sources",  "pipeline", "app"};
+// The rooms by their level, from the ground up. An include within a level stays in its room.
+const std::map<std::string, int> kLevels = {
+    {"base", 0},    {"toolkit", 1}, {"decoding", 1}, {"faces/qt", 2}, {"faces/headless", 2},
+    {"records", 2}, {"ais", 2},     {"analysis", 3}, {"pipeline", 4}, {"charts", 4},
+    {"windows", 4}, {"setup", 5},   {"sources", 5},  {"session", 6},  {"app", 7}};
 
-std::size_t Floor(const std::string& file) {
-  std::string room = file.substr(0, file.find('/'));
-  if (file.rfind("pipeline/records", 0) == 0) room = "records";
-  return static_cast<std::size_t>(std::find(kFloors.begin(), kFloors.end(), room) -
-                                  kFloors.begin());
-}
+// The library without a window in sight.
+const std::set<std::string> kEngine = {"base", "decoding", "records",
+                                       "ais",  "analysis", "pipeline"};
 
-// The windows of the targets show what analysis and the records hold.
-bool IsUpperHalfOfAIS(const std::string& file) {
-  return file.find("_window") != std::string::npos || file.rfind("ais/ais_extra_info", 0) == 0 ||
-         file.rfind("ais/target_texts", 0) == 0;
+std::string RoomOf(const std::string& file) {
+  const std::size_t end = file.rfind('/');
+  return end == std::string::npos ? std::string() : file.substr(0, end);
 }
 
 struct Include {
@@ -45,7 +42,7 @@ struct Include {
 };
 
 std::vector<Include> AllIncludes() {
-  const fs::path source = fs::path(FATHOMLINE_SOURCE_DIR) / "src";
+  const fs::path source = fs::path(kSourceFolder) / "src";
   const std::regex pattern("^#include [\"<]([^\">]+)[\">]");
   std::vector<Include> includes;
   for (const auto& entry : fs::recursive_directory_iterator(source)) {
@@ -62,24 +59,25 @@ std::vector<Include> AllIncludes() {
   return includes;
 }
 
-TEST(House, IncludesPointDownwards) {
+TEST(House, IncludesPointToTheSameRoomOrDownwards) {
   const std::vector<Include> includes = AllIncludes();
   ASSERT_GT(includes.size(), 100U);
   for (const Include& include : includes) {
-    const std::size_t to = Floor(include.included);
-    if (to == kFloors.size()) continue;  // a system header, or a generated one
-    std::size_t from = Floor(include.file);
-    if (include.file.rfind("ais/", 0) == 0 && IsUpperHalfOfAIS(include.file)) {
-      from = Floor("charts/");
+    const std::string from = RoomOf(include.file);
+    const std::string to = RoomOf(include.included);
+    ASSERT_TRUE(kLevels.contains(from)) << include.file << " stands in a room without a level";
+    if (from == to || !kLevels.contains(to)) continue;  // or a system header, or a generated one
+    EXPECT_LT(kLevels.at(to), kLevels.at(from)) << include.file << " includes " << include.included;
+    if (kEngine.contains(from)) {
+      EXPECT_TRUE(kEngine.contains(to)) << include.file << " includes " << include.included;
     }
-    EXPECT_LE(to, from) << include.file << " includes " << include.included;
   }
 }
 
 TEST(House, OnlyTheDesktopFaceAndTheProgramsKnowTheToolkit) {
   const std::regex toolkit("^(Q[A-Z][A-Za-z]+|qcustomplot\\.h|Qt[A-Z].*)$");
   for (const Include& include : AllIncludes()) {
-    if (include.file.rfind("platform/qt/", 0) == 0 || include.file.rfind("app/", 0) == 0) continue;
+    if (include.file.rfind("faces/qt/", 0) == 0 || include.file.rfind("app/", 0) == 0) continue;
     EXPECT_FALSE(std::regex_match(include.included, toolkit))
         << include.file << " includes " << include.included;
   }
@@ -103,8 +101,7 @@ TEST(House, TheManualsNameTheOptionsThereAre) {
     std::string help;
   } tools[] = {{"fathomline-replay", ReplayHelp()}, {"fathomline-simulate", simulateHelp.str()}};
   for (const auto& tool : tools) {
-    std::ifstream in(fs::path(FATHOMLINE_SOURCE_DIR) / "packaging" /
-                     (std::string(tool.manual) + ".1.in"));
+    std::ifstream in(fs::path(kSourceFolder) / "packaging" / (std::string(tool.manual) + ".1.in"));
     const std::string manual{std::istreambuf_iterator<char>(in), {}};
     const std::string plain = std::regex_replace(manual, std::regex(R"(\\-)"), "-");
     EXPECT_EQ(OptionsIn(plain, std::regex(R"(\.TP\n\.BI?R? (--[a-z-]+))")),

@@ -8,7 +8,8 @@
 #include <sstream>
 #include <unistd.h>
 
-#include "platform/files.h"
+#include "base/files.h"
+#include "support/places.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
 
@@ -21,8 +22,6 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
-
-const std::string kRecordings = FATHOMLINE_RECORDINGS;
 
 class ReplayTool : public testing::Test {
  protected:

@@ -10,10 +10,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "pipeline/records.h"
-#include "platform/clock.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "base/clock.h"
+#include "base/files.h"
+#include "base/numbers.h"
+#include "records/records.h"
 #include "setup/reference_positions.h"
 #include "setup/setup_file.h"
 #include "sources/raw_log.h"

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "pipeline/program.h"
-#include "platform/headless/scripted_face.h"
-#include "platform/numbers.h"
+#include "base/numbers.h"
+#include "session/program.h"
+#include "support/scripted_face.h"
 
 namespace fathomline {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/numbers.h"
 #include "charts/chart_session.h"
-#include "platform/numbers.h"
 
 namespace fathomline {
 namespace {

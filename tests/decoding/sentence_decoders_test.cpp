@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "base/numbers.h"
 #include "decoding/record_fields.h"
-#include "platform/numbers.h"
 #include "support/recording_dialogs.h"
 
 namespace fathomline {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <numbers>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "setup/reference_editor.h"
 #include "support/expect_fault.h"
 #include "support/recording_dialogs.h"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <tuple>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "setup/setup_desk.h"
 #include "setup/setup_file.h"
 

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/headless_links.h"
-#include "platform/headless/scripted_face.h"
-#include "platform/numbers.h"
+#include "base/numbers.h"
 #include "setup/setup_dialog.h"
+#include "support/headless_links.h"
+#include "support/scripted_face.h"
 #include "support/temporary_folder.h"
 
 namespace fathomline {

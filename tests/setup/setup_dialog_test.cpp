@@ -6,7 +6,7 @@
 #include <map>
 #include <optional>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "setup/setup_desk.h"
 #include "setup/setup_file.h"
 

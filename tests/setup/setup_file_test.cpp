@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "support/expect_fault.h"
 #include "support/recording_dialogs.h"
 #include "support/temporary_folder.h"

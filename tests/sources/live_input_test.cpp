@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/desktop.h"
-#include "platform/headless/headless_links.h"
-#include "platform/headless/scripted_face.h"
+#include "support/headless_links.h"
+#include "support/scripted_face.h"
+#include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {

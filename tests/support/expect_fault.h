@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/fault.h"
+#include "base/fault.h"
 
 namespace fathomline {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/dialogs.h"
+#include "base/dialogs.h"
 
 namespace fathomline {
 

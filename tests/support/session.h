@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
-#include "platform/headless/headless_links.h"
+#include "base/files.h"
 #include "setup/setup_file.h"
+#include "support/headless_links.h"
 #include "support/test_program.h"
 
 namespace fathomline {

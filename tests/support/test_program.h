@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "pipeline/program.h"
-#include "platform/headless/scripted_face.h"
+#include "session/program.h"
+#include "support/scripted_face.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
 

@@ -16,8 +16,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "base/files.h"
+#include "base/numbers.h"
 #include "simulator/live_server.h"
 #include "simulator/outlets.h"
 #include "support/temporary_folder.h"

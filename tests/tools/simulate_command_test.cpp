@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "base/files.h"
+#include "base/numbers.h"
 #include "support/temporary_folder.h"
 #include "tools/simulated_session.h"
 

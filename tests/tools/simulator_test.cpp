@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "base/files.h"
+#include "support/places.h"
 #include "tools/simulated_session.h"
 
 namespace fathomline::simulator {
@@ -17,7 +18,7 @@ using enum SentenceKind;
 
 // The bytes in the tree were written elsewhere, so this also compares machines and compilers.
 TEST(SimulatedSession, SamplesAreWhatTheirCommandsWrite) {
-  const std::string folder = FATHOMLINE_SOURCE_DIR "/samples/";
+  const std::string folder = kSourceFolder + "/samples/";
   int samples = 0;
   for (const std::string& line : Split(ReadWholeFile(folder + "README.md"), '\n')) {
     if (!line.starts_with("    fathomline-simulate ")) continue;

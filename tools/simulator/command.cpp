@@ -10,7 +10,7 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/fault.h"
+#include "base/fault.h"
 #include "simulator/live_server.h"
 #include "simulator/truth_file.h"
 

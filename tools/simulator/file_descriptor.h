@@ -8,7 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/fault.h"
+#include "base/fault.h"
 
 namespace fathomline::simulator {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/datetime.h"
+#include "base/datetime.h"
 
 namespace fathomline::simulator {
 

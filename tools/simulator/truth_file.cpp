@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/numbers.h"
+#include "base/numbers.h"
 
 namespace fathomline::simulator {
 namespace {

@@ -1,0 +1,29 @@
+#include "base/clock.h"
+
+#include <ctime>
+
+namespace fathomline {
+namespace {
+
+std::time_t UnixNow() {
+  return std::time(nullptr);
+}
+
+}  // namespace
+
+DateTime SystemClock::NowUtc() const {
+  return FromUnixSeconds(static_cast<double>(UnixNow()));
+}
+
+DateTime SystemClock::NowLocal() const {
+  const std::time_t now = UnixNow();
+  if (now / 60 != zoneMinute_) {
+    zoneMinute_ = now / 60;
+    std::tm local{};
+    localtime_r(&now, &local);
+    zoneSeconds_ = static_cast<double>(local.tm_gmtoff);
+  }
+  return FromUnixSeconds(static_cast<double>(now) + zoneSeconds_);
+}
+
+}  // namespace fathomline

@@ -1,0 +1,182 @@
+#include "base/settings.h"
+
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "base/fault.h"
+#include "base/files.h"
+
+namespace fathomline {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r";
+constexpr const char* kKept = ".bak";
+
+std::string_view Stripped(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+bool Survives(std::string_view text) {
+  return text == Stripped(text) && text.find_first_of("\n\r") == std::string_view::npos &&
+         (text.empty() || text.front() != '"');
+}
+
+std::string Quoted(std::string_view text) {
+  std::string quoted = "\"";
+  for (const char character : text) {
+    switch (character) {
+      case '\n':
+        quoted += "\\n";
+        break;
+      case '\r':
+        quoted += "\\r";
+        break;
+      case '"':
+        quoted += "\\\"";
+        break;
+      case '\\':
+        quoted += "\\\\";
+        break;
+      default:
+        quoted += character;
+    }
+  }
+  return quoted + '"';
+}
+
+std::string Unquoted(std::string_view text) {
+  if (text.size() < 2 || text.front() != '"' || text.back() != '"') return std::string(text);
+  text = text.substr(1, text.size() - 2);
+  std::string plain;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 == text.size()) {
+      plain += text[i];
+      continue;
+    }
+    const char next = text[++i];
+    plain += next == 'n' ? '\n' : next == 'r' ? '\r' : next;
+  }
+  return plain;
+}
+
+}  // namespace
+
+std::optional<std::string> SettingsStore::Get(std::string_view section,
+                                              std::string_view key) const {
+  const auto group = sections_.find(section);
+  if (group == sections_.end()) return {};
+  const auto entry = group->second.find(key);
+  if (entry == group->second.end()) return {};
+  return entry->second;
+}
+
+std::string SettingsStore::Get(std::string_view section, std::string_view key,
+                               std::string_view missing) const {
+  return Get(section, key).value_or(std::string(missing));
+}
+
+std::int32_t SettingsStore::GetNumber(std::string_view section, std::string_view key,
+                                      std::int32_t missing) const {
+  const std::string text = Get(section, key, {});
+  std::int32_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? number : missing;
+}
+
+void SettingsStore::Set(std::string_view section, std::string_view key, std::string_view text) {
+  auto group = sections_.find(section);
+  if (group == sections_.end()) group = sections_.emplace(section, Section{}).first;
+  auto [entry, fresh] = group->second.try_emplace(std::string(key), text);
+  if (!fresh && entry->second == text) return;
+  entry->second = text;
+  changed_ = true;
+}
+
+void SettingsStore::Set(std::string_view section, std::string_view key, std::int32_t number) {
+  Set(section, key, std::to_string(number));
+}
+
+IniSettings::IniSettings(std::filesystem::path file) : file_(std::move(file)) {
+  Read();
+}
+
+void IniSettings::Read() {
+  std::error_code error;
+  if (!std::filesystem::exists(file_, error)) return;
+  std::string cause;
+  try {
+    std::istringstream in(ReadWholeFile(file_.string()));
+    std::string section;
+    int strange = 0;
+    for (std::string line; std::getline(in, line);) {
+      if (!Take(Stripped(line), section)) ++strange;
+    }
+    if (strange > 0) cause = "lines passed over: " + std::to_string(strange);
+  } catch (const Fault& fault) {
+    cause = fault.Description();
+  }
+  if (cause.empty()) return;
+  trouble_ = "The settings in " + file_.string() + " could not be read: " + cause +
+             ".\r\nWhat is missing has its usual value. The file is kept, with \"" +
+             std::string(kKept) + "\" behind its name, before it is written anew.";
+}
+
+bool IniSettings::Take(std::string_view line, std::string& section) {
+  if (line.empty() || line.front() == ';' || line.front() == '#') return true;
+  if (line.front() == '[') {
+    // What follows an unreadable head belongs to no section.
+    const bool whole = line.size() > 2 && line.back() == ']';
+    section = whole ? line.substr(1, line.size() - 2) : std::string_view{};
+    return whole;
+  }
+  const std::size_t equals = line.find('=');
+  if (section.empty() || equals == std::string_view::npos) return false;
+  const std::string_view key = Stripped(line.substr(0, equals));
+  if (key.empty()) return false;
+  sections_[section][std::string(key)] = Unquoted(Stripped(line.substr(equals + 1)));
+  return true;
+}
+
+void IniSettings::Save() {
+  if (!changed_) return;
+  std::error_code error;
+  std::filesystem::create_directories(file_.parent_path(), error);
+  std::filesystem::path fresh = file_;
+  fresh += ".new";
+  std::string cause = error ? error.message() : std::string();
+  errno = 0;
+  std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
+  for (const auto& [name, section] : sections_) {
+    out << '[' << name << "]\n";
+    for (const auto& [key, text] : section) {
+      out << key << '=' << (Survives(text) ? text : Quoted(text)) << '\n';
+    }
+    out << '\n';
+  }
+  out.close();
+  if (cause.empty() && !out) cause = std::strerror(errno != 0 ? errno : EIO);
+  if (cause.empty()) {
+    if (!std::exchange(trouble_, {}).empty()) {
+      std::filesystem::rename(file_, file_.string() + kKept, error);
+    }
+    std::filesystem::rename(fresh, file_, error);
+    if (error) cause = error.message();
+  }
+  if (!cause.empty()) {
+    std::filesystem::remove(fresh, error);
+    Raise(FaultNumber::PathAccess,
+          "The settings could not be saved in " + file_.string() + ": " + cause);
+  }
+  changed_ = false;
+}
+
+}  // namespace fathomline

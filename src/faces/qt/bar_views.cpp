@@ -1,0 +1,185 @@
+#include "faces/qt/bar_views.h"
+
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPainter>
+#include <QPolygon>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "faces/qt/conversions.h"
+#include "faces/qt/qt_face.h"
+#include "toolkit/window.h"
+
+namespace fathomline {
+namespace {
+
+constexpr int kSignSize = 16;
+
+enum class Sign { Play, Step, Pause, Stop };
+struct SignOfKey {
+  const char* key;
+  Sign sign;
+};
+// Everybody knows these from other players; the other buttons have words alone.
+constexpr SignOfKey kSigns[] = {
+    {"PLAY", Sign::Play}, {"CONT", Sign::Play},   {"Step", Sign::Step},
+    {"STEP", Sign::Step}, {"PAUSE", Sign::Pause}, {"STOP", Sign::Stop},
+};
+
+QIcon SignIcon(Sign sign) {
+  QPixmap pixmap(kSignSize, kSignSize);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(sign == Sign::Stop ? QColor(0xB0, 0x30, 0x20) : QColor(0x20, 0x60, 0x98));
+  switch (sign) {
+    case Sign::Play:
+      painter.drawPolygon(QPolygon({{4, 2}, {14, 8}, {4, 14}}));
+      break;
+    case Sign::Step:
+      painter.drawPolygon(QPolygon({{2, 2}, {10, 8}, {2, 14}}));
+      painter.drawRect(11, 2, 3, 12);
+      break;
+    case Sign::Pause:
+      painter.drawRect(3, 2, 4, 12);
+      painter.drawRect(9, 2, 4, 12);
+      break;
+    case Sign::Stop:
+      painter.drawRect(3, 3, 10, 10);
+      break;
+  }
+  return QIcon(pixmap);
+}
+
+QIcon IconOfKey(const std::string& key) {
+  for (const SignOfKey& row : kSigns) {
+    if (key == row.key) return SignIcon(row.sign);
+  }
+  return {};
+}
+
+}  // namespace
+
+StatusBarView::StatusBarView(ViewContext& context, StatusBar& bar)
+    : ControlView(context, bar), bar_(bar), widget_(new QStatusBar) {
+  widget_->setSizeGripEnabled(false);
+  SetWidget(widget_);
+}
+
+void StatusBarView::Update() {
+  while (static_cast<int>(panels_.size()) < bar_.Panels()) {
+    auto* const panel = new QLabel(widget_);
+    panel->setTextFormat(Qt::PlainText);
+    panel->setContentsMargins(4, 0, 4, 0);
+    panel->setObjectName(ToQt(bar_.Name()) + QStringLiteral("[%1]").arg(panels_.size() + 1));
+    widget_->addWidget(panel);
+    panels_.push_back(panel);
+  }
+  for (int i = 1; i <= static_cast<int>(panels_.size()); ++i) {
+    QLabel& panel = *panels_[static_cast<std::size_t>(i - 1)];
+    const bool shown = i <= bar_.Panels() && bar_.PanelVisible(i);
+    panel.setVisible(shown);
+    if (!shown) continue;
+    const QString text = ToQt(bar_.PanelText(i)).trimmed();
+    if (panel.text() != text) {
+      panel.setText(text);
+      panel.setAccessibleName(text);
+    }
+    // Figures that run must not push their neighbours to and fro.
+    panel.setMinimumWidth(std::max(panel.minimumWidth(), panel.sizeHint().width()));
+  }
+}
+
+ToolBarView::ToolBarView(ViewContext& context, ToolBar& bar)
+    : ControlView(context, bar), bar_(bar), widget_(new QToolBar) {
+  widget_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+  widget_->setIconSize({kSignSize, kSignSize});
+  widget_->setMovable(false);
+  widget_->setContextMenuPolicy(Qt::PreventContextMenu);
+  for (int i = 1; i <= bar.Buttons(); ++i) {
+    QAction* const action = widget_->addAction(QString());
+    action->setObjectName(ToQt(bar.Name()) + QStringLiteral("[%1]").arg(i));
+    actions_.push_back(action);
+    QObject::connect(action, &QAction::triggered, widget_,
+                     [this, i] { User([this, i] { bar_.Click(bar_.ButtonAt(i).key); }); });
+    QWidget* const button = widget_->widgetForAction(action);
+    button->setObjectName(action->objectName());
+    button->setFocusPolicy(Qt::TabFocus);
+  }
+  SetWidget(widget_);
+}
+
+void ToolBarView::Update() {
+  for (int i = 1; i <= bar_.Buttons(); ++i) {
+    const ToolBar::Button& button = bar_.ButtonAt(i);
+    QAction& action = *actions_[static_cast<std::size_t>(i - 1)];
+    if (action.data().toString() != ToQt(button.key)) {
+      action.setData(ToQt(button.key));
+      action.setIcon(IconOfKey(button.key));
+    }
+    action.setText(ToQt(button.caption));
+    action.setEnabled(button.enabled && bar_.Enabled());
+  }
+}
+
+bool MenuView::Needed(const Window& window) {
+  for (const Control* control : window.Controls()) {
+    if (control->Kind() == ControlKind::MenuItem) return true;
+  }
+  return false;
+}
+
+MenuView::MenuView(ViewContext& context, QMenuBar& bar) : context_(context), bar_(bar) {
+  for (Control* control : context.window->Controls()) {
+    if (control->Kind() == ControlKind::MenuItem) Add(static_cast<MenuItem&>(*control));
+  }
+}
+
+void MenuView::Add(MenuItem& item) {
+  bool parent = false;
+  for (const Control* control : context_.window->Controls()) {
+    if (control->Kind() != ControlKind::MenuItem) continue;
+    parent = parent || static_cast<const MenuItem*>(control)->Menu() == &item;
+  }
+  const MenuItem* const above = item.Menu();
+  QAction* action = nullptr;
+  if (parent || above == nullptr) {
+    auto* const menu = new QMenu(&bar_);
+    menu->setObjectName(ToQt(item.Name()));
+    menus_.insert(&item, menu);
+    action = above == nullptr ? bar_.addMenu(menu) : menus_.value(above)->addMenu(menu);
+  } else {
+    action = menus_.value(above)->addAction(QString());
+    action->setSeparator(item.Text() == "-");
+  }
+  action->setObjectName(ToQt(item.Name()));
+  QObject::connect(action, &QAction::triggered, &bar_, [this, &item] {
+    if (context_.window == nullptr) return;
+    const ActionOnStack guard(context_);
+    item.Click();
+    context_.face.DrawSoon();
+  });
+  entries_.push_back({&item, action, 0, false});
+}
+
+void MenuView::Sync() {
+  for (Entry& entry : entries_) {
+    const MenuItem& item = *entry.item;
+    if (entry.drawn && entry.revision == item.Revision() &&
+        entry.action->isChecked() == item.Checked()) {
+      continue;
+    }
+    entry.drawn = true;
+    entry.revision = item.Revision();
+    if (!entry.action->isSeparator()) entry.action->setText(ToQt(item.Text()));
+    entry.action->setVisible(item.Visible());
+    entry.action->setEnabled(item.Enabled());
+    entry.action->setCheckable(item.Checked() || entry.action->isCheckable());
+    entry.action->setChecked(item.Checked());
+  }
+}
+
+}  // namespace fathomline

@@ -1,0 +1,165 @@
+#include "faces/qt/grid_model.h"
+
+#include <algorithm>
+
+#include "faces/qt/conversions.h"
+
+namespace fathomline {
+namespace {
+
+// Units behind a figure are no longer than this: "deg", "dBHz".
+constexpr int kLongestUnit = 4;
+
+}  // namespace
+
+bool IsFigure(QStringView text) {
+  text = text.trimmed();
+  if (text.isEmpty()) return false;
+  if (text.startsWith(u"n/a")) return true;
+  if (text.front() == u'>' || text.front() == u'<') text = text.sliced(1).trimmed();
+  if (text.isEmpty()) return false;
+  const QChar first = text.front();
+  const bool sign = first == u'-' || first == u'+' || first == u'.';
+  if (!first.isDigit() && !(sign && text.size() > 1 && text[1].isDigit())) return false;
+  int letters = 0;
+  for (const QChar c : text) {
+    letters = c.isLetter() ? letters + 1 : 0;
+    if (letters > kLongestUnit) return false;
+  }
+  return true;
+}
+
+GridModel::GridModel(const Grid& grid) : grid_(&grid), heads_(grid.ShownHeads()) {
+  Follow();
+}
+
+void GridModel::Forget() {
+  beginResetModel();
+  grid_ = nullptr;
+  rows_ = columns_ = 0;
+  endResetModel();
+}
+
+QString GridModel::Cell(int gridRow, int gridColumn) const {
+  if (grid_ == nullptr || gridRow < 0 || gridRow >= grid_->Rows() || gridColumn < 0 ||
+      gridColumn >= grid_->Columns()) {
+    return {};
+  }
+  return ToQt(grid_->Text(gridRow, gridColumn));
+}
+
+bool GridModel::Follow() {
+  if (grid_ == nullptr) return false;
+  bool newColumns = false;
+  if (shape_ != grid_->Shape() || longest_.empty()) {
+    shape_ = grid_->Shape();
+    const int rows = std::max(grid_->Rows() - HeadRows(), 0);
+    const int columns = std::max(grid_->Columns() - HeadColumns(), 0);
+    std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(grid_->Columns()));
+    for (int i = 0; i < grid_->Columns(); ++i) widths.push_back(grid_->ColumnWidth(i));
+    newColumns = columns != columns_ || widths != widths_;
+    if (newColumns) {
+      beginResetModel();
+      rows_ = rows;
+      columns_ = columns;
+      widths_ = std::move(widths);
+      longest_.assign(static_cast<std::size_t>(columns_), 0);
+      columnHeads_.clear();
+      rowHeads_.clear();
+      endResetModel();
+    } else {
+      FollowShape(rows);
+    }
+  }
+  FollowHeads();
+  for (int column = 0; column < columns_; ++column) {
+    int& longest = longest_[static_cast<std::size_t>(column)];
+    for (int row = 0; row < rows_; ++row) {
+      longest =
+          std::max(longest, static_cast<int>(grid_->Text(GridRow(row), GridColumn(column)).size()));
+    }
+  }
+  if (rows_ > 0 && columns_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columns_ - 1));
+  return newColumns;
+}
+
+void GridModel::FollowShape(int rows) {
+  if (rows > rows_) {
+    beginInsertRows({}, rows_, rows - 1);
+    rows_ = rows;
+    endInsertRows();
+  } else if (rows < rows_) {
+    beginRemoveRows({}, rows, rows_ - 1);
+    rows_ = rows;
+    endRemoveRows();
+  }
+}
+
+// A changed head makes the view lay out all of its headers, so it is told of real changes only.
+void GridModel::FollowHeads() {
+  if (HasColumnHeads()) {
+    QStringList heads;
+    for (int column = 0; column < columns_; ++column) heads.append(ColumnHead(column));
+    if (heads != columnHeads_) {
+      columnHeads_ = heads;
+      if (columns_ > 0) emit headerDataChanged(Qt::Horizontal, 0, columns_ - 1);
+    }
+  }
+  if (!HasRowHeads()) return;
+  bool changed = rowHeads_.size() != rows_;
+  rowHeads_.resize(rows_);
+  for (int row = 0; row < rows_; ++row) {
+    QString head = RowHead(row);
+    if (rowHeads_[row] == head) continue;
+    longestHead_ = std::max(longestHead_, static_cast<int>(head.size()));
+    rowHeads_[row] = std::move(head);
+    changed = true;
+  }
+  if (changed && rows_ > 0) emit headerDataChanged(Qt::Vertical, 0, rows_ - 1);
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : columns_;
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+  if (!index.isValid() || index.row() >= rows_ || index.column() >= columns_) return {};
+  const int row = GridRow(index.row());
+  const int column = GridColumn(index.column());
+  switch (role) {
+    case Qt::DisplayRole:
+      return HasColumnHeads() ? Cell(row, column) : Cell(row, column).trimmed();
+    case Qt::ToolTipRole: {
+      const QString text = Cell(row, column);
+      return text.size() > kWidestCharacters ? text : QVariant();
+    }
+    case Qt::TextAlignmentRole: {
+      // The values of a form have nothing in common and stand beside their names.
+      const bool right = HasColumnHeads() && IsFigure(Cell(row, column));
+      return QVariant::fromValue(
+          Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    }
+    default:
+      return {};
+  }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  const bool across = orientation == Qt::Horizontal;
+  if (section < 0 || section >= (across ? columns_ : rows_)) return {};
+  if (role == Qt::DisplayRole) {
+    if (across) return HasColumnHeads() ? ColumnHead(section) : QString();
+    return HasRowHeads() ? RowHead(section) : QString();
+  }
+  if (role == Qt::TextAlignmentRole && !across) {
+    return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
+  }
+  return {};
+}
+
+}  // namespace fathomline

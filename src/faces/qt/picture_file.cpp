@@ -1,0 +1,55 @@
+#include "faces/qt/picture_file.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPageSize>
+#include <QPdfWriter>
+
+#include "faces/qt/conversions.h"
+#include "faces/qt/qt_face.h"
+#include "faces/qt/svg_device.h"
+
+namespace fathomline {
+namespace {
+
+// Pixels of a PNG to a logical pixel, so that it can be printed.
+constexpr int kPixelDensity = 2;
+constexpr int kPdfResolution = 96;
+constexpr double kPointsPerPixel = 72.0 / kPdfResolution;
+
+}  // namespace
+
+QString WritePicture(const QString& path, const QSize& size, const PaintOnto& paint) {
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) return file.errorString();
+  if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
+    SvgDevice device(size);
+    paint(device, size);
+    file.write(device.Document());
+  } else if (path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
+    QPdfWriter device(&file);
+    device.setResolution(kPdfResolution);
+    device.setPageSize(QPageSize(QSizeF(size) * kPointsPerPixel, QPageSize::Point));
+    device.setPageMargins({});
+    paint(device, size);
+  } else {
+    QImage image(size * kPixelDensity, QImage::Format_RGB32);
+    image.setDevicePixelRatio(kPixelDensity);
+    image.fill(Qt::white);
+    paint(image, size);
+    if (!image.save(&file, "PNG")) return QStringLiteral("the picture could not be written");
+  }
+  return file.flush() && file.error() == QFileDevice::NoError ? QString() : file.errorString();
+}
+
+void SavePicture(QtFace& face, const QSize& size, const PaintOnto& paint) {
+  const auto path = face.ChooseFile({.title = "Save picture",
+                                     .filter = "PNG picture|*.png|SVG drawing|*.svg|PDF|*.pdf",
+                                     .defaultExtension = "png",
+                                     .save = true});
+  if (!path) return;
+  const QString cause = WritePicture(ToQt(*path), size, paint);
+  if (!cause.isEmpty()) face.TellFailure("The picture could not be saved.", FromQt(cause));
+}
+
+}  // namespace fathomline

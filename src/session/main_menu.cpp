@@ -1,0 +1,158 @@
+#include "session/main_menu.h"
+
+#include <string>
+
+#include "setup/setup_file.h"
+#include "toolkit/window_places.h"
+
+namespace fathomline {
+namespace {
+
+constexpr const char* kSetupFilter = "Fathomline setup files (*.ini)|*.ini";
+constexpr const char* kSetupExtension = ".ini";
+constexpr const char* kNoHelp =
+    "Unable to display Help Contents. There is no Help associated with this project.";
+
+}  // namespace
+
+MainMenu::MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, frmMain& mainWindow,
+                   SessionControl& session, StartUp& startUp, SessionReport& report,
+                   AISDecoder& ais, const Dialogs& dialogs)
+    : records_(records),
+      desktop_(desktop),
+      settings_(settings),
+      mainWindow_(mainWindow),
+      session_(session),
+      startUp_(startUp),
+      report_(report),
+      ais_(ais),
+      dialogs_(dialogs) {
+  PlugFileMenu();
+  mainWindow_.mnuModeOnline.onClick = [this] { session_.ClickModeOnline(); };
+  mainWindow_.mnuModeOffline.onClick = [this] { session_.ClickModeOffline(); };
+  PlugSetupMenu();
+  PlugWindowMenu();
+  PlugOptionsAndHelp();
+  mainWindow_.tbOnline.onClick = [this](const std::string& key) { session_.Press(key); };
+}
+
+void MainMenu::PlugFileMenu() {
+  mainWindow_.mnuFileNew.onClick = [this] { startUp_.NewSetup(); };
+  mainWindow_.mnuFileOpen.onClick = [this] { Open(); };
+  mainWindow_.mnuFileSave.onClick = [this] { Save(); };
+  mainWindow_.mnuFileSaveAs.onClick = [this] { SaveAs(); };
+  mainWindow_.mnuFilePageSetup.onClick = [this] { desktop_.ShowPageSetup(); };
+  mainWindow_.mnuFilePrintPreview.onClick = [this] {
+    desktop_.Say("Print Preview Code goes here!");
+  };
+  mainWindow_.mnuFilePrint.onClick = [this] { Print(); };
+  mainWindow_.mnuFileMRU.onClick = [this] { desktop_.Say("MRU Code goes here!"); };
+  mainWindow_.mnuFileExit.onClick = [this] { mainWindow_.Close(CloseReason::User); };
+}
+
+void MainMenu::PlugSetupMenu() {
+  mainWindow_.mnuSetupPrimarySystem.onClick = [this] { OpenSetupDialog(1); };
+  for (int system = 2; system <= kSystems; ++system) {
+    mainWindow_.mnuSetupSystem(system).onClick = [this, system] { OpenSetupDialog(system); };
+  }
+}
+
+void MainMenu::PlugWindowMenu() {
+  mainWindow_.mnuWindowNewWindow.onClick = [this] { NewWindow(); };
+  const auto arrange = [this](MenuItem& item, Arrangement arrangement) {
+    item.onClick = [this, arrangement] { desktop_.Arrange(arrangement); };
+  };
+  arrange(mainWindow_.mnuWindowCascade, Arrangement::Cascade);
+  arrange(mainWindow_.mnuWindowTileHorizontal, Arrangement::TileHorizontally);
+  arrange(mainWindow_.mnuWindowTileVertical, Arrangement::TileVertically);
+  arrange(mainWindow_.mnuWindowArrangeIcons, Arrangement::Icons);
+}
+
+void MainMenu::PlugOptionsAndHelp() {
+  mainWindow_.mnuOptionLatLonFormat.onClick = [this] { dialogs_.geoFormat.Show(); };
+  mainWindow_.mnuOptionsSessionInformation.onClick = [this] { dialogs_.document.Show(); };
+  mainWindow_.mnuOptionsBinaryStandardIALA.onClick = [this] { ToggleBinaryStandard(); };
+  mainWindow_.mnuHelpContents.onClick = [this] { Help(HelpStart::Contents); };
+  mainWindow_.mnuHelpSearch.onClick = [this] { Help(HelpStart::Search); };
+  mainWindow_.mnuHelpAbout.onClick = [this] { dialogs_.about.Show(); };
+}
+
+void MainMenu::Open() {
+  const auto path = desktop_.ChooseFile({.title = "Open Setup File",
+                                         .filter = kSetupFilter,
+                                         .defaultExtension = kSetupExtension,
+                                         .folder = records_.ProgramFolder});
+  if (path && !startUp_.OpenSetup(*path)) desktop_.Say("File " + *path + " do not exist.");
+}
+
+// The fault goes on to the error log; whoever saves should not learn of it there alone.
+void MainMenu::WriteSetup(const std::string& path) {
+  try {
+    WriteSetupFile(path, records_);
+  } catch (const Fault& fault) {
+    desktop_.Ask({.text = "Setup not saved. " + fault.Description(), .icon = BoxIcon::Exclamation});
+    throw;
+  }
+  desktop_.Say("Setup saved as " + path);
+}
+
+void MainMenu::Save() {
+  WriteSetup(records_.ProgramFolder + std::string(kSetupFileName));
+}
+
+void MainMenu::SaveAs() {
+  const auto path = desktop_.ChooseFile({.title = "Save Setup As",
+                                         .filter = kSetupFilter,
+                                         .defaultExtension = kSetupExtension,
+                                         .folder = records_.ProgramFolder,
+                                         .save = true});
+  if (path) WriteSetup(*path);
+}
+
+void MainMenu::Print() {
+  if (printing_) return;
+  const OnStack guard(printing_);
+  if (!records_.SessionInfo.empty()) {
+    const Answer answer = desktop_.Ask(
+        {.text = "Session info : \r\n" + records_.SessionInfo + "\r\n Do you wan't to edit?",
+         .icon = BoxIcon::Question,
+         .buttons = BoxButtons::YesNo});
+    if (answer == Answer::Yes) {
+      dialogs_.document.Show();
+      desktop_.RunUntil([this] { return !dialogs_.document.Visible(); });
+      if (desktop_.Quitting()) return;
+    }
+  }
+  for (int system = 1; system <= kSystems; ++system) {
+    if (records_.CommSetups[system].Enabled) report_.Print_Report(system);
+  }
+}
+
+void MainMenu::OpenSetupDialog(int system) {
+  if (dialogs_.setup.Loaded()) {
+    desktop_.Say("Only one system setup window at the time can be opened");
+  } else {
+    dialogs_.setup.Open(system);
+  }
+}
+
+void MainMenu::NewWindow() {
+  if (records_.CommSetups[1].Enabled) {
+    dialogs_.newWindow.Show();
+  } else {
+    desktop_.Say("No primary system are defined. Go to Setup first !");
+  }
+}
+
+void MainMenu::ToggleBinaryStandard() {
+  const bool iala = !ais_.BinaryStandardIALA();
+  ais_.SetBinaryStandardIALA(iala);
+  mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);
+  settings_.Set(kSettingsSection, kBinaryStandardIALA, iala ? 1 : 0);
+}
+
+void MainMenu::Help(HelpStart start) {
+  if (!desktop_.ShowHelp(start)) desktop_.Say(kNoHelp);
+}
+
+}  // namespace fathomline

@@ -1,0 +1,25 @@
+#include "session/session_setup.h"
+
+namespace fathomline {
+
+bool SessionSetup::CanBindUdp(int system, std::int32_t port) {
+  UdpLink& link = links_.WinsockUDP(system);
+  bool bound = false;
+  ResumeNext([&] {
+    link.Bind(port);
+    bound = true;
+  });
+  link.Close();
+  return bound;
+}
+
+void SessionSetup::ShowSetups() {
+  shown_.mainWindow.ShowSystems();
+  for (auto& monitor : shown_.monitors) monitor->ShowLink();
+  const std::string& file = records_.CommSetups[1].OfflineFile;
+  if (shown_.offlineStatus.Loaded() && !file.empty()) {
+    shown_.offlineStatus.lblFileName.SetText(file);
+  }
+}
+
+}  // namespace fathomline

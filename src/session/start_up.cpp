@@ -1,0 +1,218 @@
+#include "session/start_up.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "analysis/running_statistics.h"
+#include "base/files.h"
+#include "setup/setup_file.h"
+#include "toolkit/window_places.h"
+
+namespace fathomline {
+namespace {
+
+constexpr float kOutlierLimitAtStart = 15.0F;
+constexpr const char* kFirstStart =
+    "No setupfile exist. You have to define a primary system under Setup and open relevant windows "
+    "for display under Window! ";
+
+}  // namespace
+
+std::string DefaultProgramFolder() {
+  const char* const home = std::getenv("HOME");
+  return std::string(home == nullptr ? "." : home) + "/Keelhaven/Fathomline/";
+}
+
+void MakeProgramFolder(std::string folder, Records& records) {
+  if (!folder.ends_with('/')) folder.push_back('/');
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (error) Raise(FaultNumber::PathAccess, error.message() + ": " + folder);
+  records.ProgramFolder = std::move(folder);
+}
+
+FolderLock::~FolderLock() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+bool FolderLock::Take(const std::string& folder) {
+  const std::string path = folder + ".lock";
+  const auto raise = [&path] {
+    Raise(FaultNumber::PathAccess, std::string(std::strerror(errno)) + ": " + path);
+  };
+  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  if (descriptor_ < 0) raise();
+  // Ends with the program, however it ends.
+  if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return true;
+  if (errno != EWOULDBLOCK) raise();
+  return false;
+}
+
+StartUp::StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
+                 SettingsStore& settings, frmMain& mainWindow, SessionControl& session,
+                 LiveInput& input, AISDecoder& ais, frmSetup& setupDialog)
+    : records_(records),
+      statistics_(statistics),
+      desktop_(desktop),
+      clock_(clock),
+      settings_(settings),
+      mainWindow_(mainWindow),
+      session_(session),
+      input_(input),
+      ais_(ais),
+      setupDialog_(setupDialog) {
+  mainWindow_.onOpen = [this] {
+    records_.OutlierLimit = kOutlierLimitAtStart;
+    InitialiseProgram();
+    ApplySetup();
+  };
+  mainWindow_.onClosing = [this] { Closing(); };
+  mainWindow_.onUnload = [this] { Unloading(); };
+}
+
+bool StartUp::Start(const StartOptions& options) {
+  options_ = options;
+  const auto refuse = [this](const std::string& cause) {
+    desktop_.Ask({.text = cause, .icon = BoxIcon::Critical});
+    return false;
+  };
+  try {
+    MakeProgramFolder(
+        options.programFolder.empty() ? DefaultProgramFolder() : options.programFolder, records_);
+    if (!lock_.Take(records_.ProgramFolder)) {
+      return refuse(std::string(kProgramTitle) + " is already running with the folder " +
+                    records_.ProgramFolder);
+    }
+    desktop_.Show(mainWindow_);
+    return true;
+  } catch (const Fault& fault) {
+    return refuse(std::string(kProgramTitle) + " cannot start. " + fault.Description());
+  }
+}
+
+void StartUp::InitialiseProgram() {
+  for (DateTime& time : records_.LastSentenceTime) time = clock_.NowUtc();
+  if (!settings_.Trouble().empty()) {
+    desktop_.Ask({.text = settings_.Trouble(), .icon = BoxIcon::Exclamation});
+  }
+  ReadFirstSetup();
+  records_.UseDefaultDecimals();
+  const bool iala = settings_.GetNumber(kSettingsSection, kBinaryStandardIALA, 0) != 0;
+  ais_.SetBinaryStandardIALA(iala);
+  mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);
+}
+
+void StartUp::ReadFirstSetup() {
+  if (options_.setupFile) {
+    if (FileExists(*options_.setupFile)) {
+      ReadSetup(*options_.setupFile);
+      return;
+    }
+    desktop_.Say("File " + *options_.setupFile + " do not exist.");
+  }
+  const std::string path = records_.ProgramFolder + std::string(kSetupFileName);
+  if (!FileExists(path) && !FolderExists(path)) {
+    desktop_.Ask({.text = kFirstStart, .icon = BoxIcon::Information});
+    records_.SetDefaultSetup();
+  } else {
+    ReadSetup(path);
+  }
+}
+
+void StartUp::ReadSetup(const std::string& path) {
+  if (ReadSetupFile(path, records_, desktop_) != SetupRead::Faulty) return;
+  // A count beyond the list stays from such a file, and nothing could be saved with it.
+  const auto longest = static_cast<std::int16_t>(records_.IPList.size());
+  records_.IPListCount = std::min(records_.IPListCount, longest);
+  // Closing the program would overwrite what its user may want to mend.
+  std::error_code noSuchFile;
+  const std::string written = records_.ProgramFolder + std::string(kSetupFileName);
+  if (!std::filesystem::equivalent(path, written, noSuchFile)) return;
+  ResumeNext(
+      [&] { KeepFaultySetupFile(written); },
+      [this](const Fault& fault) {
+        desktop_.Ask({.text = "The faulty setup file could not be kept. " + fault.Description(),
+                      .icon = BoxIcon::Exclamation});
+      });
+}
+
+void StartUp::ApplySetup() {
+  for (int system = 1; system <= kSystems; ++system) records_.SetMessageFlags(system);
+  records_.ChecksumErrors.Fill(0);
+  records_.IgnoredMessages.Fill(0);
+  records_.BaseDataFlag = -1;
+  if (records_.Offline()) {
+    session_.ClickModeOffline();
+  } else {
+    session_.ClickModeOnline();
+  }
+  mainWindow_.ShowSystems();
+  records_.ReloadWindows = true;
+}
+
+void StartUp::CloseSetup() {
+  setupDialog_.Close();
+  mainWindow_.mnuModeOnline.SetChecked(false);
+  mainWindow_.mnuModeOffline.SetChecked(false);
+  if (records_.OfflineRunning) records_.OfflineStopped = true;
+  for (Window* const window : desktop_.Windows()) {
+    if (window->Style() == WindowStyle::Child) window->Close();
+  }
+  for (int system = 1; system <= kSystems; ++system) input_.CloseLinks(system);
+}
+
+void StartUp::NewSetup() {
+  CloseSetup();
+  records_.SetDefaultSetup();
+  for (SystemStatistics& statistics : statistics_) {
+    ResetDoubleStat(statistics.LatitudeMean);
+    ResetDoubleStat(statistics.LongitudeMean);
+    ResetSingleStat(statistics.HeightMean);
+  }
+  records_.ReloadWindows = true;
+  ApplySetup();
+}
+
+bool StartUp::OpenSetup(const std::string& path) {
+  if (!FileExists(path)) return false;
+  CloseSetup();
+  ReadSetup(path);
+  records_.ReloadWindows = true;
+  ApplySetup();
+  return true;
+}
+
+// The default file always holds the last state, whatever file was loaded. A full disk must not keep
+// the program from ending.
+void StartUp::Closing() {
+  if (records_.OfflineRunning) records_.OfflineStopped = true;
+  ResumeNext(
+      [this] { WriteSetupFile(records_.ProgramFolder + std::string(kSetupFileName), records_); },
+      [this](const Fault& fault) {
+        desktop_.Ask(
+            {.text = "Setup not saved. " + fault.Description(), .icon = BoxIcon::Exclamation});
+      });
+  records_.Closing = true;
+}
+
+void StartUp::Unloading() {
+  const auto report = [this](const Fault& fault) { desktop_.Report(fault, &mainWindow_); };
+  if (records_.LoggingOn) ResumeNext([this] { session_.Press("LOG"); }, report);
+  // The windows that were opened last go first. Closing one may close another.
+  const std::vector<Window*> windows(desktop_.Windows().rbegin(), desktop_.Windows().rend());
+  for (Window* const window : windows) {
+    if (window == &mainWindow_) continue;
+    ResumeNext([window] { window->Close(CloseReason::Ending); }, report);
+  }
+}
+
+}  // namespace fathomline

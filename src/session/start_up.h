@@ -1,0 +1,96 @@
+// How the program comes up, how a setup is brought into force, and how the program goes down.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "ais/ais_decoder.h"
+#include "analysis/statistics.h"
+#include "base/clock.h"
+#include "base/settings.h"
+#include "records/records.h"
+#include "session/session_control.h"
+#include "setup/setup_dialog.h"
+#include "sources/live_input.h"
+#include "toolkit/desktop.h"
+#include "windows/main_window.h"
+
+namespace fathomline {
+
+struct StartOptions {
+  // The program folder; empty: "Keelhaven/Fathomline" in the user's home.
+  std::string programFolder = {};
+  // A setup file to be opened in place of the default one.
+  std::optional<std::string> setupFile = {};
+};
+
+// In the section "Settings" of the settings store: 1 where AIS binary messages are read by the IALA
+// proposal.
+inline constexpr std::string_view kBinaryStandardIALA = "BinaryStandardIALA";
+
+// "Keelhaven/Fathomline/" in the user's home.
+std::string DefaultProgramFolder();
+
+// Makes the folder of the program's files, with all above it if need be, and names it in the
+// records. Raises the system's fault.
+void MakeProgramFolder(std::string folder, Records& records);
+
+// Holds the program folder against a second program for as long as it lives.
+class FolderLock {
+ public:
+  FolderLock() = default;
+  ~FolderLock();
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  // False where another program holds it. Raises the system's fault.
+  bool Take(const std::string& folder);
+
+ private:
+  int descriptor_ = -1;
+};
+
+class StartUp {
+ public:
+  StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
+          SettingsStore& settings, frmMain& mainWindow, SessionControl& session, LiveInput& input,
+          AISDecoder& ais, frmSetup& setupDialog);
+
+  // Opens the main window, with all that follows from it. False: the program cannot start, and a
+  // box has told why.
+  bool Start(const StartOptions& options);
+
+  void InitialiseProgram();
+  // Brings the records into force.
+  void ApplySetup();
+  // Runs before another setup comes into force: the replay ends, links are closed, and so is every
+  // view.
+  void CloseSetup();
+
+  // File New and File Open.
+  void NewSetup();
+  // False where there is no such file; nothing has changed then.
+  bool OpenSetup(const std::string& path);
+
+ private:
+  void ReadFirstSetup();
+  void ReadSetup(const std::string& path);
+  void Closing();
+  void Unloading();
+
+  Records& records_;
+  Statistics& statistics_;
+  Desktop& desktop_;
+  const Clock& clock_;
+  SettingsStore& settings_;
+  frmMain& mainWindow_;
+  SessionControl& session_;
+  LiveInput& input_;
+  AISDecoder& ais_;
+  frmSetup& setupDialog_;
+  StartOptions options_;
+  FolderLock lock_;
+};
+
+}  // namespace fathomline

@@ -1,0 +1,201 @@
+#include "toolkit/chart.h"
+
+#include <algorithm>
+#include <ostream>
+#include <utility>
+
+#include "base/csv.h"
+#include "base/datetime.h"
+#include "base/numbers.h"
+#include "toolkit/window.h"
+
+namespace fathomline {
+
+namespace {
+
+// Half the range around a single value.
+constexpr double kAroundValue = 1.0;
+constexpr double kAroundMoment = 30.0 / kSecondsPerDay;
+
+}  // namespace
+
+Axis::Axis(const Chart& chart, std::uint64_t& changes, AxisSide side)
+    : chart_(chart), changes_(changes), side_(side) {
+  state_.visible = side != AxisSide::Right;
+}
+
+AxisRange Axis::Range() const {
+  if (state_.zoom) return *state_.zoom;
+  const bool automaticLow = state_.automatic || state_.automaticMinimum;
+  const bool automaticHigh = state_.automatic || state_.automaticMaximum;
+  AxisRange range{state_.minimum, state_.maximum};
+  if (automaticLow || automaticHigh) {
+    const AxisRange worked = chart_.AutomaticRange(side_);
+    if (automaticLow) range.low = worked.low;
+    if (automaticHigh) range.high = worked.high;
+  }
+  return range;
+}
+
+void Axis::SetEnd(double& end, double value) {
+  Change(end, value);
+  SetZoom({});
+}
+
+void Axis::SetMinimum(double minimum) {
+  SetEnd(state_.minimum, minimum);
+}
+
+void Axis::SetMaximum(double maximum) {
+  SetEnd(state_.maximum, maximum);
+}
+
+void Axis::SetAutomatic(bool automatic) {
+  if (automatic != state_.automatic) SetZoom({});
+  Change(state_.automatic, automatic);
+  SetAutomaticMinimum(automatic);
+  SetAutomaticMaximum(automatic);
+}
+
+Marker::Marker(std::uint64_t& changes, MarkerDesign design) : changes_(changes) {
+  state_.design = design;
+}
+
+void Marker::SetVisible(bool visible) {
+  State state = state_;
+  state.design.visible = visible;
+  Set(state);
+}
+
+void Marker::Set(const State& state) {
+  if (state_ == state) return;
+  state_ = state;
+  ++changes_;
+}
+
+Chart::Chart(Parent parent, std::string_view name, std::string_view title)
+    : Control(ControlKind::Chart, parent, name, title),
+      left_(*this, Changes(), AxisSide::Left),
+      right_(*this, Changes(), AxisSide::Right),
+      bottom_(*this, Changes(), AxisSide::Bottom) {}
+
+class Series& Chart::AddSeries(SeriesDesign design) {
+  if (design.rightAxis) right_.SetVisible(true);
+  Touch();
+  return series_.emplace_back(Changes(), std::move(design));
+}
+
+class Series& Chart::Series(int index) {
+  if (index < 0 || index >= SeriesCount()) Raise(FaultNumber::OutOfRange);
+  return series_[static_cast<std::size_t>(index)];
+}
+
+const class Series& Chart::Series(int index) const {
+  return const_cast<Chart*>(this)->Series(index);
+}
+
+AxisRange Chart::AutomaticRange(AxisSide side) const {
+  std::optional<AxisRange> all;
+  const auto include = [&all](const AxisRange& range) {
+    all = all ? AxisRange{std::min(all->low, range.low), std::max(all->high, range.high)} : range;
+  };
+  for (const auto& series : series_) {
+    if (side != AxisSide::Bottom && series.RightAxis() != (side == AxisSide::Right)) continue;
+    const auto range = side == AxisSide::Bottom ? series.RangeX() : series.RangeY();
+    if (!range) continue;
+    include(*range);
+    if (side != AxisSide::Bottom && series.Kind() == SeriesKind::Bar) include({0.0, 0.0});
+  }
+  if (!all) return {};
+  if (all->low == all->high) {
+    const bool time = side == AxisSide::Bottom && !bottom_.LabelFormat().empty();
+    const double around = time ? kAroundMoment : kAroundValue;
+    return {all->low - around, all->high + around};
+  }
+  return *all;
+}
+
+Marker& Chart::AddMarker(MarkerDesign design) {
+  Touch();
+  return markers_.emplace_back(Changes(), design);
+}
+
+Marker& Chart::Tools(int index) {
+  if (index < 0 || index >= ToolCount()) Raise(FaultNumber::OutOfRange);
+  return markers_[static_cast<std::size_t>(index)];
+}
+
+const Marker& Chart::Tools(int index) const {
+  return const_cast<Chart*>(this)->Tools(index);
+}
+
+void Chart::WriteCsv(std::ostream& out) const {
+  const bool time = !bottom_.LabelFormat().empty();
+  const AxisRange shown = bottom_.Range();
+  out << (time ? "Time (UTC)" : "X") << ",Series,Value\n";
+  for (const auto& series : series_) {
+    for (int i = 0; i < series.Count(); ++i) {
+      const auto point = series.At(i);
+      if (point.null || point.end < shown.low || point.x > shown.high) continue;
+      out << (time ? FormatDateTime({point.x}, "yyyy-mm-dd hh:nn:ss") : ExactText(point.x)) << ',';
+      WriteCsvCell(out, series.Title());
+      out << ',' << ExactText(point.y) << '\n';
+    }
+  }
+}
+
+void Chart::ClickAxis(AxisSide side) {
+  OwningWindow().UserAct(*this, [this, side] {
+    if (onClickAxis) onClickAxis(side);
+  });
+}
+
+void Chart::Zoom(const Ranges& ranges, const std::function<void()>& handler) {
+  OwningWindow().UserAct(*this, [&] {
+    if (ranges.bottom) bottom_.SetZoom(ranges.bottom);
+    if (ranges.left) left_.SetZoom(ranges.left);
+    if (ranges.right) right_.SetZoom(ranges.right);
+    if (handler) handler();
+  });
+}
+
+void Chart::UserZoom(const Ranges& ranges) {
+  Zoom(ranges, onZoom);
+}
+
+void Chart::UserScroll(const Ranges& ranges) {
+  Zoom(ranges, onScroll);
+}
+
+void Chart::UserUndoZoom() {
+  OwningWindow().UserAct(*this, [this] {
+    for (Axis* axis : {&left_, &right_, &bottom_}) axis->SetZoom({});
+    if (onUndoZoom) onUndoZoom();
+  });
+}
+
+void Chart::Seal() {
+  Control::Seal();
+  design_ = state_;
+  for (Axis* axis : {&left_, &right_, &bottom_}) axis->design_ = axis->state_;
+  sealedSeries_.clear();
+  for (const auto& series : series_) sealedSeries_.push_back(series.Design());
+  for (Marker& marker : markers_) marker.sealed_ = marker.state_;
+  sealedMarkers_ = markers_.size();
+}
+
+void Chart::Reset() {
+  Control::Reset();
+  Change(state_, design_);
+  for (Axis* axis : {&left_, &right_, &bottom_}) axis->Change(axis->state_, axis->design_);
+  if (series_.size() > sealedSeries_.size() || markers_.size() > sealedMarkers_) Touch();
+  while (series_.size() > sealedSeries_.size()) series_.pop_back();
+  for (std::size_t i = 0; i < series_.size(); ++i) {
+    series_[i].Clear();
+    series_[i].SetDesign(sealedSeries_[i]);
+  }
+  while (markers_.size() > sealedMarkers_) markers_.pop_back();
+  for (Marker& marker : markers_) marker.Set(marker.sealed_);
+}
+
+}  // namespace fathomline

@@ -1,0 +1,80 @@
+// A table of text cells. Rows are stored when something is first written into them, so that a
+// table may have many rows of which few are filled.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "toolkit/control.h"
+
+namespace fathomline {
+
+class Grid : public Control {
+ public:
+  // The heads are the first rows and columns, those that stay when the rest is scrolled.
+  struct Heads {
+    int rows = 1;
+    int columns = 1;
+  };
+
+  Grid(Parent parent, std::string_view name, int rows, int columns, Heads heads = {1, 1});
+
+  int Rows() const { return static_cast<int>(state_.rows.size()); }
+  int Columns() const { return state_.columns; }
+  Heads ShownHeads() const { return heads_; }
+  // Cells beyond the new size are forgotten.
+  void SetRows(int rows);
+  void SetColumns(int columns);
+  // Twips; 0 leaves the width to the desktop.
+  int ColumnWidth(int column) const;
+  void SetColumnWidth(int column, int twips);
+
+  // Both count from 0. A cell that is not there raises OutOfRange.
+  const std::string& Text(int row, int column) const;
+  void Set(int row, int column, std::string_view text);
+
+  // The row that the program has picked out, such as one that was searched for; 0 for none. The
+  // desktop selects it and brings it into view whenever the number of marks has grown.
+  void MarkRow(int row);
+  int MarkedRow() const { return markedRow_; }
+  std::uint64_t Marks() const { return marks_; }
+
+  // All rows, heads included, as comma-separated values (RFC 4180, but for its line ends: LF).
+  void WriteCsv(std::ostream& out) const;
+
+  // Grows when rows, columns or widths change; the revision grows with the texts too.
+  std::uint64_t Shape() const { return shape_; }
+
+  // The user clicks into a row with the left button; x and y in twips from the window's corner.
+  void ClickRow(int row, int x, int y);
+  std::function<void(int row, int x, int y)> onClickRow;
+
+ protected:
+  void Seal() override;
+  void Reset() override;
+
+ private:
+  struct Cells {
+    std::vector<std::vector<std::string>> rows;  // a row is empty until it is written
+    std::vector<int> widths;
+    int columns = 0;
+
+    bool operator==(const Cells&) const = default;
+  };
+
+  void Check(int row, int column) const;
+  void Reshape();
+
+  Heads heads_;
+  Cells state_;
+  Cells design_;
+  std::uint64_t shape_ = 0;
+  std::uint64_t marks_ = 0;
+  int markedRow_ = 0;
+};
+
+}  // namespace fathomline

@@ -1,0 +1,50 @@
+// frmARPATargets: the radar targets of one system, in rows by target number. The table is all
+// that is kept of them.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "base/settings.h"
+#include "records/records.h"
+#include "toolkit/grid.h"
+#include "toolkit/window.h"
+
+namespace fathomline {
+
+// A radar target as its latest sentence told it. Times are sentence times.
+struct ARPATarget {
+  TTMRecord latest;
+  DateTime firstMessage;
+  DateTime lastMessage;
+  bool due = true;
+};
+
+class frmARPATargets : public Window {
+ public:
+  frmARPATargets(Desktop& desktop, int system, Records& records, SettingsStore& settings);
+
+  // A sentence of the type has been decoded. Keeps a copy, since the next one overwrites the
+  // record; the texts are written when somebody looks. Raises OutOfRange for a target number
+  // below 0 and Overflow for one above 32,765.
+  void UpdateARPATargets(SentenceType type);
+
+  void Refresh() override;
+
+  Grid fgARPATargets;
+
+ protected:
+  void Load() override;
+  void Unload() override;
+
+ private:
+  Records& records_;
+  SettingsStore& settings_;
+  std::map<int, ARPATarget> targets_;  // by row
+  std::vector<int> dueRows_;
+};
+
+using ARPATargetsWindows = PerSystem<std::unique_ptr<frmARPATargets>>;
+
+}  // namespace fathomline

@@ -1,0 +1,145 @@
+#include "windows/main_window.h"
+
+#include <algorithm>
+#include <string>
+
+#include "base/dialogs.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "toolkit/desktop.h"
+#include "toolkit/window_places.h"
+
+namespace fathomline {
+namespace {
+
+constexpr WindowPlace kDefaultPlace{1000, 1000, 13000, 13000};
+
+// Of a menu entry that names a system, this much stands in front of the name.
+constexpr std::size_t kPrimaryCaption = 26;
+constexpr std::size_t kSecondaryCaption = 22;
+constexpr std::string_view kNotDefined = "not defined";
+
+// A caption that shows the name as it is, though "&" marks a mnemonic there.
+std::string AsCaption(std::string_view name) {
+  std::string caption;
+  for (const char c : name) caption.append(c == '&' ? 2 : 1, c);
+  return caption;
+}
+
+constexpr std::string_view kNoSystem =
+    "No system is defined yet.\r\n\r\n"
+    "1.  Choose Mode > Online for a live source, or Mode > Offline for a recorded file.\r\n"
+    "2.  Define the primary system under Setup > Primary System.\r\n"
+    "3.  Open views under Window > New Window.\r\n\r\n"
+    "Or open a setup file with File > Open.";
+constexpr std::string_view kNoViewOnline =
+    "No view is open.\r\n\r\nOpen views under Window > New Window.";
+constexpr std::string_view kNoViewOffline =
+    "No view is open.\r\n\r\n"
+    "Open views under Window > New Window, then press PLAY to replay the recording.";
+
+}  // namespace
+
+frmMain::frmMain(Desktop& desktop, const Records& records, const Clock& clock,
+                 SettingsStore& settings)
+    : Window(desktop, {.name = "frmMain",
+                       .caption = std::string(kProgramTitle) + " - Version : " + kVersionText,
+                       .place = kDefaultPlace,
+                       .style = WindowStyle::Main}),
+      records_(records),
+      clock_(clock),
+      settings_(settings) {
+  for (int system = mnuSetupSystem.First(); system <= mnuSetupSystem.Last(); ++system) {
+    mnuSetupSystem(system).SetText("Secondary System &" + PlainText(system - 1) + " - not defined");
+  }
+  clockTimer.onTick = [this] { ShowClock(); };
+  SetContent(Layout::Column({lblHint}));
+}
+
+void frmMain::Load() {
+  RestorePlace(*this, settings_, "Main", kDefaultPlace);
+  ShowClock();
+  ShowLogging();
+  if (onOpen) onOpen();
+}
+
+bool frmMain::QueryUnload(CloseReason reason) {
+  closeReason_ = reason;
+  if (onClosing) onClosing();
+  return true;
+}
+
+void frmMain::Unload() {
+  const auto report = [this](const Fault& fault) { OwningDesktop().Report(fault, this); };
+  if (onUnload) ResumeNext(onUnload, report);
+  if (closeReason_ != CloseReason::Program) SavePlace(*this, settings_, "Main");
+  ResumeNext([this] { settings_.Save(); }, report);
+  OwningDesktop().Quit();
+}
+
+void frmMain::ShowClock() {
+  sbStatusBar.SetPanelText(kClockPanel, FormatDateTime(clock_.NowLocal(), "hh:mm:ss"));
+}
+
+void frmMain::ShowChecksumErrors(int system, std::int32_t count) {
+  sbStatusBar.SetPanelText(kChecksumPanel + system, PlainText(count));
+}
+
+void frmMain::ShowIgnoredMessages(int system, std::int32_t count) {
+  sbStatusBar.SetPanelText(kIgnoredPanel + system, PlainText(count));
+}
+
+void frmMain::ShowMode() {
+  const bool offline = records_.Offline();
+  mnuModeOffline.SetChecked(offline);
+  mnuModeOnline.SetChecked(!offline);
+  tbOnline.SetVisible(!offline);
+  tbOffline.SetVisible(offline);
+  sbStatusBar.SetPanelText(kModePanel, "Mode : " + records_.Mode);
+  for (MenuItem& item : mnuSetupSystem) item.SetEnabled(!offline);
+}
+
+void frmMain::ShowLogging() {
+  tbOnline.SetCaption(kLogButton, records_.LoggingOn ? "LOG Off" : "LOG On");
+  sbStatusBar.SetPanelText(kLoggingPanel, records_.LoggingOn ? "Logging : On" : "Logging : Off");
+}
+
+MenuItem& frmMain::SetupItem(int system) {
+  return system == 1 ? mnuSetupPrimarySystem : mnuSetupSystem(system);
+}
+
+void frmMain::ShowSystems() {
+  const auto count = [](bool counted) { return counted ? "0" : "n/a"; };
+  for (int system = 1; system <= kSystems; ++system) {
+    const CommSetup& setup = records_.CommSetups[system];
+    sbStatusBar.SetPanelVisible(kChecksumPanel + system, setup.Enabled);
+    sbStatusBar.SetPanelVisible(kIgnoredPanel + system, setup.Enabled);
+    sbStatusBar.SetPanelText(kChecksumPanel + system, count(records_.ChecksumTest[system]));
+    sbStatusBar.SetPanelText(kIgnoredPanel + system, count(records_.Emptybuffer[system]));
+
+    MenuItem& item = SetupItem(system);
+    const std::size_t kept = system == 1 ? kPrimaryCaption : kSecondaryCaption;
+    std::string caption(FirstCharacters(item.Text(), kept));
+    caption += setup.Name.empty() ? std::string(kNotDefined) : AsCaption(setup.Name);
+    item.SetText(caption);
+  }
+}
+
+bool frmMain::AnyViewVisible() const {
+  const auto& windows = OwningDesktop().Windows();
+  return std::any_of(windows.begin(), windows.end(), [](const Window* window) {
+    return window->Style() == WindowStyle::Child && window->Index() != 0 && window->Visible();
+  });
+}
+
+void frmMain::Refresh() {
+  const bool defined = records_.CommSetups[1].Enabled;
+  lblHint.SetVisible(!defined || !AnyViewVisible());
+  if (!defined) {
+    lblHint.SetText(kNoSystem);
+  } else {
+    lblHint.SetText(records_.Offline() ? kNoViewOffline : kNoViewOnline);
+  }
+}
+
+}  // namespace fathomline

@@ -1,0 +1,141 @@
+// frmMain: the frame in which all views stand, with its menus, tool bars and status bar.
+//
+// It holds what is to be seen; MainMenu gives the entries their work and StartUp what happens when
+// the window opens and closes.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "base/clock.h"
+#include "base/settings.h"
+#include "records/records.h"
+#include "toolkit/bars.h"
+#include "toolkit/controls.h"
+#include "toolkit/timer.h"
+#include "toolkit/window.h"
+
+namespace fathomline {
+
+inline constexpr const char* kVersionText = "v 3.02a - 26 Sep 2019 ";
+
+class frmMain : public Window {
+ public:
+  frmMain(Desktop& desktop, const Records& records, const Clock& clock, SettingsStore& settings);
+
+  // Panels of the status bar.
+  static constexpr int kModePanel = 1;
+  static constexpr int kLoggingPanel = 2;
+  static constexpr int kChecksumPanel = 3;  // of system n: kChecksumPanel + n
+  static constexpr int kIgnoredPanel = 8;   // likewise
+  static constexpr int kClockPanel = 13;
+
+  void ShowChecksumErrors(int system, std::int32_t count);
+  void ShowIgnoredMessages(int system, std::int32_t count);
+  // Menu checks, tool bars and panel 1, by the mode of the records.
+  void ShowMode();
+  // The button and panel 2, by the records.
+  void ShowLogging();
+  // The panels and the menu entry of each system, by the records.
+  void ShowSystems();
+
+  void Refresh() override;
+
+  // What opening does beyond the window itself, what is done before it goes, and when it goes.
+  std::function<void()> onOpen;
+  std::function<void()> onClosing;
+  std::function<void()> onUnload;
+
+  MenuItem mnuFile{*this, "mnuFile", "&File"};
+  MenuItem mnuFileNew{mnuFile, "mnuFileNew", "&New"};
+  MenuItem mnuFileOpen{mnuFile, "mnuFileOpen", "&Open..."};
+  MenuItem mnuFileBar1{mnuFile, "mnuFileBar1", "-"};
+  MenuItem mnuFileSave{mnuFile, "mnuFileSave", "&Save"};
+  MenuItem mnuFileSaveAs{mnuFile, "mnuFileSaveAs", "Save &As..."};
+  MenuItem mnuFileBar2{mnuFile, "mnuFileBar2", "-"};
+  MenuItem mnuFilePageSetup{mnuFile, "mnuFilePageSetup", "Page Set&up..."};
+  MenuItem mnuFilePrintPreview{mnuFile, "mnuFilePrintPreview", "Print Pre&view"};
+  MenuItem mnuFilePrint{mnuFile, "mnuFilePrint", "&Print Report"};
+  MenuItem mnuFileBar3{mnuFile, "mnuFileBar3", "-"};
+  MenuItem mnuFileMRU{mnuFile, "mnuFileMRU", "&Recent Files"};
+  MenuItem mnuFileBar4{mnuFile, "mnuFileBar4", "-"};
+  MenuItem mnuFileExit{mnuFile, "mnuFileExit", "E&xit"};
+
+  MenuItem mnuMode{*this, "mnuMode", "&Mode"};
+  MenuItem mnuModeOnline{mnuMode, "mnuModeOnline", "O&nline"};
+  MenuItem mnuModeOffline{mnuMode, "mnuModeOffline", "O&ffline"};
+
+  MenuItem mnuSetup{*this, "mnuSetup", "&Setup"};
+  MenuItem mnuSetupPrimarySystem{mnuSetup, "mnuSetupPrimarySystem",
+                                 "&Primary System         - not defined"};
+  // Systems 2 to 4.
+  ControlArray<MenuItem> mnuSetupSystem{mnuSetup, "mnuSetupSystem", 2, kSystems, ""};
+
+  MenuItem mnuWindow{*this, "mnuWindow", "&Window"};
+  MenuItem mnuWindowNewWindow{mnuWindow, "mnuWindowNewWindow", "&New Window..."};
+  MenuItem mnuWindowBar1{mnuWindow, "mnuWindowBar1", "-"};
+  MenuItem mnuWindowCascade{mnuWindow, "mnuWindowCascade", "&Cascade"};
+  MenuItem mnuWindowTileHorizontal{mnuWindow, "mnuWindowTileHorizontal", "Tile &Horizontal"};
+  MenuItem mnuWindowTileVertical{mnuWindow, "mnuWindowTileVertical", "Tile &Vertical"};
+  MenuItem mnuWindowArrangeIcons{mnuWindow, "mnuWindowArrangeIcons", "&Arrange Icons"};
+
+  MenuItem mnuOptions{*this, "mnuOptions", "&Options"};
+  MenuItem mnuOptionLatLonFormat{mnuOptions, "mnuOptionLatLonFormat", "&Lat/Lon Format..."};
+  MenuItem mnuOptionsSessionInformation{mnuOptions, "mnuOptionsSessionInformation",
+                                        "&Session Information..."};
+  MenuItem mnuOptionsBinaryStandardIALA{mnuOptions, "mnuOptionsBinaryStandardIALA",
+                                        "AIS Binary Messages by &IALA Proposal"};
+
+  MenuItem mnuHelp{*this, "mnuHelp", "&Help"};
+  MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents"};
+  MenuItem mnuHelpSearch{mnuHelp, "mnuHelpSearch", "&Search for Help On..."};
+  MenuItem mnuHelpBar1{mnuHelp, "mnuHelpBar1", "-"};
+  MenuItem mnuHelpAbout{mnuHelp, "mnuHelpAbout", "&About Fathomline..."};
+
+  ToolBar tbOnline{*this,
+                   "tbOnline",
+                   {{"START", "START"},
+                    {"PAUSE", "PAUSE"},
+                    {"RESET ALL", "RESET ALL"},
+                    {"Reset Statistics", "Reset Statistics"},
+                    {"Reset Graphics", "Reset Graphics"},
+                    {"LOG", "LOG On"},
+                    {"Connect 1", "Connect System1"}}};
+  static constexpr int kStartButton = 1;
+  static constexpr int kLogButton = 6;
+
+  ToolBar tbOffline{*this,
+                    "tbOffline",
+                    {{"PLAY", "PLAY"},
+                     {"Step", "Step"},
+                     {"PAUSE", "PAUSE", false},
+                     {"STOP", "STOP", false},
+                     {"Real time", "Real time"},
+                     {"QUICK", "QUICK"}}};
+
+  // Tells what to do next while no view is open.
+  Label lblHint{*this, "lblHint"};
+
+  StatusBar sbStatusBar{*this,
+                        "sbStatusBar",
+                        {"Mode : ONLINE", "Logging : Off", "  Checksum errors :  ", "n/a", "n/a",
+                         "n/a", "n/a", "Ignored msg : ", "n/a", "n/a", "n/a", "n/a", ""}};
+  Timer clockTimer{*this, "clockTimer", 1000, true};
+
+ protected:
+  void Load() override;
+  bool QueryUnload(CloseReason reason) override;
+  void Unload() override;
+
+ private:
+  MenuItem& SetupItem(int system);
+  bool AnyViewVisible() const;
+  void ShowClock();
+
+  const Records& records_;
+  const Clock& clock_;
+  SettingsStore& settings_;
+  CloseReason closeReason_ = CloseReason::User;
+};
+
+}  // namespace fathomline

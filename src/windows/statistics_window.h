@@ -1,0 +1,111 @@
+// frmStatistics: the running figures of one system as tables.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+
+#include "analysis/statistics.h"
+#include "base/settings.h"
+#include "records/records.h"
+#include "toolkit/controls.h"
+#include "toolkit/grid.h"
+#include "toolkit/window.h"
+#include "windows/statistics_columns.h"
+#include "windows/statistics_grids.h"
+
+namespace fathomline {
+
+class frmStatistics : public Window {
+ public:
+  frmStatistics(Desktop& desktop, int system, Records& records, const Statistics& statistics,
+                SettingsStore& settings);
+
+  // A sentence of the type has been taken into the figures. Notes what is to be shown; the texts
+  // are written when somebody looks.
+  void UpdateStatisticsView(SentenceType type);
+
+  void Refresh() override;
+
+  Frame frameRefPos{*this, "frameRefPos", "Reference position"};
+  Label lblRefPosOption{frameRefPos, "lblRefPosOption"};
+  Label lblRefLat{frameRefPos, "lblRefLat", "n/a"};
+  Label lblRefLon{frameRefPos, "lblRefLon", "n/a"};
+  Label lblRefHgt{frameRefPos, "lblRefHgt", "n/a"};
+  Label lblStartTime{frameRefPos, "lblStartTime", "n/a"};
+
+  Frame frameAvgPos{*this, "frameAvgPos", "Average position"};
+  Label lblAvgLat{frameAvgPos, "lblAvgLat", "n/a"};
+  Label lblAvgLon{frameAvgPos, "lblAvgLon", "n/a"};
+  Label lblAvgHgt{frameAvgPos, "lblAvgHgt", "n/a"};
+  Label lblSdLat{frameAvgPos, "lblSdLat", "n/a"};
+  Label lblSdLon{frameAvgPos, "lblSdLon", "n/a"};
+  Label lblSdHgt{frameAvgPos, "lblSdHgt", "n/a"};
+  Label lblAvgPosCount{frameAvgPos, "lblAvgPosCount", "n/a"};
+  Label lblCurrentTime{frameAvgPos, "lblCurrentTime", "n/a"};
+
+  Frame frameHeading{*this, "frameHeading", "Ref.       HDG         PITCH      ROLL"};
+  Label lblRefHdgOption{frameHeading, "lblRefHdgOption"};
+  Label lblRefHdg{frameHeading, "lblRefHdg", "n/a"};
+  Label lblRefPitch{frameHeading, "lblRefPitch", "n/a"};
+  Label lblRefRoll{frameHeading, "lblRefRoll", "n/a"};
+  Label lblAvgHdg{frameHeading, "lblAvgHdg", "n/a"};
+  Label lblAvgPitch{frameHeading, "lblAvgPitch", "n/a"};
+  Label lblAvgRoll{frameHeading, "lblAvgRoll", "n/a"};
+  Label lblSdHdg{frameHeading, "lblSdHdg", "n/a"};
+  Label lblSdPitch{frameHeading, "lblSdPitch", "n/a"};
+  Label lblSdRoll{frameHeading, "lblSdRoll", "n/a"};
+  Label lblAvgHdgCount{frameHeading, "lblAvgHdgCount", "n/a"};
+  Label lblAvgPitchCount{frameHeading, "lblAvgPitchCount", "n/a"};
+  Label lblAvgRollCount{frameHeading, "lblAvgRollCount", "n/a"};
+
+  // The grid of a sentence, such as fgGGA. Raises OutOfRange for a type that has none.
+  Grid& GridOf(SentenceType type);
+
+ protected:
+  void Load() override;
+  void Unload() override;
+
+ private:
+  struct SentenceGrid {
+    SentenceGrid(Window& window, const StatisticsGrid& design);
+    const StatisticsGrid& design;
+    Frame frame;
+    Grid grid;
+    bool due = false;
+  };
+
+  static std::deque<SentenceGrid> MakeGrids(Window& window);
+  SentenceGrid* Find(SentenceType type);
+  void NoteReferencePosition();
+  void NoteReferenceAttitude();
+  void WriteCaptions();
+  void WriteReference();
+  void WriteAverages();
+  void WriteTimes();
+  void WriteGrid(SentenceGrid& grid);
+  std::string Coordinate(double radians, std::string_view type) const;
+
+  Records& records_;
+  const Statistics& statistics_;
+  SettingsStore& settings_;
+  std::deque<SentenceGrid> grids_ = MakeGrids(*this);
+
+ public:
+  // Behind the grids of the sentences, which are built from their table.
+  Frame frameGSV_GPS{*this, "frameGSV_GPS", "GSV/GPS SNR Statistics"};
+  Grid fgGSV_GPS{frameGSV_GPS, "fgGSV_GPS", kStatisticsRows, kGPSSatellites + 1};
+
+ private:
+  // The reference as it was at the sentence that shows it; the one in force may move on while
+  // the session is paused.
+  ReferenceSetup shownReference_;
+  bool positionWritten_ = false;
+  bool attitudeWritten_ = false;
+  bool positionDue_ = false;
+  bool attitudeDue_ = false;
+  bool averagesDue_ = false;
+  SentenceType timesOf_ = SentenceType::None;
+};
+
+}  // namespace fathomline

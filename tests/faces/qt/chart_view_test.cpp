@@ -1,0 +1,270 @@
+// Charts on the desktop: axes, gaps, colours, mouse and export.
+#include <QClipboard>
+#include <QFile>
+#include <QFileDialog>
+#include <QMenu>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QToolTip>
+#include <qcustomplot.h>
+
+#include "faces/qt/picture_file.h"
+#include "faces/qt/qt_fixture.h"
+#include "toolkit/chart.h"
+
+namespace fathomline {
+namespace {
+
+constexpr double kDay = 46000.0;
+
+class ChartViews : public QtFixture {
+ public:
+  PlainWindow window{desktop, {.name = "frmChart", .place = {0, 0, 12000, 6000}}};
+  Chart chart{window, "TChart1", "Deviation"};
+
+  // Loading a window empties its charts, so the points come afterwards.
+  void SetUp() override { ShowDrawn(window); }
+
+  QCustomPlot& Drawn() {
+    face.Draw();
+    return *Find<QCustomPlot>(chart);
+  }
+
+  QImage Picture() {
+    face.Draw();
+    return Find<QCustomPlot>(chart)->toPixmap().toImage();
+  }
+
+  // The pixel of a point of the plot.
+  QPoint At(double key, double value) {
+    const QCustomPlot& plot = *Find<QCustomPlot>(chart);
+    return {static_cast<int>(plot.xAxis->coordToPixel(key)),
+            static_cast<int>(plot.yAxis->coordToPixel(value))};
+  }
+
+  void Drag(Qt::MouseButton button, Qt::KeyboardModifiers with, QPoint from, QPoint to) {
+    QCustomPlot& plot = *Find<QCustomPlot>(chart);
+    QTest::mousePress(&plot, button, with, from);
+    for (const QPoint at : {(from + to) / 2, to}) {
+      QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, button, with);
+      QApplication::sendEvent(&plot, &move);
+    }
+    QTest::mouseRelease(&plot, button, with, to);
+  }
+
+  void ChooseFromMenu(const char* action) {
+    QTest::mouseClick(Find<QCustomPlot>(chart), Qt::RightButton);
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* const entry : menu->actions()) {
+      if (entry->text().remove(QLatin1Char('&')) != QLatin1String(action)) continue;
+      QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+      return;
+    }
+    ADD_FAILURE() << action;
+  }
+
+  static void AnswerFileDialog(const QString& path) {
+    auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    dialog->selectFile(path);
+    QMetaObject::invokeMethod(dialog, "accept");
+  }
+
+  // Whether the colour stands at the point or right beside it.
+  static bool Near(const QImage& image, const QPoint& at, const QColor& colour) {
+    for (int x = -2; x <= 2; ++x) {
+      for (int y = -2; y <= 2; ++y) {
+        const QColor seen = image.pixelColor(at + QPoint(x, y));
+        // A thin line is blended with its ground.
+        constexpr int kBlended = 190;
+        if (std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green()) +
+                std::abs(seen.blue() - colour.blue()) <
+            kBlended) {
+          return true;
+        }
+      }
+    }
+    return false;
+  }
+};
+
+TEST_F(ChartViews, ANullPointLeavesAGapAndAPeakAmongManyPointsIsSeen) {
+  auto& series = chart.AddSeries({.title = "dN", .colour = kBlue});
+  for (const double x : {0.0, 1.0}) series.Add(x, 5.0F);
+  series.AddNull(2.0);
+  for (const double x : {3.0, 4.0}) series.Add(x, 5.0F);
+  QImage image = Picture();
+  EXPECT_TRUE(Near(image, At(0.5, 5.0), Qt::blue));
+  EXPECT_FALSE(Near(image, At(2.0, 5.0), Qt::blue));
+  EXPECT_TRUE(Near(image, At(3.5, 5.0), Qt::blue));
+  series.Clear();
+  for (int i = 0; i < 100000; ++i) series.Add(i, i == 50123 ? 10.0F : 0.0F);
+  image = Picture();
+  EXPECT_TRUE(Near(image, At(50123.0, 9.0), Qt::blue));
+}
+
+TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
+  auto& bars = chart.AddSeries({.title = "Svs", .kind = SeriesKind::Bar, .colour = kBlue});
+  bars.Add(0.0, 4.0F);
+  bars.Add(10.0, 8.0F, kYellow);
+  auto& gantt = chart.AddSeries({.title = "Sv", .kind = SeriesKind::Gantt, .colour = kMagenta});
+  for (const double end : {4.0, 8.0}) gantt.AddGantt(2.0, end, 6.0F);
+  const QImage image = Picture();
+  EXPECT_TRUE(Near(image, At(10.0, 4.0), Qt::yellow));
+  EXPECT_TRUE(Near(image, At(0.0, 2.0), Qt::blue));
+  EXPECT_TRUE(Near(image, At(7.0, 6.0), Qt::magenta));
+  EXPECT_FALSE(Near(image, At(9.0, 6.0), Qt::magenta));
+}
+
+TEST_F(ChartViews, LabelsOfATimeAxisStandApartInUtc) {
+  chart.Bottom().SetLabelFormat("hh:nn");
+  chart.Bottom().SetAutomatic(false);
+  QCustomPlot& plot = Drawn();
+  const QFontMetrics metrics(plot.xAxis->tickLabelFont());
+  for (const double seconds :
+       {5.0, 20.0, 600.0, 900.0, 1800.0, 3600.0, 7200.0, 21600.0, 43200.0, 86400.0, 3e5, 1e9}) {
+    chart.Bottom().SetMinimum(kDay);
+    chart.Bottom().SetMaximum(kDay + seconds / 86400.0);
+    for (const int width : {270, 300, 417, 640, 1300, 1920}) {
+      plot.resize(width, 150);
+      face.Draw();
+      plot.replot();
+      EXPECT_NEAR(plot.xAxis->range().size(), seconds, 1e-3 + seconds * 1e-9);
+      double free = 0.0;
+      const auto ticks = plot.xAxis->tickVector();
+      const auto labels = plot.xAxis->tickVectorLabels();
+      EXPECT_FALSE(ticks.isEmpty());
+      const auto different = QSet<QString>(labels.begin(), labels.end()).size();
+      EXPECT_TRUE(seconds == 86400.0 || different == labels.size()) << seconds;
+      for (int i = 0; i < ticks.size(); ++i) {
+        int wide = 0;
+        for (const QString& line : labels[i].split(QLatin1Char('\n'))) {
+          wide = std::max(wide, metrics.horizontalAdvance(line));
+        }
+        const double middle = plot.xAxis->coordToPixel(ticks[i]);
+        EXPECT_GT(middle - wide / 2.0, free) << seconds << " s on " << width << " pixels";
+        free = middle + wide / 2.0;
+      }
+      EXPECT_LE(free, width) << seconds << " s on " << width << " pixels";
+    }
+  }
+  EXPECT_NEAR(std::fmod(plot.xAxis->range().lower, 86400.0), 0.0, 1e-3);
+}
+
+TEST_F(ChartViews, TheMouseZoomsPansAndUndoesAndAZoomHoldsWhileDataComeIn) {
+  auto& series = chart.AddSeries({.title = "dN"});
+  series.Add(0.0, 0.0F);
+  series.Add(100.0, 100.0F);
+  int zooms = 0;
+  int undone = 0;
+  int scrolls = 0;
+  chart.onZoom = [&] { ++zooms; };
+  chart.onUndoZoom = [&] { ++undone; };
+  chart.onScroll = [&] { ++scrolls; };
+  QCustomPlot& plot = Drawn();
+  const QPoint middle = At(50.0, 50.0);
+  const auto bottom = [this] { return chart.Bottom().Range(); };
+  const auto undo = [&] {
+    QTest::mouseDClick(&plot, Qt::LeftButton, {}, middle);
+    face.Draw();
+  };
+  QWheelEvent wheel(middle, plot.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, {},
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&plot, &wheel);
+  EXPECT_EQ(zooms, 1);
+  EXPECT_NEAR(bottom().high - bottom().low, 80.0, 1.0);
+  series.Add(200.0, 1.0F);
+  face.Draw();
+  EXPECT_NEAR(plot.xAxis->range().size(), 80.0, 1.0);
+  undo();
+  EXPECT_EQ(undone, 1);
+  EXPECT_NEAR(plot.xAxis->range().upper, 200.0, 1e-6);
+  series.DeleteOldest();
+  series.Add(0.0, 0.0F);
+
+  Drag(Qt::LeftButton, {}, At(20.0, 80.0), At(60.0, 40.0));
+  EXPECT_NEAR(bottom().low, 20.0, 2.0);
+  EXPECT_NEAR(bottom().high, 60.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().low, 40.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().high, 80.0, 2.0);
+  face.Draw();
+  Drag(Qt::RightButton, {}, At(40.0, 60.0), At(50.0, 50.0));
+  EXPECT_NEAR(bottom().low, 10.0, 2.0);
+  EXPECT_NEAR(chart.Left().Range().low, 50.0, 2.0);
+  face.Draw();
+  Drag(Qt::LeftButton, Qt::ShiftModifier, At(30.0, 60.0), At(20.0, 60.0));
+  EXPECT_NEAR(bottom().low, 20.0, 2.0);
+  EXPECT_EQ(zooms, 2);
+  EXPECT_GE(scrolls, 2);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "a drag opens no menu";
+}
+
+TEST_F(ChartViews, TheMouseReadsOutTheNearestPointOfEachSeries) {
+  chart.Bottom().SetLabelFormat("hh:nn");
+  auto& north = chart.AddSeries({.title = "dN"});
+  auto& east = chart.AddSeries({.title = "dE"});
+  for (int i = 0; i < 1000; ++i) {
+    north.Add(kDay + i / 1440.0, static_cast<float>(i));
+    if (i % 100 == 0) east.Add(kDay + i / 1440.0, -0.5F);
+  }
+  QCustomPlot& plot = Drawn();
+  const QPoint at(static_cast<int>(plot.xAxis->coordToPixel(plot.xAxis->range().center())),
+                  plot.axisRect()->center().y());
+  QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, {}, {});
+  QApplication::sendEvent(&plot, &move);
+  const QStringList lines = QToolTip::text().split(QLatin1Char('\n'));
+  ASSERT_EQ(lines.size(), 3) << QToolTip::text().toStdString();
+  // The middle of 0 to 999 minutes; a column of pixels is about two of them.
+  EXPECT_TRUE(lines[0].contains(QStringLiteral(" 08:"))) << lines[0].toStdString();
+  EXPECT_NEAR(lines[1].section(QLatin1Char(' '), -1).toDouble(), 499.5, 3.0);
+  EXPECT_EQ(lines[2], QStringLiteral("dE: -0.5"));
+}
+
+TEST_F(ChartViews, AClickOnAnAxisComesWhenTheMouseEventIsOver) {
+  chart.AddSeries({.title = "dN"}).Add(0.0, 0.0F);
+  std::optional<AxisSide> clicked;
+  chart.onClickAxis = [&](AxisSide side) { clicked = side; };
+  QCustomPlot& plot = Drawn();
+  plot.replot();
+  const QPoint below(plot.axisRect()->rect().center().x(), plot.axisRect()->rect().bottom() + 8);
+  QTest::mouseClick(&plot, Qt::LeftButton, {}, below);
+  PumpUntil([&] { return clicked.has_value(); });
+  EXPECT_EQ(clicked, AxisSide::Bottom);
+}
+
+TEST_F(ChartViews, TheMenuCopiesAndSavesPicturesAndPoints) {
+  auto& series = chart.AddSeries({.title = "Northing", .colour = kBlue});
+  series.Add(0.0, 0.0F);
+  series.Add(1.0, 1.5F);
+  Drawn();
+  const QTemporaryDir folder;
+  const auto saved = [&](const char* action, const char* name) {
+    const QString path = folder.filePath(QString::fromLatin1(name));
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [path] { AnswerFileDialog(path); });
+    answer.start(1);
+    ChooseFromMenu(action);
+    PumpUntil([&] { return QFile::exists(path); });
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    return file.readAll();
+  };
+  QApplication::clipboard()->clear();
+  ChooseFromMenu("Copy picture");
+  PumpUntil([] { return !QApplication::clipboard()->image().isNull(); });
+  EXPECT_EQ(QApplication::clipboard()->image().size(), Find<QCustomPlot>(chart)->size());
+  EXPECT_EQ(saved("Save points shown as CSV ...", "a.csv"),
+            "X,Series,Value\n0,Northing,0\n1,Northing,1.5\n");
+  const QImage png = QImage::fromData(saved("Save picture ...", "a.png"));
+  EXPECT_EQ(png.size(), Find<QCustomPlot>(chart)->size() * 2);
+  EXPECT_TRUE(saved("Save picture ...", "a.pdf").startsWith("%PDF"));
+  const QByteArray svg = saved("Save picture ...", "a.svg");
+  EXPECT_TRUE(svg.contains(">Northing</text>"));
+  EXPECT_TRUE(svg.contains("stroke=\"#0000ff\""));
+  EXPECT_NE(WritePicture(folder.filePath("none/a.png"), {64, 64}, [](QPaintDevice&, QSize) {}),
+            QString());
+}
+
+}  // namespace
+}  // namespace fathomline

@@ -1,0 +1,205 @@
+// Every window of the program is drawn, fits, can be used by keyboard and by somebody who has it
+// read out, and is let go again.
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QImage>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <map>
+#include <set>
+#include <vector>
+
+#include "faces/qt/conversions.h"
+#include "faces/qt/program_fixture.h"
+
+namespace fathomline {
+namespace {
+
+class EveryWindow : public ProgramFixture {
+ public:
+  void SetUp() override {
+    StartWithSample();
+    program().OpenAnalysedWindows(1);
+    for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
+      program().OpenView(kind, 1);
+    }
+    program().setupDialog.Open(1);
+    for (Window* const window : program().desktop.Windows()) {
+      if (window->Style() == WindowStyle::Dialog && !window->Loaded()) window->Show();
+    }
+    Draw();
+  }
+
+  // Calls for each window but the main one, in which the others stand, and for each of its pages.
+  void ForEachPage(const std::function<void(const Window&, QWidget& host)>& look) {
+    int seen = 0;
+    for (Window* const window : program().desktop.Windows()) {
+      if (!window->Visible() || window->Style() == WindowStyle::Main) continue;
+      QWidget* const host = face().HostOf(*window);
+      ASSERT_NE(host, nullptr) << window->FullName();
+      ++seen;
+      auto* const tabs = host->findChild<QTabWidget*>();
+      for (int page = 0; page < (tabs == nullptr ? 1 : tabs->count()); ++page) {
+        if (tabs != nullptr) tabs->setCurrentIndex(page);
+        SCOPED_TRACE(window->FullName() + ", page " + std::to_string(page));
+        look(*window, *host);
+      }
+    }
+    EXPECT_GT(seen, 25);
+  }
+};
+
+// What Qt makes within a control, such as the field of a combo box, is a part of that.
+bool IsControl(const QWidget& widget) {
+  return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() && widget.isVisible() &&
+         !widget.objectName().startsWith(QLatin1String("qt_")) &&
+         qobject_cast<QComboBox*>(widget.parentWidget()) == nullptr &&
+         qobject_cast<const QTabBar*>(&widget) == nullptr;
+}
+
+template <class Widget>
+std::vector<Widget*> Visible(const QWidget& host) {
+  std::vector<Widget*> widgets;
+  for (auto* const widget : host.findChildren<Widget*>()) {
+    if (widget->isVisible()) widgets.push_back(widget);
+  }
+  return widgets;
+}
+
+TEST_F(EveryWindow, IsDrawnAndLetGoAgain) {
+  const auto& windows = program().desktop.Windows();
+  for (const Window* const window : windows) {
+    if (!window->Visible()) continue;
+    SCOPED_TRACE(window->FullName());
+    QWidget* const host = face().HostOf(*window);
+    std::set<QRgb> colours;
+    const QImage image = host->grab().toImage();
+    for (int y = 0; y < image.height(); y += 3) {
+      for (int x = 0; x < image.width(); x += 3) colours.insert(image.pixel(x, y));
+    }
+    EXPECT_GT(colours.size(), 2U) << "blank";
+    if (window->Style() == WindowStyle::Dialog) {
+      EXPECT_LE(host->width(), 1280);
+      EXPECT_LE(host->height(), 720);
+    }
+  }
+  for (Window* const window : windows) {
+    if (window->Style() == WindowStyle::Main) continue;
+    if (window->Visible() && !window->Close()) ADD_FAILURE() << window->FullName();
+  }
+  Draw();
+  for (const Window* const window : windows) {
+    EXPECT_EQ(face().HostOf(*window) != nullptr, window->Loaded()) << window->FullName();
+  }
+}
+
+TEST_F(EveryWindow, FitsIntoTheAreaWhenTiled) {
+  auto* const area = Main()->findChild<QMdiArea*>();
+  for (const Arrangement arrangement :
+       {Arrangement::TileHorizontally, Arrangement::Cascade, Arrangement::TileVertically}) {
+    program().desktop.Arrange(arrangement);
+    Draw();
+    Draw();
+    for (const QScrollBar* const bar : {area->horizontalScrollBar(), area->verticalScrollBar()}) {
+      EXPECT_FALSE(bar->isVisible()) << static_cast<int>(arrangement);
+    }
+    for (const QMdiSubWindow* const child : area->subWindowList()) {
+      if (!child->isVisible()) continue;
+      EXPECT_TRUE(area->viewport()->rect().contains(child->geometry()))
+          << FromQt(child->objectName()) << " " << child->x() << " " << child->y() << " "
+          << child->width() << " " << child->height();
+    }
+  }
+}
+
+TEST_F(EveryWindow, CopiesTheCellsOfItsGrids) {
+  int grids = 0;
+  ForEachPage([&](const Window&, QWidget& host) {
+    for (auto* const table : Visible<QTableView>(host)) {
+      const QAbstractItemModel& model = *table->model();
+      if (model.rowCount() == 0 || model.columnCount() == 0) continue;
+      ++grids;
+      const QModelIndex last = model.index(model.rowCount() - 1, model.columnCount() - 1);
+      QApplication::clipboard()->setText("nothing");
+      table->setCurrentIndex(last);
+      QTest::keyClick(table, Qt::Key_C, Qt::ControlModifier);
+      // Of a list, the row.
+      const std::string copied = FromQt(QApplication::clipboard()->text());
+      EXPECT_NE(copied, "nothing") << FromQt(table->objectName());
+      EXPECT_TRUE(copied.ends_with(FromQt(last.data().toString())))
+          << FromQt(table->objectName()) << ": " << copied;
+    }
+  });
+  EXPECT_GT(grids, 8);
+}
+
+TEST_F(EveryWindow, NamesItsControls) {
+  ForEachPage([this](const Window& window, QWidget&) {
+    for (const Control* const control : window.Controls()) {
+      if (control->Kind() == ControlKind::MenuItem) continue;
+      QWidget* const widget = face().WidgetOf(*control);
+      if (widget == nullptr && control->Kind() == ControlKind::Frame) continue;
+      ASSERT_NE(widget, nullptr) << control->Name();
+      EXPECT_EQ(FromQt(widget->objectName()), control->Name());
+      const std::string name =
+          FromQt(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name));
+      // A name for programmers tells nobody what to do with a control.
+      EXPECT_NE(name, control->Name());
+      EXPECT_TRUE(!name.empty() || !IsControl(*widget)) << control->Name();
+    }
+  });
+}
+
+TEST_F(EveryWindow, HasEachMnemonicOnce) {
+  ForEachPage([](const Window&, QWidget& host) {
+    std::map<QString, QString> used;
+    const auto take = [&used](const QString& text) {
+      const QString key = QKeySequence::mnemonic(text).toString();
+      if (key.isEmpty()) return;
+      const auto [other, fresh] = used.emplace(key, text);
+      EXPECT_TRUE(fresh) << FromQt(key + ": " + text + ", " + other->second);
+    };
+    for (const auto* const button : Visible<QAbstractButton>(host)) take(button->text());
+    for (const auto* const box : Visible<QGroupBox>(host)) take(box->title());
+    for (const auto* const label : Visible<QLabel>(host)) {
+      if (label->buddy() != nullptr) take(label->text());
+    }
+    for (const auto* const bar : Visible<QTabBar>(host)) {
+      for (int i = 0; i < bar->count(); ++i) take(bar->tabText(i));
+    }
+  });
+}
+
+TEST_F(EveryWindow, IsWalkedByTabInReadingOrder) {
+  ForEachPage([](const Window& window, QWidget& host) {
+    EXPECT_TRUE(window.Style() != WindowStyle::Dialog || host.focusWidget() != nullptr);
+    const QWidget* before = nullptr;
+    QRect from;
+    for (QWidget* widget = host.nextInFocusChain(); widget != &host;
+         widget = widget->nextInFocusChain()) {
+      if (!host.isAncestorOf(widget) || !IsControl(*widget)) continue;
+      const QRect to(widget->mapTo(&host, QPoint()), widget->size());
+      // On to the right, down, or up to the head of a further column.
+      const bool up = to.bottom() < from.top();
+      const bool across = to.left() > from.right();
+      const bool back = !up && to.top() <= from.bottom() && to.right() < from.left();
+      if (before != nullptr) {
+        EXPECT_FALSE((up && !across) || back)
+            << FromQt(before->objectName() + " -> " + widget->objectName());
+      }
+      before = widget;
+      from = to;
+    }
+  });
+}
+
+}  // namespace
+}  // namespace fathomline
