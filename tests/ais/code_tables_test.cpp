@@ -1,37 +1,62 @@
+// The code tables against code_tables.txt, which lists all texts of each.
 #include "ais/code_tables.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
+#include <iomanip>
+#include <map>
+#include <span>
+#include <sstream>
+#include <string>
 
 #include "ais/area_notice_table.h"
 #include "ais/mid_table.h"
 #include "ais/ship_type_tables.h"
 #include "base/fault.h"
+#include "base/files.h"
+#include "support/places.h"
 
 namespace fathomline {
 namespace {
 
-template <class Table>
-auto TextCount(const Table& table) {
-  return std::count_if(table.begin(), table.end(), [](auto text) { return !text.empty(); });
-}
-
 TEST(CodeTables, HaveTheirTextsAndGaps) {
-  EXPECT_EQ(ShipTypeTable[5], "");
-  EXPECT_EQ(ShipTypeTable[56], " not used");
-  EXPECT_EQ(ShipTypeTable[82], "Tanker - Carrying DG,HS or MP IMO hazard or pollutant category Y");
-  EXPECT_EQ(ShipTypeGroupTable[19], "Reserved for future use");
-  EXPECT_EQ(TextCount(ShipTypeTable), 91);
-  EXPECT_EQ(TextCount(ShipTypeGroupTable), 100);
-  EXPECT_EQ(AlarmTable[24], "AIS: External EPFS lost");
-  EXPECT_EQ(VesselSystemTable[10], "LRIT");
-  EXPECT_EQ(MIDTable[216], "");
-  EXPECT_EQ(MIDTable[619], "C\u00F4te d'Ivoire");
-  EXPECT_EQ(TextCount(NavStatusTable), 16);
-  EXPECT_EQ(TextCount(AlarmTable), 18);
-  EXPECT_EQ(TextCount(VesselSystemTable), 25);
-  EXPECT_EQ(TextCount(MIDTable), 270);
-  EXPECT_EQ(TextCount(AreaNoticeTable), 128);
+#define TABLE(name) {#name, name}
+  std::map<std::string, std::span<const std::string_view>> tables = {
+      TABLE(NavStatusTable),      TABLE(PositionAccuracyTable),
+      TABLE(AltitudeSensorTable), TABLE(ClassBUnitTable),
+      TABLE(ClassBDisplayTable),  TABLE(ClassBDSCTable),
+      TABLE(ClassBBandTable),     TABLE(ClassBMsg22Table),
+      TABLE(StationModeTable),    TABLE(CommStateTable),
+      TABLE(PositionStatusTable), TABLE(LongRangeTable),
+      TABLE(CargoTable),          TABLE(EPFSTable),
+      TABLE(AtoNTypeTable),       TABLE(AtoNPageTable),
+      TABLE(RaconTable),          TABLE(LightTable),
+      TABLE(HealthTable),         TABLE(MessageNameTable),
+      TABLE(AlarmTable),          TABLE(VesselSystemTable),
+      TABLE(IceClassTable),       TABLE(MIDTable),
+      TABLE(AreaNoticeTable),     TABLE(ShipTypeTable),
+      TABLE(ShipTypeGroupTable)};
+#undef TABLE
+  std::map<std::string, std::map<std::size_t, std::string>> listed;
+  std::istringstream in(ReadWholeFile(kSourceFolder + "/tests/ais/code_tables.txt"));
+  std::string table;
+  for (std::string line; std::getline(in, line);) {
+    if (line[0] == '#') continue;
+    if (line[0] != ' ') {
+      table = line;
+      continue;
+    }
+    std::istringstream entry(line);
+    std::size_t code = 0;
+    std::string text;
+    entry >> code >> std::quoted(text);
+    listed[table][code] = text;
+  }
+  EXPECT_EQ(listed.size(), tables.size());
+  for (auto& [name, texts] : tables) {
+    for (std::size_t code = 0; code < texts.size(); ++code) {
+      EXPECT_EQ(texts[code], listed[name][code]) << name << " " << code;
+    }
+  }
   EXPECT_THROW(TextOf(MIDTable, 1001), Fault);
 }
 

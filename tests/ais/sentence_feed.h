@@ -1,28 +1,18 @@
-// Feeds sentences and bare payloads to a decoder whose clock stands at noon of 15 June 2024.
+// Feeds bare payloads to a decoder.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "ais/ais_decoder.h"
 #include "base/clock.h"
-#include "decoding/sentence_decoders.h"
-#include "support/recording_dialogs.h"
 
 namespace fathomline {
 
 class SentenceFeed {
  public:
-  void Take(const std::vector<std::string_view>& sentences) {
-    for (std::string_view sentence : sentences) {
-      ExtractVDM(sentence, record_, dialogs);
-      decoder.ProcessVDM(1, record_);
-    }
-  }
-
   void TakePayload(std::string payload, std::int16_t fillBits = 0, std::int16_t total = 1,
                    std::int16_t number = 1, int system = 1) {
     VDMRecord record;
@@ -36,12 +26,8 @@ class SentenceFeed {
   const AISMessages& Messages(int system = 1) const { return decoder.Receiver(system).Messages; }
   std::int16_t MessageId(int system = 1) const { return decoder.Receiver(system).AISMessageId; }
 
-  RecordingDialogs dialogs;
-  FrozenClock clock{DateFromParts(2024, 6, 15) + TimeFromParts(12, 0, 0)};
+  FrozenClock clock{DateFromParts(2024, 6, 15)};
   AISDecoder decoder{clock};
-
- private:
-  VDMRecord record_;
 };
 
 // A message put together bit by bit.

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "ais/ais_messages.h"
-#include "ais/field_listing.h"
 #include "base/fault.h"
 #include "support/recording_dialogs.h"
 
@@ -65,7 +64,13 @@ std::string Listing(const AISTarget& target) {
     int id = kAISMessageIds;
     while (id > 0 && value != Made<std::decay_t<decltype(value)>>(row.name, id)) --id;
     listing.append(listing.empty() ? "" : " ").append(row.name);
-    listing += id > 0 ? "@" + std::to_string(id) : "=" + FieldText(value);
+    if (id > 0) {
+      listing += "@" + std::to_string(id);
+    } else if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>) {
+      listing += "=[" + value + "]";
+    } else if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>) {
+      listing += "=" + std::to_string(value);
+    }
   };
   std::apply([&](const auto&... row) { (add(row), ...); }, kFields);
   for (std::size_t id = 0; id < target.MessageCount.size(); ++id) {
