@@ -134,31 +134,6 @@ TEST_F(MessageDriverTest, PassesOnATimeOrDateThatCannotBeRead) {
   EXPECT_EQ(statistics.LatitudeMean.Count, 0) << "the steps behind the fault are skipped";
 }
 
-TEST_F(MessageDriverTest, TakesTheFirstUsableSampleAsReference) {
-  test.Analyse({"GGA", "GLL"});
-  test.Feed("GPGGA,120000,1000.0,N,02000.0,E,0,00,,5.0,M,,M,,");
-  EXPECT_NEAR(reference.ReferenceLatitude, 0.17453, 1e-5) << "even one without a fix, at first";
-  test.Feed("GPGGA,120001,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
-  test.Feed("GPGGA,120002,6001.0,N,00501.0,E,1,08,1.0,30.0,M,40.0,M,,");
-  test.Feed("GPGLL,6001.0,N,00501.0,E,120003,A,A");
-  EXPECT_NEAR(reference.ReferenceLatitude, 1.0471976, 1e-7);
-  EXPECT_EQ(reference.ReferenceHeight, 10.0F);
-  EXPECT_EQ(statistics.LatitudeMean.Count, 3);
-  EXPECT_EQ(statistics.HeightMean.Count, 2) << "GLL has no height";
-  EXPECT_EQ(statistics.HeightMean.Mean, 20.0F);
-  EXPECT_EQ(statistics.LatitudeMean.LastTime, "12:00:03");
-}
-
-TEST_F(MessageDriverTest, MovesTheAverageReferenceWithEachSentence) {
-  test.Analyse({"GGA"});
-  reference.ReferenceUsed = kAverageOverTime;
-  test.Feed("GPGGA,120000,6000.0,N,00500.0,E,1,08,1.0,10.0,M,40.0,M,,");
-  EXPECT_EQ(statistics.Present.dN, 0.0F) << "the sample just taken is in the average";
-  test.Feed("GPGGA,120001,6000.002,N,00500.0,E,1,08,1.0,12.0,M,40.0,M,,");
-  EXPECT_NEAR(statistics.Present.dN, 1.8475, 0.0005);
-  EXPECT_EQ(reference.ReferenceHeight, 11.0F);
-}
-
 TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
   test.Analyse({"GGA", "HDT"});
   reference.ReferenceUsed = kTruePosition;
@@ -171,20 +146,6 @@ TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
   EXPECT_EQ(reference.ReferenceLatitude, 1.0);
   EXPECT_EQ(statistics.LatitudeMean.Count, 0);
   EXPECT_EQ(statistics.HeadingMean.Count, 0);
-}
-
-TEST_F(MessageDriverTest, KeepsOutliersOfTheAttitudeOutOfTheMeans) {
-  test.Analyse({"ATT"});
-  test.Feed("PFEC,GPatt,350.0,1.0,2.0");
-  EXPECT_EQ(reference.ReferenceRoll, 2.0F);
-  test.Feed("PFEC,GPatt,005.0,-14.0,22.0");
-  EXPECT_EQ(statistics.HeadingMean.Count, 1) << "across north the difference is not wrapped";
-  EXPECT_EQ(statistics.PitchMean.Count, 2) << "exactly at the limit";
-  EXPECT_EQ(statistics.RollMean.Count, 1);
-  test.records.OutlierLimit = 0.0F;
-  test.Feed("PFEC,GPatt,350.0,1.5,2.0");
-  EXPECT_EQ(statistics.HeadingMean.Count, 2) << "0 is a limit, not a switch";
-  EXPECT_EQ(statistics.PitchMean.Count, 2);
 }
 
 }  // namespace

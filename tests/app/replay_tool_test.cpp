@@ -116,14 +116,6 @@ TEST_F(ReplayTool, TracesEveryLine) {
   EXPECT_THAT(lines[4], HasSubstr(R"("PRN":[5,31,-9999,-9999],"Elevation":[40,17,-9999,-9999])"));
 }
 
-TEST_F(ReplayTool, TracesNoiseAsValidText) {
-  const std::string noise = folder.Write(
-      "noise.log", "!AIVDM,1,1,,A,\xFF\x01\"\xC3\xA5,0*00\n$GPGNS,,,,,,\xE5\\,,,,,,\n");
-  ASSERT_EQ(Run({noise, "--trace", folder / "trace.json"}), 0);
-  EXPECT_THAT(ReadWholeFile(folder / "trace.json"),
-              HasSubstr("\"Payload\":\"\xC3\xBF\\u0001\\\"\xC3\xA5\""));
-}
-
 TEST_F(ReplayTool, CountsAndWritesWhatTheWindowsShow) {
   ASSERT_EQ(Run({Lines(), "--counters", folder / "counters.json", "--windows", folder / "windows",
                  "--report", "--name", "Bridge", "--reference", "1.0,0.1,5,0,0,0"}),
@@ -153,25 +145,6 @@ TEST_F(ReplayTool, TellsBoxesOnStandardErrorAndCountsThem) {
                                HasSubstr("2 x Error ExtractGGA\n")));
   EXPECT_THAT(ReadWholeFile(folder / "counters.json"),
               HasSubstr(R"("decoder_boxes":{"Error ExtractGGA":2})"));
-}
-
-TEST_F(ReplayTool, TakesItsSetupFromAFile) {
-  const std::string setup = folder.Write(
-      "one.ini",
-      "\"REM Systems\"\r\n\"Gyro\",\"Gyro\",0,#TRUE#,\"\"\r\n\"\",\"\",0,#FALSE#,\"\"\r\n"
-      "\"\",\"\",0,#FALSE#,\"\"\r\n\"\",\"\",0,#FALSE#,\"\"\r\n"
-      "\"REM Checksum Test\"\r\n#TRUE#,#FALSE#,#FALSE#,#FALSE#\r\n"
-      "\"REM LatLon Format\"\r\n#TRUE#,2\r\n"
-      "\"REM NMEA Messages to analyse\"\r\n\"GGA\",\"\",\"\",\"\"\r\n" +
-          [] {
-            std::string rows;
-            for (int row = 2; row <= 10; ++row) rows += "\"\",\"\",\"\",\"\"\r\n";
-            return rows;
-          }());
-  const std::string lines = Lines();
-  ASSERT_EQ(Run({lines, "--setup", setup, "--windows", folder / "w"}), 0) << err.str();
-  const std::string window = ReadWholeFile(folder / "w/frmStatistics-1.txt");
-  EXPECT_THAT(window, AllOf(HasSubstr("60° 00' 00.00\" N"), Not(HasSubstr("grid\tfgGSV"))));
 }
 
 class Recordings : public ReplayTool {

@@ -50,10 +50,9 @@ std::vector<std::string> RowOf(Grid& grid, int row) {
 
 class TargetWindows : public testing::Test {
  protected:
-  void Feed(const MessageBits& bits) { FeedPayload(bits.Payload()); }
-  void FeedPayload(const std::string& payload, std::string_view group = "1,1,") {
-    test.program.pipeline.ProcessSentence(
-        1, Sentence(std::string("AIVDM,").append(group).append(",A,") + payload + ",0", '!'));
+  void Feed(const MessageBits& bits) {
+    test.program.pipeline.ProcessSentence(1,
+                                          Sentence("AIVDM,1,1,,A," + bits.Payload() + ",0", '!'));
   }
   void SetTime(int hour, int minute, int second) {
     test.records.MessageTime[1] = DateFromParts(2026, 1, 2) + TimeFromParts(hour, minute, second);
@@ -73,68 +72,17 @@ class TargetWindows : public testing::Test {
   frmAISExtraInfo& extra = test.program.aisExtraInfo;
 };
 
-TEST_F(TargetWindows, EachMessageWritesItsColumns) {
+TEST_F(TargetWindows, AListOpenedLateShowsAllThatIsKnown) {
   test.Analyse({"VDM"});
   list.Show();
-  EXPECT_EQ(list.Caption(), "AIS Targets 1 - DGPS");
-  EXPECT_TRUE(test.records.SystemSetups[1][WindowFlag::AISTargets]);
-  EXPECT_EQ(grid.Rows(), 1);
-  EXPECT_THAT(RowOf(grid, 0), ElementsAre("MMSI", "Name", "Lat", "Lon", "SOG", "COG", "HDG", "ROT",
-                                          "Time last msg", "Index"));
-  EXPECT_EQ(grid.ColumnWidth(1), 3200);
-  EXPECT_EQ(grid.ColumnWidth(2), 1500);
-
-  int row = 0;
-  for (const auto& [id, columns] :
-       std::vector<std::pair<int, std::vector<int>>>{{1, {0, 2, 3, 4, 5, 6, 7, 8, 9}},
-                                                     {4, {0, 1, 2, 3, 8, 9}},
-                                                     {5, {0, 1, 8, 9}},
-                                                     {9, {0, 1, 2, 3, 4, 5, 8, 9}},
-                                                     {18, {0, 1, 2, 3, 4, 5, 6, 8, 9}},
-                                                     {19, {0, 1, 2, 3, 4, 5, 6, 8, 9}},
-                                                     {21, {0, 1, 2, 3, 8, 9}}}) {
-    Feed(Message(id, 257000000 + id, 426));
-    ++row;
-    ASSERT_EQ(grid.Rows(), row + 1);
-    EXPECT_EQ(Filled(row), columns) << "id " << id;
-  }
-  // Whoever sends these has no row.
-  for (const int id : {8, 24, 27}) Feed(Message(id, 258000000 + id, 426));
-  EXPECT_EQ(grid.Rows(), row + 1);
-
-  // What is not told stays away until the list is opened anew.
+  Feed(Message(4, 257000004));
+  EXPECT_EQ(Filled(1), (std::vector<int>{0, 1, 2, 3, 8, 9}));
   list.Close();
-  EXPECT_FALSE(test.records.SystemSetups[1][WindowFlag::AISTargets]);
   Feed(Message(5, 258000005, 426));
   list.Show();
-  EXPECT_EQ(grid.Rows(), row + 2);
-  EXPECT_EQ(Filled(row + 1), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
-  EXPECT_EQ(RowOf(grid, 3)[4], " 0");
-}
-
-TEST_F(TargetWindows, ARowFollowsItsStation) {
-  test.Analyse({"VDM"});
-  list.Show();
-  SetTime(9, 8, 7);
-  Feed(Report(2573500, 127));
-  EXPECT_THAT(RowOf(grid, 1),
-              ElementsAre("2573500", "", "59° 30.0000' N", "005° 15.0000' W", " 12.3", " 180.5",
-                          "n/a", "> 720", "02 Jan 09:08:07", "1"));
-
-  // An id 3 goes to the station of the latest id 1. Two messages meet one look.
-  SetTime(9, 8, 8);
-  Feed(Message(3, 999).Put(43, 50, -127).Put(51, 60, 1023).Put(90, 116, 54600000));
-  Feed(VoyageData(2573500, "SEA BREEZE"));
-  EXPECT_THAT(RowOf(grid, 1),
-              ElementsAre("2573500", "SEA BREEZE          ", "n/a", "000° 00.0000' E", "n/a", " 0",
-                          " 0", ">-720", "02 Jan 09:08:08", "1"));
-
-  // The first part of a group tells of nothing but the time, of the station of the latest id 1.
-  Feed(VoyageData(231000000, "OTHER"));
-  SetTime(9, 8, 9);
-  FeedPayload("55", "2,1,1");
-  EXPECT_EQ(RowOf(grid, 1)[8], "02 Jan 09:08:09");
-  EXPECT_EQ(RowOf(grid, 2)[8], "02 Jan 09:08:08");
+  EXPECT_EQ(grid.Rows(), 3);
+  EXPECT_EQ(Filled(2), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+  EXPECT_EQ(RowOf(grid, 1)[4], " 0");
 }
 
 TEST_F(TargetWindows, AFullListGoesOnWithItsLastRow) {
@@ -176,18 +124,6 @@ TEST_F(TargetWindows, SearchMarksTheFirstMatch) {
   EXPECT_EQ(search("north s "), 3);
   EXPECT_EQ(search(""), 0);
   EXPECT_EQ(RowOf(grid, 1)[0], "211000001") << "the order stays";
-}
-
-TEST_F(TargetWindows, TheLatestApplicationMessageStandsUnderTheList) {
-  test.Analyse({"VDM"});
-  Feed(Message(8, 2655619, 100).Put(41, 50, 1).Put(51, 56, 16).Put(57, 69, 120));
-  list.Show();
-  list.Refresh();
-  EXPECT_EQ(list.lblDescription.Text(), "2655619: Passengers onboard : 120");
-  Feed(Message(6, 257000001, 120).Put(73, 82, 1).Put(83, 88, 15).Put(89, 99, 105));
-  Feed(Message(1, 257000002));
-  list.Refresh();
-  EXPECT_EQ(list.lblDescription.Text(), "257000001: Height over keel : 10.5");
 }
 
 TEST_F(TargetWindows, TheExtendedWindowShowsAndFollowsOneStation) {
@@ -273,40 +209,6 @@ class ARPAWindow : public TargetWindows {
   frmARPATargets& arpa = *test.program.arpaTargetsWindows[1];
   Grid& radar = arpa.fgARPATargets;
 };
-
-TEST_F(ARPAWindow, RowsStandByTargetNumber) {
-  EXPECT_EQ(arpa.Caption(), "ARPA Targets 1 - DGPS");
-  EXPECT_EQ(radar.Rows(), 1);
-  EXPECT_THAT(RowOf(radar, 0),
-              ElementsAre("No", "Name", "Distance", "Bearing", "T/R", "Speed", "Course", "T/R",
-                          "CPA", "TCPA", "Unit", "Status", "Ref Target", "First msg", "Last msg"));
-
-  // Several sentences meet one look; each row keeps what its own said.
-  test.Feed("RATTM,99,11.4,13.6,T,7.0,20.0,R,0.5,-3,N,ALPHA,Q,R,154125.82,A");
-  SetTime(10, 11, 13);
-  test.Feed("RATTM,00,,13.6,T,7.0,20.0,T,0.0,0.0,N,,T,,154125.82,A");
-  test.Feed("RATTM,,1.0,13.6,T,7.0,20.0,T,0.0,0.0,N,NOBODY,Q,,154125.82,A");
-  EXPECT_EQ(radar.Rows(), 101);
-  EXPECT_THAT(RowOf(radar, 100), ElementsAre("99", "ALPHA", " 11.4", " 13.6", "T", " 7", " 20", "R",
-                                             " 0.5", "-3", "N", "Q", "R", "10:11:12", "10:11:12"));
-  EXPECT_THAT(RowOf(radar, 1), ElementsAre("0", "", "n/a", " 13.6", "T", " 7", " 20", "T", " 0",
-                                           " 0", "N", "T", "", "10:11:13", "10:11:13"));
-  EXPECT_EQ(RowOf(radar, 50), std::vector<std::string>(15));
-
-  // The radar gives the number to another target.
-  SetTime(10, 20, 30);
-  test.Feed("RATTM,99,1,2,T,3,4,T,5,6,N,BRAVO,L,,,A");
-  EXPECT_EQ(radar.Rows(), 101);
-  EXPECT_EQ(RowOf(radar, 100)[1], "BRAVO");
-  EXPECT_EQ(RowOf(radar, 100)[13], "10:11:12");
-  EXPECT_EQ(RowOf(radar, 100)[14], "10:20:30");
-
-  // A sentence with a comma too many is not read, yet its row is written from the one before.
-  SetTime(10, 20, 31);
-  test.Feed("RATTM,7,1,2,T,3,4,T,5,6,N,CHARLIE,L,,,A,,");
-  EXPECT_EQ(RowOf(radar, 8)[1], "");
-  EXPECT_EQ(RowOf(radar, 100)[14], "10:20:31");
-}
 
 TEST_F(ARPAWindow, TargetNumbersBeyondTheTableAreFaults) {
   test.Feed("RATTM,32765,1,2,T,3,4,T,5,6,N,LAST,L,,,A");
