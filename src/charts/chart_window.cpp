@@ -5,7 +5,6 @@
 
 #include "base/numbers.h"
 #include "toolkit/desktop.h"
-#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
@@ -33,22 +32,32 @@ std::int32_t BlockStart(DateTime moment, std::int32_t block) {
   return block * (time.hour / (block / kSecondsPerHour));
 }
 
-}  // namespace
-
-std::optional<Colour> SystemIcon(int system) {
-  if (system == 1) return {};
-  return SystemColour(system);
+// One behind the other with a little of each one visible, since many are opened at once.
+WindowPlace PlaceOf(const ChartWindowDesign& design) {
+  constexpr int kWidth = 9900;
+  constexpr int kControls = 1050;
+  constexpr int kChartHeight = 2550;
+  constexpr int kStep = 300;
+  constexpr int kSteps = 14;
+  const int corner = kStep * (design.windowIndex % kSteps);
+  return {corner, corner, kWidth, kControls + kChartHeight * design.charts};
 }
 
+SystemViewDesign Completed(SystemViewDesign view, const ChartWindowDesign& design) {
+  constexpr std::string_view kPrefix = "frm";
+  view.placeKey = view.name.substr(kPrefix.size());
+  if (view.place == WindowPlace{}) view.place = PlaceOf(design);
+  view.icon = ViewIcon::OfSecondarySystems;
+  return view;
+}
+
+}  // namespace
+
 ChartWindow::ChartWindow(const ChartSurroundings& surroundings, int system,
-                         const ChartWindowDesign& design)
-    : Window(surroundings.desktop, {.name = std::string(design.name),
-                                    .index = system,
-                                    .caption = design.caption,
-                                    .part = design.part}),
+                         const ChartWindowDesign& design, const SystemViewDesign& view)
+    : SystemView(surroundings, system, Completed(view, design)),
       TChart(*this, "TChart", 0, design.charts - 1),
       around_(surroundings),
-      design_(design),
       chartSettings_(surroundings.tables(system, design.windowIndex)) {
   for (const std::string_view mode : kAxisModes) cmbOption.Add(mode);
   for (const TimeSpan& span : kTimeSpans) cmbInterval.Add(span.text, span.seconds);
@@ -65,60 +74,15 @@ ChartWindow::ChartWindow(const ChartSurroundings& surroundings, int system,
   lblSystemColor.SetColour(label.colour);
 }
 
-void ChartWindow::LoadHidden() {
-  OwningDesktop().Load(*this);
-  SetFlag(false);
-}
-
-void ChartWindow::ShowWindow() {
-  Show();
-  SetFlag(true);
-}
-
-void ChartWindow::SetFlag(bool shown) {
-  if (design_.flag) Around().records.SystemSetups[Index()][*design_.flag] = shown;
-}
-
-void ChartWindow::Load() {
-  SetCaption(design_.caption + PlainText(Index()) + " - " +
-             Around().records.CommSetups[Index()].Name);
-  SetIconColour(SystemIcon(Index()));
-  ResumeNext(
-      [&] { RestorePlace(*this, Around().settings, PlaceKey(), DefaultPlace(), PlaceSuffix()); });
-  SetFlag(true);
+void ChartWindow::LoadView() {
   for (Choices* combo : {&cmbOption, &cmbInterval, &cmbFilter}) combo->Choose(0);
 }
 
 bool ChartWindow::QueryUnload(CloseReason reason) {
-  if (reason != CloseReason::User || Around().records.Closing) return true;
+  if (reason != CloseReason::User || records_.Closing) return true;
   Hide();
   SetFlag(false);
   return false;
-}
-
-void ChartWindow::Unload() {
-  SetFlag(false);
-  ResumeNext([&] { SavePlace(*this, Around().settings, PlaceKey(), PlaceSuffix()); });
-}
-
-std::string ChartWindow::PlaceKey() const {
-  constexpr std::string_view kPrefix = "frm";
-  return Name().substr(kPrefix.size());
-}
-
-std::string ChartWindow::PlaceSuffix() const {
-  return PlainText(Index());
-}
-
-// One behind the other with a little of each one visible, since many are opened at once.
-WindowPlace ChartWindow::DefaultPlace() const {
-  constexpr int kWidth = 9900;
-  constexpr int kControls = 1050;
-  constexpr int kChartHeight = 2550;
-  constexpr int kStep = 300;
-  constexpr int kSteps = 14;
-  const int corner = kStep * (design_.windowIndex % kSteps);
-  return {corner, corner, kWidth, kControls + kChartHeight * ChartCount()};
 }
 
 std::vector<Layout> ChartWindow::ControlRow() {
@@ -190,8 +154,8 @@ void ChartWindow::SetChartTimeWindow(DateTime moment) {
     axis.SetMinimum(moment.days - seconds / kSecondsPerDay);
   } else if (cmbOption.Text() == kAxisFixed) {
     const std::int32_t block = Settings().TimeWindow;
-    const double start = Around().records.MessageDate[Index()].days +
-                         BlockStart(Around().records.MessageTime[Index()], block) / kSecondsPerDay;
+    const double start = records_.MessageDate[Index()].days +
+                         BlockStart(records_.MessageTime[Index()], block) / kSecondsPerDay;
     axis.SetMinimum(start);
     axis.SetMaximum(start + block / kSecondsPerDay);
   } else {

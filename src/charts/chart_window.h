@@ -2,57 +2,38 @@
 // filter, and charts that keep one time span.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "analysis/statistics.h"
-#include "base/settings.h"
 #include "charts/axis_dialogs.h"
 #include "charts/chart_engine.h"
 #include "charts/chart_tables.h"
-#include "records/records.h"
 #include "toolkit/chart.h"
 #include "toolkit/choices.h"
 #include "toolkit/controls.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
 // What the windows of this room work on. All of it outlives them.
-struct ChartSurroundings {
-  Desktop& desktop;
-  Records& records;
+struct ChartSurroundings : ViewSurroundings {
   const Statistics& statistics;
-  SettingsStore& settings;
   ChartTables& tables;
   frmYAxis& yAxis;
   frmXAxis& xAxis;
 };
 
-// The system's own colour for the icons of secondary systems, none for the primary one.
-std::optional<Colour> SystemIcon(int system);
-
 // What tells a window of charts from the others.
 struct ChartWindowDesign {
-  std::string_view name;
-  std::string caption;  // in front of the number and the name of the system
   int windowIndex = 0;
   int charts = 1;
-  // Set while the window is shown. None: where the system has no flag for it.
-  std::optional<WindowFlag> flag = {};
-  int part = 0;
 };
 
 // A close request of the user hides the window; it goes on plotting.
-class ChartWindow : public Window {
+class ChartWindow : public SystemView {
  public:
-  // Loads it without showing it.
-  void LoadHidden();
-  // Shows it and says so to its system.
-  void ShowWindow();
-
   int ChartCount() const { return TChart.Last() + 1; }
   // Where the settings of the window stand in ChartTables.
   const ChartSettings& Settings() const { return chartSettings_; }
@@ -83,17 +64,14 @@ class ChartWindow : public Window {
   ControlArray<Chart> TChart;
 
  protected:
-  ChartWindow(const ChartSurroundings& surroundings, int system, const ChartWindowDesign& design);
+  // A view without a place of its own gets one by its index and the number of its charts, and the
+  // key of its class.
+  ChartWindow(const ChartSurroundings& surroundings, int system, const ChartWindowDesign& design,
+              const SystemViewDesign& view);
 
   // Sets the combo boxes on their first entries.
-  void Load() override;
+  void LoadView() override;
   bool QueryUnload(CloseReason reason) override;
-  void Unload() override;
-  // The key of its place in the settings, and what stands behind the measure in it.
-  virtual std::string PlaceKey() const;
-  virtual std::string PlaceSuffix() const;
-  virtual WindowPlace DefaultPlace() const;
-  void SetFlag(bool shown);
 
   const ChartSurroundings& Around() const { return around_; }
   // The combo boxes and what stands beside them, in one row.
@@ -108,7 +86,6 @@ class ChartWindow : public Window {
   void ShowFilterCount();
 
   ChartSurroundings around_;
-  ChartWindowDesign design_;
   ChartSettings& chartSettings_;
 };
 

@@ -4,21 +4,18 @@
 
 namespace fathomline {
 
-ChartWindows::ChartWindows(Desktop& desktop, Records& records, const Statistics& statistics,
-                           const Clock& clock, SettingsStore& settings)
-    : desktop_(desktop),
-      records_(records),
-      statistics_(statistics),
+ChartWindows::ChartWindows(const ViewSurroundings& surroundings, const Statistics& statistics,
+                           const Clock& clock)
+    : records_(surroundings.records),
       clock_(clock),
-      settings_(settings),
-      yAxis(desktop),
-      setTimeDate(desktop),
-      xAxis(desktop, setTimeDate),
-      xyAxis(desktop, scales_),
-      visibleSNR(desktop, records),
-      surroundings_{desktop, records, statistics, settings, tables_, yAxis, xAxis},
-      feeds_(records, statistics, satellites_, timeSeries_),
-      snrFeeds_(records, satellites_, feeds_, snr_) {
+      yAxis(surroundings.desktop),
+      setTimeDate(surroundings.desktop),
+      xAxis(surroundings.desktop, setTimeDate),
+      xyAxis(surroundings.desktop, scales_),
+      visibleSNR(surroundings.desktop, surroundings.records),
+      surroundings_{surroundings, statistics, tables_, yAxis, xAxis},
+      feeds_(records_, statistics, satellites_, timeSeries_),
+      snrFeeds_(records_, satellites_, feeds_, snr_) {
   for (int system = 1; system <= kSystems; ++system) MakeWindows(system);
   visibleSNR.onApply = [this](int row) {
     for (int system = 1; system <= kSystems; ++system) {
@@ -28,11 +25,10 @@ ChartWindows::ChartWindows(Desktop& desktop, Records& records, const Statistics&
 }
 
 void ChartWindows::MakeWindows(int system) {
-  scatters_[system] = std::make_unique<frmScatter>(desktop_, system, records_, statistics_,
-                                                   settings_, scales_, xyAxis);
+  scatters_[system] = std::make_unique<frmScatter>(surroundings_, system, surroundings_.statistics,
+                                                   scales_, xyAxis);
   auto& skyplot = skyplots_[system];
-  skyplot =
-      std::make_unique<frmSkyplot>(desktop_, system, records_, satellites_, clock_, settings_);
+  skyplot = std::make_unique<frmSkyplot>(surroundings_, system, satellites_, clock_);
   skyplot->onGroupDone = [this, system] { snrFeeds_.FeedAll(system); };
   skyplot->onChooseSatellite = [this, system](int slot) { OpenSatellite(system, slot); };
   for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
@@ -60,13 +56,9 @@ void ChartWindows::UpdateScatter(int system, SentenceType type) {
   if (scatters_[system]->Loaded()) scatters_[system]->UpdateScatter(type);
 }
 
-void ChartWindows::Reopen(ChartWindow& window, bool shown) {
-  if (records_.ReloadWindows) window.Close();
-  if (shown) {
-    window.ShowWindow();
-  } else if (keepHidden_) {
-    window.LoadHidden();
-  }
+ViewState ChartWindows::StateOf(bool shown) const {
+  if (shown) return ViewState::Shown;
+  return keepHidden_ ? ViewState::Hidden : ViewState::Closed;
 }
 
 void ChartWindows::ResetTimeSeries() {
@@ -77,7 +69,7 @@ void ChartWindows::ResetTimeSeries() {
       const TimeSeriesClass& design = kTimeSeriesClasses[i];
       frmTimeSeries& window = *timeSeries_[system][i];
       if (setup.*design.analysed) {
-        Reopen(window, records_.SystemSetups[system][design.flag]);
+        window.Reset(StateOf(records_.SystemSetups[system][design.flag]));
       } else {
         window.Close();
       }
@@ -90,9 +82,8 @@ void ChartWindows::ResetSatelliteWindows(int system) {
   const bool analysed = records_.CommSetups[system].AnalyseGSV;
   const auto reset = [&](ChartWindow& window) {
     if (!window.Loaded()) return;
-    const bool shown = window.Visible();
     if (analysed) {
-      Reopen(window, shown);
+      window.Reset(StateOf(window.Visible()));
     } else {
       window.Close();
     }
@@ -104,36 +95,29 @@ void ChartWindows::ResetSatelliteWindows(int system) {
 void ChartWindows::ResetScatter() {
   for (int system = 1; system <= kSystems; ++system) {
     if (!records_.CommSetups[system].Enabled) continue;
-    frmScatter& window = *scatters_[system];
-    const bool shown = window.Visible();
-    if (records_.ReloadWindows) window.Close();
-    if (shown) {
-      window.Show();
-    } else if (keepHidden_ && !window.Loaded()) {
-      window.LoadHidden();
-    }
+    scatters_[system]->Reset(StateOf(scatters_[system]->Visible()));
   }
 }
 
 void ChartWindows::ResetSkyplot() {
   for (int system = 1; system <= kSystems; ++system) {
-    if (!records_.SystemSetups[system][WindowFlag::Skyplot]) continue;
-    if (records_.ReloadWindows) skyplots_[system]->Close();
-    skyplots_[system]->Show();
+    if (records_.SystemSetups[system][WindowFlag::Skyplot]) {
+      skyplots_[system]->Reset(ViewState::Shown);
+    }
   }
 }
 
 void ChartWindows::OpenTimeSeries(int system) {
   for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
     if (records_.CommSetups[system].*kTimeSeriesClasses[i].analysed) {
-      timeSeries_[system][i]->ShowWindow();
+      timeSeries_[system][i]->ShowView();
     }
   }
 }
 
 void ChartWindows::OpenSNR(int system, int row) {
   OpenSkyplot(system);
-  SNROf(system, row).ShowWindow();
+  SNROf(system, row).ShowView();
 }
 
 void ChartWindows::OpenSatellite(int system, int slot) {
@@ -142,7 +126,7 @@ void ChartWindows::OpenSatellite(int system, int slot) {
   if (!window) {
     window = std::make_unique<frmTimeSeriesGSV_SVbySV>(surroundings_, system, slot);
   }
-  window->ShowWindow();
+  window->ShowView();
 }
 
 void ChartWindows::OpenAnalysed(int system) {

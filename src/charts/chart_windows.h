@@ -15,8 +15,8 @@ namespace fathomline {
 
 class ChartWindows {
  public:
-  ChartWindows(Desktop& desktop, Records& records, const Statistics& statistics, const Clock& clock,
-               SettingsStore& settings);
+  ChartWindows(const ViewSurroundings& surroundings, const Statistics& statistics,
+               const Clock& clock);
   ChartWindows(const ChartWindows&) = delete;
   ChartWindows& operator=(const ChartWindows&) = delete;
 
@@ -38,8 +38,8 @@ class ChartWindows {
   // signal-to-noise ratios opens the skyplot with it, which feeds it. Rows of constellations are
   // 1 to 5. A slot beyond the table raises OutOfRange.
   void OpenTimeSeries(int system);
-  void OpenScatter(int system) { scatters_[system]->Show(); }
-  void OpenSkyplot(int system) { skyplots_[system]->Show(); }
+  void OpenScatter(int system) { scatters_[system]->ShowView(); }
+  void OpenSkyplot(int system) { skyplots_[system]->ShowView(); }
   void OpenSNR(int system, int row);
   void OpenSatellite(int system, int slot);
   // Opens everything that the analysed sentences of the system feed.
@@ -59,15 +59,12 @@ class ChartWindows {
 
  private:
   void MakeWindows(int system);
-  // Closes the window where the session says so and opens it again, shown or hidden as it was.
-  void Reopen(ChartWindow& window, bool shown);
+  // How a window that is to be fed comes back.
+  ViewState StateOf(bool shown) const;
   void ResetSatelliteWindows(int system);
 
-  Desktop& desktop_;
   Records& records_;
-  const Statistics& statistics_;
   const Clock& clock_;
-  SettingsStore& settings_;
   bool keepHidden_ = true;
 
   ChartTables tables_;

@@ -6,10 +6,8 @@
 #include "base/format.h"
 #include "base/numbers.h"
 #include "charts/chart_colours.h"
-#include "charts/chart_window.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
-#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
@@ -77,12 +75,16 @@ void frmXYAxis::Accept() {
   Close();
 }
 
-frmScatter::frmScatter(Desktop& desktop, int system, Records& records, const Statistics& statistics,
-                       SettingsStore& settings, ScatterScales& scales, frmXYAxis& dialog)
-    : Window(desktop, {.name = "frmScatter", .index = system, .place = kPlace}),
-      records_(records),
+frmScatter::frmScatter(const ViewSurroundings& surroundings, int system,
+                       const Statistics& statistics, ScatterScales& scales, frmXYAxis& dialog)
+    : SystemView(surroundings, system,
+                 {.name = "frmScatter",
+                  .caption = "Scatter plot ",
+                  .place = kPlace,
+                  .placeKey = "Scatter",
+                  .icon = ViewIcon::OfSecondarySystems,
+                  .flag = WindowFlag::Scatter}),
       statistics_(statistics),
-      settings_(settings),
       scales_(scales) {
   points_ = &TChart1.AddSeries(
       {.title = "Fixes", .kind = SeriesKind::Points, .colour = SystemColour(system)});
@@ -106,25 +108,11 @@ frmScatter::frmScatter(Desktop& desktop, int system, Records& records, const Sta
   SetContent(TChart1);
 }
 
-void frmScatter::Load() {
-  records_.SystemSetups[Index()][WindowFlag::Scatter] = true;
-  SetCaption("Scatter plot " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(SystemIcon(Index()));
-  ResumeNext([&] { RestorePlace(*this, settings_, "Scatter", kPlace, PlainText(Index())); });
+void frmScatter::LoadView() {
   TChart1.Left().SetTitle("Northing +/- 1.0 m");
   TChart1.Bottom().SetTitle("Easting +/- 1.0 m");
   scales_[Index()].ScatterShownRange = 0.0F;
   latest_ = SentenceType::None;
-}
-
-void frmScatter::LoadHidden() {
-  OwningDesktop().Load(*this);
-  records_.SystemSetups[Index()][WindowFlag::Scatter] = false;
-}
-
-void frmScatter::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::Scatter] = false;
-  ResumeNext([&] { SavePlace(*this, settings_, "Scatter", PlainText(Index())); });
 }
 
 void frmScatter::UpdateScatter(SentenceType type) {

@@ -3,12 +3,10 @@
 #pragma once
 
 #include "analysis/statistics.h"
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/bars.h"
 #include "toolkit/chart.h"
 #include "toolkit/controls.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
@@ -44,10 +42,10 @@ class frmXYAxis : public Window {
   const frmScatter* scatter_ = nullptr;
 };
 
-class frmScatter : public Window {
+class frmScatter : public SystemView {
  public:
-  frmScatter(Desktop& desktop, int system, Records& records, const Statistics& statistics,
-             SettingsStore& settings, ScatterScales& scales, frmXYAxis& dialog);
+  frmScatter(const ViewSurroundings& surroundings, int system, const Statistics& statistics,
+             ScatterScales& scales, frmXYAxis& dialog);
 
   // Adds the fix of a sentence of that type; any type but GGA, GNS, GLL and RMC does nothing.
   void UpdateScatter(SentenceType type);
@@ -57,7 +55,6 @@ class frmScatter : public Window {
 
   // The circles that hold 68% and 95% of the fixes of the latest sentence type.
   void Refresh() override;
-  void LoadHidden();
 
   Chart TChart1{*this, "TChart1"};
   MenuItem mnuCircles{*this, "mnuCircles", "&Circles"};
@@ -65,8 +62,7 @@ class frmScatter : public Window {
   MenuItem mnuCircle95{mnuCircles, "mnuCircle95", "&95% of the fixes"};
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   // The tools of the chart.
@@ -76,9 +72,7 @@ class frmScatter : public Window {
   void ShowRange(float range);
   void Toggle(MenuItem& item, Tool circle);
 
-  Records& records_;
   const Statistics& statistics_;
-  SettingsStore& settings_;
   ScatterScales& scales_;
   Series* points_;
   SentenceType latest_ = SentenceType::None;

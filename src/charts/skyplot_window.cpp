@@ -5,11 +5,9 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
-#include "charts/chart_window.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
-#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
@@ -31,13 +29,18 @@ int GroupOf(int prn) {
 
 }  // namespace
 
-frmSkyplot::frmSkyplot(Desktop& desktop, int system, Records& records, SatelliteTable& satellites,
-                       const Clock& clock, SettingsStore& settings)
-    : Window(desktop, {.name = "frmSkyplot", .index = system, .place = kPlace}),
-      records_(records),
+frmSkyplot::frmSkyplot(const ViewSurroundings& surroundings, int system, SatelliteTable& satellites,
+                       const Clock& clock)
+    : SystemView(surroundings, system,
+                 {.name = "frmSkyplot",
+                  .caption = "Skyplot ",
+                  .captionEnd = " - GSA/GSV Numerics",
+                  .place = kPlace,
+                  .placeKey = "Skyplot",
+                  .icon = ViewIcon::OfSecondarySystems,
+                  .flag = WindowFlag::Skyplot}),
       satellites_(satellites),
-      clock_(clock),
-      settings_(settings) {
+      clock_(clock) {
   txtElMask.onLeave = [this] { return TakeElevationMask(); };
   for (int row = 1; row <= kTrackingRows; ++row) {
     lblColor(row).SetColour(kWhite);
@@ -85,22 +88,12 @@ void frmSkyplot::MakeContent() {
                                Layout::Column({key, Layout::Table(kColumns, std::move(cells))}))}));
 }
 
-void frmSkyplot::Load() {
-  records_.SystemSetups[Index()][WindowFlag::Skyplot] = true;
-  SetCaption("Skyplot " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name +
-             " - GSA/GSV Numerics");
-  SetIconColour(SystemIcon(Index()));
-  ResumeNext([&] { RestorePlace(*this, settings_, "Skyplot", kPlace, PlainText(Index())); });
+void frmSkyplot::LoadView() {
   modeDue_ = inViewDue_ = dotsDue_ = false;
   used_ = {};
   rows_ = {};
   dots_.clear();
   DrawSkyplotBackground();
-}
-
-void frmSkyplot::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::Skyplot] = false;
-  ResumeNext([&] { SavePlace(*this, settings_, "Skyplot", PlainText(Index())); });
 }
 
 void frmSkyplot::DrawSkyplotBackground() {

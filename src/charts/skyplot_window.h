@@ -9,12 +9,10 @@
 #include <vector>
 
 #include "base/clock.h"
-#include "base/settings.h"
 #include "charts/satellite_table.h"
-#include "records/records.h"
 #include "toolkit/controls.h"
 #include "toolkit/picture.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
@@ -31,10 +29,10 @@ inline constexpr std::array<UsedGroup, 5> kUsedGroups = {{{"GPS           : ", 3
                                                           {"BeiDou      : ", 149},
                                                           {"GALILEO   : ", 32767}}};
 
-class frmSkyplot : public Window {
+class frmSkyplot : public SystemView {
  public:
-  frmSkyplot(Desktop& desktop, int system, Records& records, SatelliteTable& satellites,
-             const Clock& clock, SettingsStore& settings);
+  frmSkyplot(const ViewSurroundings& surroundings, int system, SatelliteTable& satellites,
+             const Clock& clock);
 
   // Takes the latest GSA: the mode, the DOPs, and which satellites are used. All of a sentence's
   // satellites are counted under the group of the first one.
@@ -75,8 +73,7 @@ class frmSkyplot : public Window {
                                kTrackingRows,       "",         Label::Look::Swatch};
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   // What a row of the tracking table shows.
@@ -114,10 +111,8 @@ class frmSkyplot : public Window {
   void ClickRow(int row);
   TrackingRow& RowAt(int row) { return rows_[static_cast<std::size_t>(row - 1)]; }
 
-  Records& records_;
   SatelliteTable& satellites_;
   const Clock& clock_;
-  SettingsStore& settings_;
 
   // What is to be written when somebody looks: the records will have moved on by then.
   GSARecord mode_;

@@ -92,12 +92,12 @@ void frmVisibleSNRTimeSeries::Accept() {
 frmTimeSeriesSNR::frmTimeSeriesSNR(const ChartSurroundings& surroundings, int system, int row,
                                    frmVisibleSNRTimeSeries& visible, std::function<bool()> anyOther)
     : ChartWindow(
-          surroundings, system,
+          surroundings, system, {.windowIndex = kSNRWindowIndex, .charts = kSNRCharts},
           {.name = "frmTimeSeriesSNR",
            .caption = std::string(kSNRConstellationTable.at(static_cast<std::size_t>(row - 1)).name)
                           .append(" SNR Timeseries "),
-           .windowIndex = kSNRWindowIndex,
-           .charts = kSNRCharts,
+           .place = {0, 0, 3000, 6000},
+           .placeOfItsOwn = false,
            .flag = WindowFlag::TimeSeriesSNR,
            .part = row}),
       row_(row),
@@ -116,7 +116,7 @@ Chart* frmTimeSeriesSNR::ChartOf(int prn) {
 }
 
 void frmTimeSeriesSNR::Arrange_TimeSeries() {
-  const VisibleSNRRow& row = Around().records.VisibleSNR.at(static_cast<std::size_t>(row_ - 1));
+  const VisibleSNRRow& row = records_.VisibleSNR.at(static_cast<std::size_t>(row_ - 1));
   std::vector<Layout> shown;
   for (int i = 0; i < kSNRCharts; ++i) {
     TChart(i).SetVisible(row.Shown.at(static_cast<std::size_t>(i)));
@@ -129,31 +129,28 @@ void frmTimeSeriesSNR::Arrange_TimeSeries() {
       Layout::Column({Layout::Row(std::move(controls)), Layout::Table(columns, std::move(shown))}));
 }
 
-void frmTimeSeriesSNR::Load() {
-  ChartWindow::Load();
+void frmTimeSeriesSNR::LoadView() {
+  ChartWindow::LoadView();
   Arrange_TimeSeries();
 }
 
 bool frmTimeSeriesSNR::QueryUnload(CloseReason reason) {
-  if (reason != CloseReason::User || Around().records.Closing) return true;
+  if (reason != CloseReason::User || records_.Closing) return true;
   return OwningDesktop().Ask({.text = "Are you sure ? All timeseries data will be lost.",
                               .icon = BoxIcon::Question,
                               .buttons = BoxButtons::YesNo,
                               .defaultNo = true}) == Answer::Yes;
 }
 
-void frmTimeSeriesSNR::Unload() {
-  ChartWindow::Unload();
+void frmTimeSeriesSNR::UnloadView() {
   if (anyOther_()) SetFlag(true);
 }
 
 frmTimeSeriesGSV_SVbySV::frmTimeSeriesGSV_SVbySV(const ChartSurroundings& surroundings, int system,
                                                  int slot)
-    : ChartWindow(surroundings, system,
+    : ChartWindow(surroundings, system, {.windowIndex = kFirstSatelliteWindowIndex + slot},
                   {.name = "frmTimeSeriesGSV_SVbySV",
                    .caption = "PRN " + Format(slot, "00") + " Time Series ",
-                   .windowIndex = kFirstSatelliteWindowIndex + slot,
-                   .charts = 1,
                    .flag = slot <= kLastSatelliteWindow
                                ? std::optional(static_cast<WindowFlag>(
                                      static_cast<int>(WindowFlag::FirstSatellite) + slot))
@@ -168,8 +165,8 @@ frmTimeSeriesGSV_SVbySV::frmTimeSeriesGSV_SVbySV(const ChartSurroundings& surrou
   SetContent(Layout::Column({Layout::Row(std::move(row)), TChart(0)}));
 }
 
-void frmTimeSeriesGSV_SVbySV::Load() {
-  ChartWindow::Load();
+void frmTimeSeriesGSV_SVbySV::LoadView() {
+  ChartWindow::LoadView();
   elevation_ = 0;
 }
 

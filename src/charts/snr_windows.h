@@ -84,12 +84,9 @@ class frmTimeSeriesSNR : public ChartWindow {
   MenuItem mnuWindow{*this, "mnuWindow", "&Window"};
 
  protected:
-  void Load() override;
+  void LoadView() override;
   bool QueryUnload(CloseReason reason) override;
-  void Unload() override;
-  std::string PlaceKey() const override { return "TimeSeriesSNR"; }
-  std::string PlaceSuffix() const override { return {}; }
-  WindowPlace DefaultPlace() const override { return {0, 0, 3000, 6000}; }
+  void UnloadView() override;
 
  private:
   int row_;
@@ -106,7 +103,7 @@ class frmTimeSeriesGSV_SVbySV : public ChartWindow {
   Label lblEl{*this, "lblEl"};
 
  protected:
-  void Load() override;
+  void LoadView() override;
 
  private:
   std::array<SeriesFilter, 3> filters_;

@@ -27,10 +27,9 @@ double PointFigures::Deviation() const {
 frmTimeSeries::frmTimeSeries(const ChartSurroundings& surroundings, int system,
                              const TimeSeriesClass& design, GanttTable* gantt)
     : ChartWindow(surroundings, system,
-                  {.name = design.name,
+                  {.windowIndex = design.windowIndex, .charts = design.charts},
+                  {.name = std::string(design.name),
                    .caption = std::string(design.caption),
-                   .windowIndex = design.windowIndex,
-                   .charts = design.charts,
                    .flag = design.flag}),
       class_(design),
       gantt_(gantt) {
@@ -109,17 +108,16 @@ void frmTimeSeries::AddSatellites() {
   }
 }
 
-void frmTimeSeries::Load() {
-  ChartWindow::Load();
+void frmTimeSeries::LoadView() {
+  ChartWindow::LoadView();
   AddSatellites();
   figures_ = {};
   if (!chkDGPS) return;
-  chkDGPS->SetChecked(!Around().records.NotDisplayDGPS[Index()]);
+  chkDGPS->SetChecked(!records_.NotDisplayDGPS[Index()]);
   TChart(kDGPSChart).SetVisible(chkDGPS->Checked());
 }
 
-void frmTimeSeries::Unload() {
-  ChartWindow::Unload();
+void frmTimeSeries::UnloadView() {
   if (gantt_ != nullptr) gantt_->RaiseGanttReset(Index());
 }
 
@@ -129,7 +127,7 @@ void frmTimeSeries::ClickDGPS() {
     OwningDesktop().Say("No effect as long as form is maximized!");
     return;
   }
-  Around().records.NotDisplayDGPS[Index()] = !chkDGPS->Checked();
+  records_.NotDisplayDGPS[Index()] = !chkDGPS->Checked();
   TChart(kDGPSChart).SetVisible(chkDGPS->Checked());
 }
 

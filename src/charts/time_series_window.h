@@ -54,8 +54,8 @@ class frmTimeSeries : public ChartWindow {
   std::unique_ptr<Label> lblTest;
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
+  void UnloadView() override;
 
  private:
   void MakeCharts();

@@ -104,7 +104,7 @@ Program::Program(const Surroundings& surroundings)
       ais(surroundings.clock),
       targets(desktop),
       aisExtraInfo(desktop, records, targets),
-      charts(desktop, records, statistics, surroundings.clock, surroundings.settings),
+      charts({desktop, records, surroundings.settings}, statistics, surroundings.clock),
       mainWindow(desktop, records, surroundings.clock, surroundings.settings),
       offlineStatus(desktop, records, surroundings.clock),
       newWindow(desktop, records, [this](ViewKind kind, int system) { OpenView(kind, system); }),
@@ -138,18 +138,16 @@ Program::Program(const Surroundings& surroundings)
 Program::~Program() = default;
 
 void Program::MakeViews(SettingsStore& settings) {
+  const ViewSurroundings around{desktop, records, settings};
   for (int system = 1; system <= kSystems; ++system) {
-    numericsWindows[system] = std::make_unique<frmNumerics>(desktop, system, records, settings);
-    statisticsWindows[system] =
-        std::make_unique<frmStatistics>(desktop, system, records, statistics, settings);
-    statisticsSNRWindows[system] =
-        std::make_unique<frmStatisticsSNR>(desktop, system, records, statistics, settings);
+    numericsWindows[system] = std::make_unique<frmNumerics>(around, system);
+    statisticsWindows[system] = std::make_unique<frmStatistics>(around, system, statistics);
+    statisticsSNRWindows[system] = std::make_unique<frmStatisticsSNR>(around, system, statistics);
     monitorWindows[system] = std::make_unique<frmNMEA>(
-        desktop, system, records, settings, [this](int asked) { return input.TcpState(asked); });
-    aisTargetsWindows[system] = std::make_unique<frmAISTargets>(desktop, system, records, ais,
-                                                                targets, settings, aisExtraInfo);
-    arpaTargetsWindows[system] =
-        std::make_unique<frmARPATargets>(desktop, system, records, settings);
+        around, system, [this](int asked) { return input.TcpState(asked); });
+    aisTargetsWindows[system] =
+        std::make_unique<frmAISTargets>(around, system, ais, targets, aisExtraInfo);
+    arpaTargetsWindows[system] = std::make_unique<frmARPATargets>(around, system);
   }
 }
 
@@ -189,11 +187,11 @@ void Program::OpenAnalysedWindows(int system) {
 void Program::OpenView(ViewKind kind, int system) {
   switch (kind) {
     case ViewKind::Numerics:
-      numericsWindows[system]->Show();
+      numericsWindows[system]->ShowView();
       break;
     case ViewKind::Statistics:
-      statisticsWindows[system]->Show();
-      if (records.CommSetups[system].AnalyseGSV) statisticsSNRWindows[system]->Show();
+      statisticsWindows[system]->ShowView();
+      if (records.CommSetups[system].AnalyseGSV) statisticsSNRWindows[system]->ShowView();
       break;
     case ViewKind::TimeSeries:
       charts.OpenTimeSeries(system);
@@ -205,15 +203,13 @@ void Program::OpenView(ViewKind kind, int system) {
       charts.OpenSkyplot(system);
       break;
     case ViewKind::ARPATargets:
-      arpaTargetsWindows[system]->Show();
+      arpaTargetsWindows[system]->ShowView();
       break;
     case ViewKind::AISTargets:
-      aisTargetsWindows[system]->Show();
+      aisTargetsWindows[system]->ShowView();
       break;
     case ViewKind::NMEA:
-      monitorWindows[system]->Show();
-      // Saving the setup has cleared the flag of a window that is still open.
-      records.SystemSetups[system][WindowFlag::NMEA] = true;
+      monitorWindows[system]->ShowView();
       break;
     case ViewKind::SNRGPS:
     case ViewKind::SNRSBAS:

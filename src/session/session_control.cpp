@@ -98,14 +98,14 @@ void SessionControl::ResetAll() {
 }
 
 template <class SystemViews>
-void SessionControl::ReopenFlagged(WindowFlag flag, const SystemViews& views) {
+void SessionControl::ResetFlagged(WindowFlag flag, const SystemViews& views) {
   for (int system = 1; system <= kSystems; ++system) {
-    if (records_.SystemSetups[system][flag]) Reopen(*views[system]);
+    if (records_.SystemSetups[system][flag]) views[system]->Reset(ViewState::Shown);
   }
 }
 
 void SessionControl::ResetNumerics() {
-  ReopenFlagged(WindowFlag::Numerics, windows_.numerics);
+  ResetFlagged(WindowFlag::Numerics, windows_.numerics);
 }
 
 void SessionControl::ResetStatisticsAll() {
@@ -115,8 +115,8 @@ void SessionControl::ResetStatisticsAll() {
     const bool statistics = records_.SystemSetups[system][WindowFlag::Statistics];
     const bool snr = records_.SystemSetups[system][WindowFlag::StatisticsSNR] ||
                      (statistics && records_.CommSetups[system].AnalyseGSV);
-    if (statistics) Reopen(*windows_.statistics[system]);
-    if (snr) Reopen(*windows_.statisticsSNR[system]);
+    if (statistics) windows_.statistics[system]->Reset(ViewState::Shown);
+    if (snr) windows_.statisticsSNR[system]->Reset(ViewState::Shown);
   }
 }
 
@@ -130,15 +130,10 @@ void SessionControl::ResetSkyplot() {
   windows_.charts.ResetSkyplot();
 }
 void SessionControl::ResetARPA() {
-  ReopenFlagged(WindowFlag::ARPATargets, windows_.arpaTargets);
+  ResetFlagged(WindowFlag::ARPATargets, windows_.arpaTargets);
 }
 void SessionControl::ResetAIS() {
-  ReopenFlagged(WindowFlag::AISTargets, windows_.aisTargets);
-}
-
-void SessionControl::Reopen(Window& window) {
-  if (records_.ReloadWindows) window.Close();
-  window.Show();
+  ResetFlagged(WindowFlag::AISTargets, windows_.aisTargets);
 }
 
 }  // namespace fathomline

@@ -75,10 +75,8 @@ class SessionControl : public SessionReset {
   bool Sure();
   void Pause();
   void ToggleLog();
-  // A view is reset by closing and opening it again.
-  void Reopen(Window& window);
   template <class SystemViews>
-  void ReopenFlagged(WindowFlag flag, const SystemViews& views);
+  void ResetFlagged(WindowFlag flag, const SystemViews& views);
 
   Records& records_;
   Statistics& statistics_;

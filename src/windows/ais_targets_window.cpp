@@ -9,14 +9,12 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "toolkit/window_places.h"
 #include "windows/target_texts.h"
 
 namespace fathomline {
 namespace {
 
 constexpr WindowPlace kDefaultPlace{0, 0, 15900, 7500};
-constexpr std::string_view kPlacePrefix = "AISTargets";
 // The extended window opens so far below the list's upper edge.
 constexpr int kExtraInfoBelow = 4000;
 
@@ -95,15 +93,18 @@ std::string DescriptionText(const AISApplicationData& message) {
 
 }  // namespace
 
-frmAISTargets::frmAISTargets(Desktop& desktop, int system, Records& records,
+frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
                              const AISDecoder& decoder, const AISStore& store,
-                             SettingsStore& settings, frmAISExtraInfo& extraInfo)
-    : Window(desktop, {.name = "frmAISTargets", .index = system, .place = kDefaultPlace}),
+                             frmAISExtraInfo& extraInfo)
+    : SystemView(surroundings, system,
+                 {.name = "frmAISTargets",
+                  .caption = "AIS Targets ",
+                  .place = kDefaultPlace,
+                  .placeKey = "AISTargets",
+                  .flag = WindowFlag::AISTargets}),
       fgAISTargets(*this, "fgAISTargets", 1, static_cast<int>(kColumns.size()), {1, 0}),
-      records_(records),
       decoder_(decoder),
       store_(store),
-      settings_(settings),
       extraInfo_(extraInfo) {
   int column = 0;
   for (const ListColumn& design : kColumns) {
@@ -121,21 +122,11 @@ frmAISTargets::frmAISTargets(Desktop& desktop, int system, Records& records,
   };
 }
 
-void frmAISTargets::Load() {
-  records_.SystemSetups[Index()][WindowFlag::AISTargets] = true;
-  SetCaption("AIS Targets " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  ResumeNext(
-      [&] { RestorePlace(*this, settings_, kPlacePrefix, kDefaultPlace, PlainText(Index())); });
-
+void frmAISTargets::LoadView() {
   const int count = store_.AISTargetCount(Index());
   fgAISTargets.SetRows(count + 1);
   due_.fill(0);
   std::fill_n(due_.begin() + 1, count, kAllColumns);
-}
-
-void frmAISTargets::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::AISTargets] = false;
-  ResumeNext([&] { SavePlace(*this, settings_, kPlacePrefix, PlainText(Index())); });
 }
 
 void frmAISTargets::UpdateAISTargets(SentenceType type) {

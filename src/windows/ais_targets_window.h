@@ -9,19 +9,17 @@
 
 #include "ais/ais_decoder.h"
 #include "ais/target_store.h"
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 #include "windows/ais_extra_info.h"
 
 namespace fathomline {
 
-class frmAISTargets : public Window {
+class frmAISTargets : public SystemView {
  public:
-  frmAISTargets(Desktop& desktop, int system, Records& records, const AISDecoder& decoder,
-                const AISStore& store, SettingsStore& settings, frmAISExtraInfo& extraInfo);
+  frmAISTargets(const ViewSurroundings& surroundings, int system, const AISDecoder& decoder,
+                const AISStore& store, frmAISExtraInfo& extraInfo);
 
   // A sentence of the type has been stored. Notes which cells of its station's row are due; they
   // are written from the store when somebody looks.
@@ -36,8 +34,7 @@ class frmAISTargets : public Window {
   Label lblDescription{*this, "lblDescription", "n/a"};
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   void WriteRow(int row, std::uint16_t columns);
@@ -45,10 +42,8 @@ class frmAISTargets : public Window {
   void Search();
   int FirstMatch(const std::string& typed) const;
 
-  Records& records_;
   const AISDecoder& decoder_;
   const AISStore& store_;
-  SettingsStore& settings_;
   frmAISExtraInfo& extraInfo_;
   // The columns of each row that are to be written, a bit each. Until they are, a station's values
   // change only with messages that make the same columns due, so late texts are the right ones.

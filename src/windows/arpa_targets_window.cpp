@@ -8,13 +8,11 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "decoding/coordinate_text.h"
-#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
 
 constexpr WindowPlace kDefaultPlace{0, 0, 15300, 5500};
-constexpr std::string_view kPlacePrefix = "ARPATargets";
 
 // The number of rows is a 16-bit integer, and it is the target number and two.
 constexpr int kHighestTarget = std::numeric_limits<std::int16_t>::max() - 2;
@@ -67,12 +65,14 @@ constexpr std::array<ListColumn, 15> kColumns = {{
 
 }  // namespace
 
-frmARPATargets::frmARPATargets(Desktop& desktop, int system, Records& records,
-                               SettingsStore& settings)
-    : Window(desktop, {.name = "frmARPATargets", .index = system, .place = kDefaultPlace}),
-      fgARPATargets(*this, "fgARPATargets", 1, static_cast<int>(kColumns.size()), {1, 0}),
-      records_(records),
-      settings_(settings) {
+frmARPATargets::frmARPATargets(const ViewSurroundings& surroundings, int system)
+    : SystemView(surroundings, system,
+                 {.name = "frmARPATargets",
+                  .caption = "ARPA Targets ",
+                  .place = kDefaultPlace,
+                  .placeKey = "ARPATargets",
+                  .flag = WindowFlag::ARPATargets}),
+      fgARPATargets(*this, "fgARPATargets", 1, static_cast<int>(kColumns.size()), {1, 0}) {
   int column = 0;
   for (const ListColumn& design : kColumns) {
     fgARPATargets.Set(0, column, design.heading);
@@ -82,18 +82,9 @@ frmARPATargets::frmARPATargets(Desktop& desktop, int system, Records& records,
   SetContent(fgARPATargets);
 }
 
-void frmARPATargets::Load() {
-  records_.SystemSetups[Index()][WindowFlag::ARPATargets] = true;
-  SetCaption("ARPA Targets " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  ResumeNext(
-      [&] { RestorePlace(*this, settings_, kPlacePrefix, kDefaultPlace, PlainText(Index())); });
+void frmARPATargets::LoadView() {
   targets_.clear();
   dueRows_.clear();
-}
-
-void frmARPATargets::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::ARPATargets] = false;
-  ResumeNext([&] { SavePlace(*this, settings_, kPlacePrefix, PlainText(Index())); });
 }
 
 void frmARPATargets::UpdateARPATargets(SentenceType type) {

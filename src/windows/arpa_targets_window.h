@@ -6,10 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/grid.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
@@ -21,9 +19,9 @@ struct ARPATarget {
   bool due = true;
 };
 
-class frmARPATargets : public Window {
+class frmARPATargets : public SystemView {
  public:
-  frmARPATargets(Desktop& desktop, int system, Records& records, SettingsStore& settings);
+  frmARPATargets(const ViewSurroundings& surroundings, int system);
 
   // A sentence of the type has been decoded. Keeps a copy, since the next one overwrites the
   // record; the texts are written when somebody looks. Raises OutOfRange for a target number
@@ -35,12 +33,9 @@ class frmARPATargets : public Window {
   Grid fgARPATargets;
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
-  Records& records_;
-  SettingsStore& settings_;
   std::map<int, ARPATarget> targets_;  // by row
   std::vector<int> dueRows_;
 };

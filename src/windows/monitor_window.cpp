@@ -8,7 +8,6 @@
 #include "base/text.h"
 #include "decoding/checksum.h"
 #include "toolkit/desktop.h"
-#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
@@ -46,11 +45,16 @@ void Count(std::int32_t& counter) {
 
 }  // namespace
 
-frmNMEA::frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& settings,
+frmNMEA::frmNMEA(const ViewSurroundings& surroundings, int system,
                  std::function<LinkState(int)> tcpState)
-    : Window(desktop, {.name = "frmNMEA", .index = system, .place = kDefaultPlace}),
-      records_(records),
-      settings_(settings),
+    : SystemView(surroundings, system,
+                 {.name = "frmNMEA",
+                  .caption = "NMEA Monitor ",
+                  .place = kDefaultPlace,
+                  .placeKey = "Monitor",
+                  .placeOfItsOwn = false,
+                  .icon = ViewIcon::OfEverySystem,
+                  .flag = WindowFlag::NMEA}),
       tcpState_(std::move(tcpState)) {
   txtNMEA.SetReadOnly(true);
   txtNMEA.SetTag("0");
@@ -71,18 +75,9 @@ frmNMEA::frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& 
        StatusBar1}));
 }
 
-void frmNMEA::Load() {
-  records_.SystemSetups[Index()][WindowFlag::NMEA] = true;
+void frmNMEA::LoadView() {
   inputDue_ = false;
-  SetCaption("NMEA Monitor " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(SystemColour(Index()));
-  RestorePlace(*this, settings_, "Monitor", kDefaultPlace);
   LayOutStatusBar();
-}
-
-void frmNMEA::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::NMEA] = false;
-  SavePlace(*this, settings_, "Monitor");
 }
 
 // Runs when the window is first shown, which is no bringing forward.
@@ -97,7 +92,7 @@ void frmNMEA::ShowLink() {
 }
 
 void frmNMEA::LayOutStatusBar() {
-  const CommSetup& setup = records_.CommSetups[Index()];
+  const CommSetup& setup = Setup();
   shownOffline_ = records_.Offline();
   lblInputBuffer1.SetText(shownOffline_ ? "File inputbuffer :" : "COM-port inputbuffer :");
   if (shownOffline_) {
@@ -125,7 +120,7 @@ void frmNMEA::ShowState() {
   for (const StateText& row : kStateTexts) {
     if (row.state != state) continue;
     std::string text(row.text);
-    if (row.withHost) text += records_.CommSetups[Index()].IPAddress;
+    if (row.withHost) text += Setup().IPAddress;
     StatusBar1.SetPanelText(kStatePanel, text);
     timer_State.SetInterval(row.interval);
   }
@@ -201,7 +196,7 @@ void frmNMEA::Refresh() {
   lblCheckSumOK.SetText(PlainText(counters_.MonitorChecksumOK));
   lblCheckSumError.SetText(PlainText(counters_.MonitorChecksumError));
   if (std::exchange(seenFrontOrder_, FrontOrder()) != FrontOrder()) {
-    records_.SystemSetups[Index()][WindowFlag::NMEA] = true;
+    SetFlag(true);
   }
 }
 

@@ -7,20 +7,18 @@
 #include <string>
 #include <string_view>
 
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/bars.h"
 #include "toolkit/controls.h"
 #include "toolkit/links.h"
 #include "toolkit/timer.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
-class frmNMEA : public Window {
+class frmNMEA : public SystemView {
  public:
   // `tcpState` asks the system's TCP link.
-  frmNMEA(Desktop& desktop, int system, Records& records, SettingsStore& settings,
+  frmNMEA(const ViewSurroundings& surroundings, int system,
           std::function<LinkState(int system)> tcpState);
 
   // One received line, with its line ending if it came from a live source. Counts it whether or
@@ -51,8 +49,7 @@ class frmNMEA : public Window {
   Timer timer_State{*this, "timer_State", 200};
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
   void Resize() override;
 
  private:
@@ -73,8 +70,6 @@ class frmNMEA : public Window {
   void ShowState();
   bool Frozen() const;
 
-  Records& records_;
-  SettingsStore& settings_;
   std::function<LinkState(int)> tcpState_;
   Counters counters_;
   std::string input_;

@@ -3,9 +3,6 @@
 #include <string>
 #include <utility>
 
-#include "base/numbers.h"
-#include "toolkit/window_places.h"
-
 namespace fathomline {
 namespace {
 
@@ -60,10 +57,15 @@ std::deque<frmNumerics::SentenceFrame> frmNumerics::MakeFrames(Window& window) {
   return frames;
 }
 
-frmNumerics::frmNumerics(Desktop& desktop, int system, Records& records, SettingsStore& settings)
-    : Window(desktop, {.name = "frmNumerics", .index = system, .place = kDefaultPlace}),
-      records_(records),
-      settings_(settings) {
+frmNumerics::frmNumerics(const ViewSurroundings& surroundings, int system)
+    : SystemView(surroundings, system,
+                 {.name = "frmNumerics",
+                  .caption = "Numerics ",
+                  .place = kDefaultPlace,
+                  .placeKey = "Numerics",
+                  .placeOfItsOwn = false,
+                  .icon = ViewIcon::OfEverySystem,
+                  .flag = WindowFlag::Numerics}) {
   std::vector<Layout> rows;
   for (SentenceFrame& frame : frames_) {
     Layout content = frame.grid.empty() ? Layout(frame.label.front()) : Layout(frame.grid.front());
@@ -72,23 +74,10 @@ frmNumerics::frmNumerics(Desktop& desktop, int system, Records& records, Setting
   SetContent(Layout::Column(std::move(rows)));
 }
 
-void frmNumerics::Load() {
-  records_.SystemSetups[Index()][WindowFlag::Numerics] = true;
-  SetCaption("Numerics " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(SystemColour(Index()));
-  RestorePlace(*this, settings_, "Numerics", kDefaultPlace);
-  LayOutFrames();
-}
-
-void frmNumerics::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::Numerics] = false;
-  SavePlace(*this, settings_, "Numerics");
-}
-
-void frmNumerics::LayOutFrames() {
+void frmNumerics::LoadView() {
   for (SentenceFrame& frame : frames_) {
     frame.due = false;
-    frame.frame.SetVisible(records_.CommSetups[Index()].Analyses(frame.design.type));
+    frame.frame.SetVisible(Setup().Analyses(frame.design.type));
     if (frame.grid.empty()) continue;
     Grid& grid = frame.grid.front();
     grid.Set(0, 1, "Current value");
@@ -117,7 +106,7 @@ void frmNumerics::UpdateNumerics(SentenceType type) {
   for (const Source& source : kSources) {
     if (source.type != type) continue;
     SentenceFrame* const frame = Find(type);
-    if (frame == nullptr || !records_.CommSetups[Index()].Analyses(type)) return;
+    if (frame == nullptr || !Setup().Analyses(type)) return;
     source.copy(records_.Messages[Index()], frame->latest);
     frame->due = true;
     return;

@@ -3,19 +3,17 @@
 
 #include <deque>
 
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 #include "windows/numerics_grids.h"
 #include "windows/numerics_values.h"
 
 namespace fathomline {
 
-class frmNumerics : public Window {
+class frmNumerics : public SystemView {
  public:
-  frmNumerics(Desktop& desktop, int system, Records& records, SettingsStore& settings);
+  frmNumerics(const ViewSurroundings& surroundings, int system);
 
   // A sentence of the type has been decoded. Keeps a copy, since the next sentence overwrites the
   // record; the texts are written when somebody looks.
@@ -27,8 +25,7 @@ class frmNumerics : public Window {
   Grid& GridOf(SentenceType type);
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   struct SentenceFrame {
@@ -42,11 +39,8 @@ class frmNumerics : public Window {
   };
 
   static std::deque<SentenceFrame> MakeFrames(Window& window);
-  void LayOutFrames();
   SentenceFrame* Find(SentenceType type);
 
-  Records& records_;
-  SettingsStore& settings_;
   std::deque<SentenceFrame> frames_ = MakeFrames(*this);
 };
 

@@ -6,8 +6,6 @@
 #include <vector>
 
 #include "base/format.h"
-#include "base/numbers.h"
-#include "toolkit/window_places.h"
 #include "windows/statistics_columns.h"
 
 namespace fathomline {
@@ -49,12 +47,17 @@ std::deque<frmStatisticsSNR::ConstellationGrid> frmStatisticsSNR::MakeGrids(Fram
   return grids;
 }
 
-frmStatisticsSNR::frmStatisticsSNR(Desktop& desktop, int system, Records& records,
-                                   const Statistics& statistics, SettingsStore& settings)
-    : Window(desktop, {.name = "frmStatisticsSNR", .index = system, .place = kDefaultPlace}),
-      records_(records),
-      statistics_(statistics),
-      settings_(settings) {
+frmStatisticsSNR::frmStatisticsSNR(const ViewSurroundings& surroundings, int system,
+                                   const Statistics& statistics)
+    : SystemView(surroundings, system,
+                 {.name = "frmStatisticsSNR",
+                  .caption = "Statistics SNR ",
+                  .place = kDefaultPlace,
+                  .placeKey = "StatisticsSNR",
+                  .placeOfItsOwn = false,
+                  .icon = ViewIcon::OfEverySystem,
+                  .flag = WindowFlag::StatisticsSNR}),
+      statistics_(statistics) {
   std::vector<Layout> rows;
   for (ConstellationGrid& grid : grids_) rows.push_back(Layout::Box(grid.frame, grid.grid));
   SetContent(Layout::Box(frameMain, Layout::Column(std::move(rows))));
@@ -65,19 +68,10 @@ Grid& frmStatisticsSNR::GridOf(std::size_t constellation) {
   return grids_[constellation].grid;
 }
 
-void frmStatisticsSNR::Load() {
-  records_.SystemSetups[Index()][WindowFlag::StatisticsSNR] = true;
-  SetCaption("Statistics SNR " + PlainText(Index()) + " - " + records_.CommSetups[Index()].Name);
-  SetIconColour(SystemColour(Index()));
-  RestorePlace(*this, settings_, "StatisticsSNR", kDefaultPlace);
+void frmStatisticsSNR::LoadView() {
   due_ = false;
   for (ConstellationGrid& grid : grids_) LayOutGrid(grid);
   if (records_.Offline()) UpdateStatisticsView(SentenceType::GSV);
-}
-
-void frmStatisticsSNR::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::StatisticsSNR] = false;
-  SavePlace(*this, settings_, "StatisticsSNR");
 }
 
 void frmStatisticsSNR::LayOutGrid(ConstellationGrid& grid) {
@@ -95,7 +89,7 @@ void frmStatisticsSNR::LayOutGrid(ConstellationGrid& grid) {
 }
 
 void frmStatisticsSNR::UpdateStatisticsView(SentenceType type) {
-  if (type == SentenceType::GSV && records_.CommSetups[Index()].AnalyseGSV) due_ = true;
+  if (type == SentenceType::GSV && Setup().AnalyseGSV) due_ = true;
 }
 
 void frmStatisticsSNR::Refresh() {

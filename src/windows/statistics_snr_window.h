@@ -6,18 +6,15 @@
 #include <deque>
 
 #include "analysis/statistics.h"
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 
-class frmStatisticsSNR : public Window {
+class frmStatisticsSNR : public SystemView {
  public:
-  frmStatisticsSNR(Desktop& desktop, int system, Records& records, const Statistics& statistics,
-                   SettingsStore& settings);
+  frmStatisticsSNR(const ViewSurroundings& surroundings, int system, const Statistics& statistics);
 
   // Notes what is to be shown of a GSV; any other type does nothing.
   void UpdateStatisticsView(SentenceType type);
@@ -31,8 +28,7 @@ class frmStatisticsSNR : public Window {
   Grid& GridOf(std::size_t constellation);
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   struct Constellation;
@@ -48,9 +44,7 @@ class frmStatisticsSNR : public Window {
   static std::deque<ConstellationGrid> MakeGrids(Frame& parent);
   static void LayOutGrid(ConstellationGrid& grid);
 
-  Records& records_;
   const Statistics& statistics_;
-  SettingsStore& settings_;
   std::deque<ConstellationGrid> grids_ = MakeGrids(frameMain);
   bool due_ = false;
 };

@@ -7,7 +7,6 @@
 #include "base/numbers.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
-#include "toolkit/window_places.h"
 #include "windows/statistics_columns.h"
 
 namespace fathomline {
@@ -47,12 +46,17 @@ std::deque<frmStatistics::SentenceGrid> frmStatistics::MakeGrids(Window& window)
   return grids;
 }
 
-frmStatistics::frmStatistics(Desktop& desktop, int system, Records& records,
-                             const Statistics& statistics, SettingsStore& settings)
-    : Window(desktop, {.name = "frmStatistics", .index = system, .place = kDefaultPlace}),
-      records_(records),
-      statistics_(statistics),
-      settings_(settings) {
+frmStatistics::frmStatistics(const ViewSurroundings& surroundings, int system,
+                             const Statistics& statistics)
+    : SystemView(surroundings, system,
+                 {.name = "frmStatistics",
+                  .caption = "Statistics ",
+                  .place = kDefaultPlace,
+                  .placeKey = "Statistics",
+                  .placeOfItsOwn = false,
+                  .icon = ViewIcon::OfEverySystem,
+                  .flag = WindowFlag::Statistics}),
+      statistics_(statistics) {
   std::vector<Layout> rows;
   rows.push_back(Layout::Row(
       {Layout::Box(frameRefPos,
@@ -79,20 +83,14 @@ frmStatistics::frmStatistics(Desktop& desktop, int system, Records& records,
   SetContent(Layout::Column(std::move(rows)));
 }
 
-void frmStatistics::Load() {
-  const CommSetup& setup = records_.CommSetups[Index()];
-  records_.SystemSetups[Index()][WindowFlag::Statistics] = true;
-  SetCaption("Statistics " + PlainText(Index()) + " - " + setup.Name);
-  SetIconColour(SystemColour(Index()));
-  ResumeNext([&] { RestorePlace(*this, settings_, "Statistics", kDefaultPlace); });
-
+void frmStatistics::LoadView() {
   positionWritten_ = attitudeWritten_ = positionDue_ = attitudeDue_ = averagesDue_ = false;
   timesOf_ = SentenceType::None;
   for (SentenceGrid& grid : grids_) {
     grid.due = false;
-    grid.frame.SetVisible(setup.Analyses(grid.design.type));
+    grid.frame.SetVisible(Setup().Analyses(grid.design.type));
   }
-  frameGSV_GPS.SetVisible(setup.AnalyseGSV);
+  frameGSV_GPS.SetVisible(Setup().AnalyseGSV);
   WriteCaptions();
 
   const std::int16_t used = records_.References[Index()].ReferenceUsed;
@@ -111,11 +109,6 @@ void frmStatistics::Load() {
 
   if (!records_.Offline()) return;
   for (const std::string_view type : kTypesOnOpening) UpdateStatisticsView(SentenceTypeOf(type));
-}
-
-void frmStatistics::Unload() {
-  records_.SystemSetups[Index()][WindowFlag::Statistics] = false;
-  ResumeNext([&] { SavePlace(*this, settings_, "Statistics"); });
 }
 
 void frmStatistics::WriteCaptions() {

@@ -6,20 +6,17 @@
 #include <string_view>
 
 #include "analysis/statistics.h"
-#include "base/settings.h"
-#include "records/records.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
-#include "toolkit/window.h"
+#include "views/system_view.h"
 #include "windows/statistics_columns.h"
 #include "windows/statistics_grids.h"
 
 namespace fathomline {
 
-class frmStatistics : public Window {
+class frmStatistics : public SystemView {
  public:
-  frmStatistics(Desktop& desktop, int system, Records& records, const Statistics& statistics,
-                SettingsStore& settings);
+  frmStatistics(const ViewSurroundings& surroundings, int system, const Statistics& statistics);
 
   // A sentence of the type has been taken into the figures. Notes what is to be shown; the texts
   // are written when somebody looks.
@@ -63,8 +60,7 @@ class frmStatistics : public Window {
   Grid& GridOf(SentenceType type);
 
  protected:
-  void Load() override;
-  void Unload() override;
+  void LoadView() override;
 
  private:
   struct SentenceGrid {
@@ -86,9 +82,7 @@ class frmStatistics : public Window {
   void WriteGrid(SentenceGrid& grid);
   std::string Coordinate(double radians, std::string_view type) const;
 
-  Records& records_;
   const Statistics& statistics_;
-  SettingsStore& settings_;
   std::deque<SentenceGrid> grids_ = MakeGrids(*this);
 
  public:

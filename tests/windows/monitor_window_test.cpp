@@ -131,7 +131,7 @@ TEST_F(Monitor, AsksAStableTcpLinkSeldomAndAChangingOneOften) {
   records.CommSetups[2].TCPPort = 8040;
   SettingsStore settings;
   LinkState state = LinkState::Open;
-  frmNMEA second(desktop, 2, records, settings, [&state](int) { return state; });
+  frmNMEA second({desktop, records, settings}, 2, [&state](int) { return state; });
   window = &second;
   second.Show();
   EXPECT_EQ(Panels(), "|TCP/IP|IP :host|Port :8040|");
