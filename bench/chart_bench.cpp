@@ -138,8 +138,8 @@ int main(int argc, char** argv) {
   SettingsStore settings;
   QtFace face;
   Program program({face, clock, settings, [] {}});
-  program.records.SetDefaultSetup();
-  frmTimeSeries& window = program.charts.TimeSeriesOf(1, SentenceType::GGA);
+  program.engine.records.SetDefaultSetup();
+  frmTimeSeries& window = program.windows.charts.TimeSeriesOf(1, SentenceType::GGA);
   Bench bench(face, window);
 
   bench.Fill(window.TChart(0), 0, points);
@@ -162,8 +162,8 @@ int main(int argc, char** argv) {
   Print("all eleven series of four charts", bench.Repaint(all));
   Print("read-out of three lines", bench.Hover(window.TChart(0)));
 
-  Chart& scatter = program.charts.ScatterOf(1).TChart1;
-  program.charts.ScatterOf(1).Show();
+  Chart& scatter = program.windows.charts.ScatterOf(1).TChart1;
+  program.windows.charts.ScatterOf(1).Show();
   for (int i = 0; i < 10; ++i) face.Turn();
   for (Axis* const axis : {&scatter.Left(), &scatter.Bottom()}) {
     axis->SetMinimum(-5.0);
@@ -176,6 +176,6 @@ int main(int argc, char** argv) {
   }
   Print("scatter", bench.Repaint({&scatter}));
   Print("read-out of the scatter", bench.Hover(scatter));
-  program.records.Closing = true;
+  program.engine.records.Closing = true;
   return 0;
 }

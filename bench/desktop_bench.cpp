@@ -56,7 +56,7 @@ bool AllDrawn(const Program& program, const QtFace& face) {
 void OpenUsualWindows(Program& program) {
   for (const ViewKind kind :
        {ViewKind::Statistics, ViewKind::Numerics, ViewKind::Scatter, ViewKind::Skyplot}) {
-    program.OpenView(kind, 1);
+    program.windows.OpenView(kind, 1);
   }
   for (Window* const window : program.desktop.Windows()) {
     if (window->Name() == "frmTimeSeriesGGA" && window->Index() == 1) window->Show();
@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
   SettingsStore settings;
   QtFace face;
   Program program({face, clock, settings, [] {}});
-  Records& records = program.records;
+  Records& records = program.engine.records;
   const std::string folder =
       (std::filesystem::temp_directory_path() / "fathomline-bench-desktop/").string();
   std::filesystem::create_directories(folder);
@@ -95,11 +95,11 @@ int main(int argc, char** argv) {
   }
   records.CoordinateDecimals = 4;
   WriteSetupFile(folder + "Fathomline.ini", records);
-  if (!program.startUp.Start({.programFolder = folder})) return 1;
+  if (!program.session.startUp.Start({.programFolder = folder})) return 1;
 
   if (windows == "all") {
-    program.OpenAnalysedWindows(1);
-    program.OpenView(ViewKind::NMEA, 1);
+    program.windows.OpenAnalysed(1);
+    program.windows.OpenView(ViewKind::NMEA, 1);
   } else {
     OpenUsualWindows(program);
   }
@@ -108,7 +108,7 @@ int main(int argc, char** argv) {
   std::printf("opened in %.3f s, longest turn %.1f ms\n", opening.seconds, opening.longestTurn);
 
   const std::int32_t before = records.SentenceCount;
-  program.mainWindow.tbOffline.Click("PLAY");
+  program.windows.main.tbOffline.Click("PLAY");
   const Run replay = RunUntil(program, [&] { return !records.OfflineRunning; });
   const std::int32_t lines = records.SentenceCount - before;
   std::printf("%d lines in %.3f s, %.0f lines/s, longest turn %.1f ms\n", lines, replay.seconds,

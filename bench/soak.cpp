@@ -97,19 +97,19 @@ class Soak {
     WriteSetupFile();
     StartOptions options;
     options.programFolder = folder_.Path();
-    if (!program_.startUp.Start(options)) return 1;
+    if (!program_.session.startUp.Start(options)) return 1;
     for (int system = 1; system <= kSystems; ++system) {
-      program_.OpenView(ViewKind::Numerics, system);
-      program_.OpenView(ViewKind::Statistics, system);
-      if (charts_) program_.OpenView(ViewKind::TimeSeries, system);
+      program_.windows.OpenView(ViewKind::Numerics, system);
+      program_.windows.OpenView(ViewKind::Statistics, system);
+      if (charts_) program_.windows.OpenView(ViewKind::TimeSeries, system);
     }
-    program_.OpenView(ViewKind::NMEA, 3);
+    program_.windows.OpenView(ViewKind::NMEA, 3);
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, [this] { Look(); });
     look.start(kLookInterval);
     looked_ = started_ = reported_ = SteadyClock::now();
-    program_.session.Press("LOG");
-    if (!program_.records.CommSetups[kUdpSystem].Enabled) return 1;
+    program_.session.control.Press("LOG");
+    if (!program_.engine.records.CommSetups[kUdpSystem].Enabled) return 1;
     StartSimulator(kUdpSystem, {"--udp", QString::number(udpPort_)});
     program_.desktop.RunUntil([this] { return done_; });
     look.stop();
@@ -185,7 +185,7 @@ class Soak {
     const bool running = std::any_of(simulators_.begin(), simulators_.end(), [](const QProcess& p) {
       return p.state() != QProcess::NotRunning;
     });
-    const std::int32_t count = program_.records.SentenceCount;
+    const std::int32_t count = program_.engine.records.SentenceCount;
     if (running || std::exchange(count_, count) != count) quietSince_ = now;
     if (now - quietSince_ >= std::chrono::seconds(2)) done_ = true;
   }
@@ -210,7 +210,7 @@ class Soak {
     const long memory = MemoryUse("VmRSS:");
     memory_.push_back(memory);
     std::printf("%5.0f s  %9d lines  %7ld kB  %8d chart points  longest turn %.0f ms\n",
-                passed.count(), program_.records.SentenceCount, memory, ChartPoints(),
+                passed.count(), program_.engine.records.SentenceCount, memory, ChartPoints(),
                 longestTurn_.count());
     std::fflush(stdout);
   }
@@ -219,7 +219,7 @@ class Soak {
     Tell(SteadyClock::now());
     bool complete = true;
     for (int system = 1; system <= kSystems; ++system) {
-      const std::string& log = program_.records.LogFileName[system];
+      const std::string& log = program_.engine.records.LogFileName[system];
       const Comparison result =
           Compare(Lines(CopyPath(system)), Lines(folder_.Path() + "log/" + log));
       std::printf("%-8s sent %zu, received %zu, lost %zu (at the end %zu), never sent %zu\n",
@@ -229,7 +229,7 @@ class Soak {
     }
     std::printf("memory: first %ld kB, last %ld kB, peak %ld kB; error log entries: %d\n",
                 memory_.front(), memory_.back(), MemoryUse("VmHWM:"),
-                static_cast<int>(program_.records.ErrorCount));
+                static_cast<int>(program_.engine.records.ErrorCount));
     std::fflush(stdout);
     return complete ? 0 : 1;
   }

@@ -30,7 +30,7 @@ struct Bench {
   SettingsStore settings;
   BatchFace face{[](const MessageBox&) {}};
   Program program{{face, clock, settings, [] {}}};
-  Records& records = program.records;
+  Records& records = program.engine.records;
 
   Bench() {
     program.UseProgramFolder(
@@ -80,7 +80,7 @@ BENCHMARK(DecodeVTG);
 
 void Gate(benchmark::State& state, std::string_view line) {
   Bench bench;
-  for (auto _ : state) bench.program.pipeline.ProcessSentence(1, line);
+  for (auto _ : state) bench.program.engine.pipeline.ProcessSentence(1, line);
   state.SetItemsProcessed(state.iterations());
 }
 BENCHMARK_CAPTURE(Gate, dropped, "$IIMTW,16.8,C*1C");
@@ -134,10 +134,10 @@ const std::string& Voyage() {
 void Replay(benchmark::State& state) {
   Bench bench;
   bench.records.CommSetups[1].OfflineFile = Voyage();
-  if (state.range(0) != 0) bench.program.OpenAnalysedWindows(1);
+  if (state.range(0) != 0) bench.program.windows.OpenAnalysed(1);
   const std::int32_t before = bench.records.SentenceCount;
   for (auto _ : state) {
-    bench.program.replay.Press("PLAY");
+    bench.program.session.replay.Press("PLAY");
     bench.program.desktop.RunUntil([&] { return !bench.records.OfflineRunning; });
   }
   state.SetItemsProcessed(bench.records.SentenceCount - before);

@@ -55,7 +55,7 @@ std::vector<std::string> Reports() {
 }
 
 void SetUp(Program& program) {
-  Records& records = program.records;
+  Records& records = program.engine.records;
   const std::string folder =
       (std::filesystem::temp_directory_path() / "fathomline-bench-target-list/").string();
   std::filesystem::create_directories(folder);
@@ -65,7 +65,7 @@ void SetUp(Program& program) {
   records.MessagesToAnalyse[1][0] = "VDM";
   records.CoordinateDecimals = 4;
   WriteSetupFile(folder + "Fathomline.ini", records);
-  if (!program.startUp.Start({.programFolder = folder})) std::exit(1);
+  if (!program.session.startUp.Start({.programFolder = folder})) std::exit(1);
 }
 
 }  // namespace
@@ -80,13 +80,13 @@ int main(int argc, char** argv) {
   QtFace face;
   Program program({face, clock, settings, [] {}});
   SetUp(program);
-  program.OpenView(ViewKind::AISTargets, 1);
+  program.windows.OpenView(ViewKind::AISTargets, 1);
   const std::vector<std::string> reports = Reports();
-  for (const std::string& report : reports) program.pipeline.ProcessSentence(1, report);
+  for (const std::string& report : reports) program.engine.pipeline.ProcessSentence(1, report);
   for (int i = 0; i < 20; ++i) face.Turn();
   face.Draw();
 
-  frmAISTargets& list = *program.aisTargetsWindows[1];
+  frmAISTargets& list = *program.windows.aisTargets[1];
   auto* const table = qobject_cast<QTableView*>(face.WidgetOf(list.fgAISTargets));
   if (table == nullptr) return 1;
   table->selectRow(kSelectedRow);
@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
     const auto due = static_cast<std::size_t>(Seconds(SteadyClock::now() - begin) * rate);
     const auto turn = SteadyClock::now();
     for (; sent < due; ++sent) {
-      program.pipeline.ProcessSentence(1, reports[sent % reports.size()]);
+      program.engine.pipeline.ProcessSentence(1, reports[sent % reports.size()]);
     }
     face.Turn();
     turns.push_back(Seconds(SteadyClock::now() - turn) * 1000.0);
@@ -120,6 +120,6 @@ int main(int argc, char** argv) {
               share(0.5), share(0.99), share(1.0));
   std::printf("selected row %d of %d, scrolled to %d of %d\n", table->currentIndex().row(),
               kSelectedRow, table->verticalScrollBar()->value(), scrolled);
-  program.records.Closing = true;
+  program.engine.records.Closing = true;
   return 0;
 }

@@ -45,13 +45,13 @@ struct Session {
     const std::string folder =
         (std::filesystem::temp_directory_path() / "fathomline-replay-fuzz").string();
     program.UseProgramFolder(folder);
-    Records& records = program.records;
+    Records& records = program.engine.records;
     records.SetDefaultSetup();
     records.Mode = kOffline;
     records.ReloadWindows = true;
     records.CommSetups[1].Enabled = true;
     for (const AnalyseFlag& row : kAnalyseFlags) records.CommSetups[1].*row.flag = true;
-    program.OpenAnalysedWindows(1);
+    program.windows.OpenAnalysed(1);
   }
 };
 
@@ -60,12 +60,12 @@ struct Session {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // One program for all inputs: a session after the other is how it is used.
   static Session* const session = new Session;
-  Records& records = session->program.records;
+  Records& records = session->program.engine.records;
   const MemoryFile recording(data, size);
   records.CommSetups[1].OfflineFile = recording.Path();
   records.ChecksumTest[1] = size % 4 == 0;
   records.References[1].ReferenceUsed = static_cast<std::int16_t>(size % 3);
-  session->program.replay.Press("PLAY");
+  session->program.session.replay.Press("PLAY");
   session->program.desktop.RunUntil([&] { return !records.OfflineRunning; });
   for (Window* const window : session->program.desktop.Windows()) {
     if (window->Visible()) window->Act([window] { window->Refresh(); });

@@ -98,14 +98,14 @@ void WriteSatellites(JsonWriter& json, const SystemStatistics& statistics) {
 }  // namespace
 
 void TraceWriter::LineDone() {
-  const SentenceType type = program_.pipeline.HandedOn();
+  const SentenceType type = program_.engine.pipeline.HandedOn();
   json_.BeginObject();
   json_.Field("line", ++line_);
   json_.Field("type", ToText(type));
   if (type == SentenceType::VDM) {
     WriteAIS();
   } else {
-    VisitSentence(program_.records.Messages[kSystem], type,
+    VisitSentence(program_.engine.records.Messages[kSystem], type,
                   [this](const auto& record) { json_.Field("record", record); });
   }
   json_.EndObject();
@@ -113,19 +113,19 @@ void TraceWriter::LineDone() {
 }
 
 void TraceWriter::WriteAIS() {
-  const AISReceiver& receiver = program_.ais.Receiver(kSystem);
-  json_.Field("vdm", program_.records.Messages[kSystem].VDM.Record);
+  const AISReceiver& receiver = program_.engine.ais.Receiver(kSystem);
+  json_.Field("vdm", program_.engine.records.Messages[kSystem].VDM.Record);
   json_.Field("id", receiver.AISMessageId);
   VisitMessage(receiver.Messages, receiver.AISMessageId,
                [this](const auto& record) { json_.Field("record", record); });
 }
 
 void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& decoderBoxes) {
-  const SystemStatistics& statistics = program.statistics[kSystem];
+  const SystemStatistics& statistics = program.engine.statistics[kSystem];
   JsonWriter json(out);
   json.BeginObject();
-  json.Field("lines", program.records.SentenceCount);
-  json.Field("checksum_errors", program.records.ChecksumErrors[kSystem]);
+  json.Field("lines", program.engine.records.SentenceCount);
+  json.Field("checksum_errors", program.engine.records.ChecksumErrors[kSystem]);
 
   json.Key("faults");
   json.BeginObject();
@@ -133,10 +133,10 @@ void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& d
   json.BeginObject();
   for (const auto& [title, count] : decoderBoxes) json.Field(title, count);
   json.EndObject();
-  json.Field("error_log", program.errorLog.Written());
+  json.Field("error_log", program.session.errorLog.Written());
   json.EndObject();
 
-  json.Field("ais_targets", program.targets.AISTargetCount(kSystem));
+  json.Field("ais_targets", program.engine.targets.AISTargetCount(kSystem));
 
   json.Key("means");
   json.BeginObject();

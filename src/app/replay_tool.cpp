@@ -67,8 +67,8 @@ class ReplayRun {
 
   void Run() {
     Prepare();
-    program_.charts.SetKeepHidden(false);
-    if (options_.windows || !WritesSomething()) program_.OpenAnalysedWindows(kSystem);
+    program_.windows.charts.SetKeepHidden(false);
+    if (options_.windows || !WritesSomething()) program_.windows.OpenAnalysed(kSystem);
     std::ofstream trace;
     std::unique_ptr<TraceWriter> tracer;
     if (options_.trace) {
@@ -95,7 +95,7 @@ class ReplayRun {
   }
 
   void Prepare() {
-    Records& records = program_.records;
+    Records& records = program_.engine.records;
     // Looked at before anything else is done, so that a misspelt name leaves nothing behind.
     try {
       ExpectReadable(options_.recording);
@@ -126,7 +126,7 @@ class ReplayRun {
     }
     if (options_.name) setup.Name = *options_.name;
     if (options_.checksum) records.ChecksumTest[kSystem] = true;
-    program_.ais.SetBinaryStandardIALA(options_.binaryStandardIALA);
+    program_.engine.ais.SetBinaryStandardIALA(options_.binaryStandardIALA);
     if (options_.sessionInfo) records.SessionInfo = *options_.sessionInfo;
     if (options_.outlier) records.OutlierLimit = *options_.outlier;
     TakeMessages();
@@ -138,7 +138,7 @@ class ReplayRun {
   }
 
   void TakeMessages() {
-    Records& records = program_.records;
+    Records& records = program_.engine.records;
     CommSetup& setup = records.CommSetups[kSystem];
     records.SetMessageFlags(kSystem);
     if (!options_.messages && options_.setup) return;
@@ -150,7 +150,7 @@ class ReplayRun {
   }
 
   void TakeReference() {
-    ReferenceSetup& reference = program_.records.References[kSystem];
+    ReferenceSetup& reference = program_.engine.records.References[kSystem];
     if (options_.reference) {
       const std::string name = reference.ReferenceName;
       reference = *options_.reference;
@@ -162,15 +162,15 @@ class ReplayRun {
 
   void Replay() {
     const auto begin = std::chrono::steady_clock::now();
-    program_.replay.Press("PLAY");
-    program_.desktop.RunUntil([this] { return !program_.records.OfflineRunning; });
+    program_.session.replay.Press("PLAY");
+    program_.desktop.RunUntil([this] { return !program_.engine.records.OfflineRunning; });
     seconds_ = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
   }
 
   void Write() {
     if (options_.report) {
-      program_.report.Print_Report(kSystem);
-      out_ << program_.report.ReportPath(kSystem) << '\n';
+      program_.engine.report.Print_Report(kSystem);
+      out_ << program_.engine.report.ReportPath(kSystem) << '\n';
     }
     if (options_.windows) {
       std::error_code error;
@@ -202,7 +202,7 @@ class ReplayRun {
   void WriteTime() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    const double lines = program_.records.SentenceCount;
+    const double lines = program_.engine.records.SentenceCount;
     out_ << Format(lines, "0") << " lines in " << Format(seconds_, "0.000") << " s, "
          << Format(seconds_ > 0.0 ? lines / seconds_ : 0.0, "0") << " lines/s, peak memory "
          << Format(static_cast<double>(usage.ru_maxrss) / 1024.0, "0.0") << " MiB\n";

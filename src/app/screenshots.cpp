@@ -49,21 +49,22 @@ class Camera {
 int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
                     const std::string& folder) {
   QDir().mkpath(QString::fromStdString(folder));
-  if (!program.startUp.Start(options)) return 1;
+  if (!program.session.startUp.Start(options)) return 1;
   Camera camera(program, face, folder);
-  program.mainWindow.SetState(WindowState::Normal);
-  program.mainWindow.SetPlace(kMainPlace);
+  program.windows.main.SetState(WindowState::Normal);
+  program.windows.main.SetPlace(kMainPlace);
   camera.Settle();
-  camera.Save(*face.HostOf(program.mainWindow), "start");
+  camera.Save(*face.HostOf(program.windows.main), "start");
 
-  program.OpenAnalysedWindows(kSystem);
+  program.windows.OpenAnalysed(kSystem);
   for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
-    program.OpenView(kind, kSystem);
+    program.windows.OpenView(kind, kSystem);
   }
   camera.Settle();
-  program.mainWindow.tbOffline.Click("PLAY");
-  program.desktop.RunUntil([&] { return !program.records.OfflineRunning; });
-  if (program.targets.AISTargetCount(kSystem) > 0) program.aisExtraInfo.Open({kSystem, 1}, 0, 0);
+  program.windows.main.tbOffline.Click("PLAY");
+  program.desktop.RunUntil([&] { return !program.engine.records.OfflineRunning; });
+  if (program.engine.targets.AISTargetCount(kSystem) > 0)
+    program.windows.aisExtraInfo.Open({kSystem, 1}, 0, 0);
   const std::vector<Window*> windows = program.desktop.Windows();
   for (Window* const window : windows) {
     if (!window->Visible() || window->Style() != WindowStyle::Child) continue;
@@ -80,13 +81,13 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
     }
   }
   program.desktop.Arrange(Arrangement::TileHorizontally);
-  camera.Take(program.mainWindow);
-  program.setupDialog.Open(kSystem);
-  camera.Take(program.setupDialog);
-  program.setupDialog.Close();
-  for (Window* const window :
-       std::initializer_list<Window*>{&program.newWindow, &program.geoFormat, &program.document,
-                                      &program.about, &program.comportInfo}) {
+  camera.Take(program.windows.main);
+  program.session.setupDialog.Open(kSystem);
+  camera.Take(program.session.setupDialog);
+  program.session.setupDialog.Close();
+  for (Window* const window : std::initializer_list<Window*>{
+           &program.windows.newWindow, &program.windows.geoFormat, &program.windows.document,
+           &program.windows.about, &program.windows.comportInfo}) {
     window->Show();
     camera.Take(*window);
     window->Close();

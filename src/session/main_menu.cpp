@@ -15,18 +15,18 @@ constexpr const char* kNoHelp =
 
 }  // namespace
 
-MainMenu::MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, frmMain& mainWindow,
-                   SessionControl& session, StartUp& startUp, SessionReport& report,
-                   AISDecoder& ais, const Dialogs& dialogs)
-    : records_(records),
+MainMenu::MainMenu(Engine& engine, Desktop& desktop, SettingsStore& settings, Windows& windows,
+                   frmSetup& setupDialog, SessionControl& session, StartUp& startUp)
+    : records_(engine.records),
       desktop_(desktop),
       settings_(settings),
-      mainWindow_(mainWindow),
+      mainWindow_(windows.main),
       session_(session),
       startUp_(startUp),
-      report_(report),
-      ais_(ais),
-      dialogs_(dialogs) {
+      report_(engine.report),
+      ais_(engine.ais),
+      windows_(windows),
+      setupDialog_(setupDialog) {
   PlugFileMenu();
   mainWindow_.mnuModeOnline.onClick = [this] { session_.ClickModeOnline(); };
   mainWindow_.mnuModeOffline.onClick = [this] { session_.ClickModeOffline(); };
@@ -69,12 +69,12 @@ void MainMenu::PlugWindowMenu() {
 }
 
 void MainMenu::PlugOptionsAndHelp() {
-  mainWindow_.mnuOptionLatLonFormat.onClick = [this] { dialogs_.geoFormat.Show(); };
-  mainWindow_.mnuOptionsSessionInformation.onClick = [this] { dialogs_.document.Show(); };
+  mainWindow_.mnuOptionLatLonFormat.onClick = [this] { windows_.geoFormat.Show(); };
+  mainWindow_.mnuOptionsSessionInformation.onClick = [this] { windows_.document.Show(); };
   mainWindow_.mnuOptionsBinaryStandardIALA.onClick = [this] { ToggleBinaryStandard(); };
   mainWindow_.mnuHelpContents.onClick = [this] { Help(HelpStart::Contents); };
   mainWindow_.mnuHelpSearch.onClick = [this] { Help(HelpStart::Search); };
-  mainWindow_.mnuHelpAbout.onClick = [this] { dialogs_.about.Show(); };
+  mainWindow_.mnuHelpAbout.onClick = [this] { windows_.about.Show(); };
 }
 
 void MainMenu::Open() {
@@ -118,8 +118,8 @@ void MainMenu::Print() {
          .icon = BoxIcon::Question,
          .buttons = BoxButtons::YesNo});
     if (answer == Answer::Yes) {
-      dialogs_.document.Show();
-      desktop_.RunUntil([this] { return !dialogs_.document.Visible(); });
+      windows_.document.Show();
+      desktop_.RunUntil([this] { return !windows_.document.Visible(); });
       if (desktop_.Quitting()) return;
     }
   }
@@ -129,16 +129,16 @@ void MainMenu::Print() {
 }
 
 void MainMenu::OpenSetupDialog(int system) {
-  if (dialogs_.setup.Loaded()) {
+  if (setupDialog_.Loaded()) {
     desktop_.Say("Only one system setup window at the time can be opened");
   } else {
-    dialogs_.setup.Open(system);
+    setupDialog_.Open(system);
   }
 }
 
 void MainMenu::NewWindow() {
   if (records_.CommSetups[1].Enabled) {
-    dialogs_.newWindow.Show();
+    windows_.newWindow.Show();
   } else {
     desktop_.Say("No primary system are defined. Go to Setup first !");
   }

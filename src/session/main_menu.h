@@ -1,35 +1,20 @@
 // The work behind the entries of the main window's menus and behind its online tool bar.
 #pragma once
 
-#include "ais/ais_decoder.h"
-#include "analysis/session_report.h"
 #include "base/settings.h"
-#include "records/records.h"
+#include "pipeline/engine.h"
 #include "session/session_control.h"
 #include "session/start_up.h"
+#include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "toolkit/desktop.h"
-#include "windows/about_box.h"
-#include "windows/coordinate_format.h"
-#include "windows/main_window.h"
-#include "windows/session_text.h"
-#include "windows/view_selection.h"
 
 namespace fathomline {
 
 class MainMenu {
  public:
-  struct Dialogs {
-    frmNewWindow& newWindow;
-    frmDocument& document;
-    frmGeoFormat& geoFormat;
-    frmAbout& about;
-    frmSetup& setup;
-  };
-
-  MainMenu(Records& records, Desktop& desktop, SettingsStore& settings, frmMain& mainWindow,
-           SessionControl& session, StartUp& startUp, SessionReport& report, AISDecoder& ais,
-           const Dialogs& dialogs);
+  MainMenu(Engine& engine, Desktop& desktop, SettingsStore& settings, Windows& windows,
+           frmSetup& setupDialog, SessionControl& session, StartUp& startUp);
 
  private:
   void PlugFileMenu();
@@ -55,7 +40,8 @@ class MainMenu {
   StartUp& startUp_;
   SessionReport& report_;
   AISDecoder& ais_;
-  Dialogs dialogs_;
+  Windows& windows_;
+  frmSetup& setupDialog_;
   bool printing_ = false;
 };
 

@@ -3,7 +3,7 @@
 namespace fathomline {
 
 int RunDesktop(Program& program, const StartOptions& options) {
-  if (!program.startUp.Start(options)) return 1;
+  if (!program.session.startUp.Start(options)) return 1;
   program.desktop.RunUntil([] { return false; });
   return 0;
 }

@@ -21,7 +21,7 @@ bool SessionControl::MayChangeMode(const MenuItem& modeInForce) {
 void SessionControl::ClickModeOffline() {
   if (windows_.main.mnuModeOffline.Checked()) return;
   if (!MayChangeMode(windows_.main.mnuModeOnline)) return;
-  windows_.setupDialog.Close();
+  setupDialog_.Close();
   records_.Mode = kOffline;
   windows_.main.ShowMode();
   records_.OnlinePaused = false;
@@ -36,7 +36,7 @@ void SessionControl::ClickModeOffline() {
 void SessionControl::ClickModeOnline() {
   if (windows_.main.mnuModeOnline.Checked()) return;
   if (!MayChangeMode(windows_.main.mnuModeOffline)) return;
-  windows_.setupDialog.Close();
+  setupDialog_.Close();
   records_.Mode = kOnline;
   if (records_.OfflineRunning) records_.OfflineStopped = true;
   windows_.offlineStatus.Close();

@@ -2,55 +2,29 @@
 // to its start.
 #pragma once
 
-#include <memory>
 #include <string_view>
 
-#include "analysis/statistics.h"
-#include "charts/chart_windows.h"
-#include "records/records.h"
+#include "pipeline/engine.h"
+#include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/line_sink.h"
 #include "sources/live_input.h"
 #include "sources/raw_log.h"
 #include "toolkit/desktop.h"
-#include "windows/ais_targets_window.h"
-#include "windows/arpa_targets_window.h"
-#include "windows/main_window.h"
-#include "windows/numerics_window.h"
-#include "windows/offline_status.h"
-#include "windows/statistics_snr_window.h"
-#include "windows/statistics_window.h"
 
 namespace fathomline {
 
-template <class Kind>
-using SystemWindows = PerSystem<std::unique_ptr<Kind>>;
-using NumericsWindows = SystemWindows<frmNumerics>;
-using StatisticsWindows = SystemWindows<frmStatistics>;
-using StatisticsSNRWindows = SystemWindows<frmStatisticsSNR>;
-
 class SessionControl : public SessionReset {
  public:
-  struct Windows {
-    frmMain& main;
-    frmOfflineStatus& offlineStatus;
-    frmSetup& setupDialog;
-    NumericsWindows& numerics;
-    StatisticsWindows& statistics;
-    StatisticsSNRWindows& statisticsSNR;
-    ChartWindows& charts;
-    ARPATargetsWindows& arpaTargets;
-    AISTargetsWindows& aisTargets;
-  };
-
-  SessionControl(Records& records, Statistics& statistics, Desktop& desktop, LiveInput& input,
-                 RawLog& log, const Windows& windows)
-      : records_(records),
-        statistics_(statistics),
+  SessionControl(Engine& engine, Desktop& desktop, LiveInput& input, RawLog& log, Windows& windows,
+                 frmSetup& setupDialog)
+      : records_(engine.records),
+        statistics_(engine.statistics),
         desktop_(desktop),
         input_(input),
         log_(log),
-        windows_(windows) {}
+        windows_(windows),
+        setupDialog_(setupDialog) {}
 
   // The mode entries of the menu. Changing from one mode to the other asks; a mode that comes into
   // force resets the session, closes the links of the other one or opens its own.
@@ -83,7 +57,8 @@ class SessionControl : public SessionReset {
   Desktop& desktop_;
   LiveInput& input_;
   RawLog& log_;
-  Windows windows_;
+  Windows& windows_;
+  frmSetup& setupDialog_;
 };
 
 }  // namespace fathomline

@@ -14,11 +14,11 @@ bool SessionSetup::CanBindUdp(int system, std::int32_t port) {
 }
 
 void SessionSetup::ShowSetups() {
-  shown_.mainWindow.ShowSystems();
-  for (auto& monitor : shown_.monitors) monitor->ShowLink();
+  windows_.main.ShowSystems();
+  for (auto& monitor : windows_.monitors) monitor->ShowLink();
   const std::string& file = records_.CommSetups[1].OfflineFile;
-  if (shown_.offlineStatus.Loaded() && !file.empty()) {
-    shown_.offlineStatus.lblFileName.SetText(file);
+  if (windows_.offlineStatus.Loaded() && !file.empty()) {
+    windows_.offlineStatus.lblFileName.SetText(file);
   }
 }
 

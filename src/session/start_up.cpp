@@ -57,18 +57,17 @@ bool FolderLock::Take(const std::string& folder) {
   return false;
 }
 
-StartUp::StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
-                 SettingsStore& settings, frmMain& mainWindow, SessionControl& session,
-                 LiveInput& input, AISDecoder& ais, frmSetup& setupDialog)
-    : records_(records),
-      statistics_(statistics),
+StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
+                 Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input)
+    : records_(engine.records),
+      statistics_(engine.statistics),
       desktop_(desktop),
       clock_(clock),
       settings_(settings),
-      mainWindow_(mainWindow),
+      mainWindow_(windows.main),
       session_(session),
       input_(input),
-      ais_(ais),
+      ais_(engine.ais),
       setupDialog_(setupDialog) {
   mainWindow_.onOpen = [this] {
     records_.OutlierLimit = kOutlierLimitAtStart;

@@ -5,16 +5,14 @@
 #include <string>
 #include <string_view>
 
-#include "ais/ais_decoder.h"
-#include "analysis/statistics.h"
 #include "base/clock.h"
 #include "base/settings.h"
-#include "records/records.h"
+#include "pipeline/engine.h"
 #include "session/session_control.h"
+#include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/live_input.h"
 #include "toolkit/desktop.h"
-#include "windows/main_window.h"
 
 namespace fathomline {
 
@@ -53,9 +51,8 @@ class FolderLock {
 
 class StartUp {
  public:
-  StartUp(Records& records, Statistics& statistics, Desktop& desktop, const Clock& clock,
-          SettingsStore& settings, frmMain& mainWindow, SessionControl& session, LiveInput& input,
-          AISDecoder& ais, frmSetup& setupDialog);
+  StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
+          Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input);
 
   // Opens the main window, with all that follows from it. False: the program cannot start, and a
   // box has told why.

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "ais/ais_decoder.h"
@@ -49,7 +48,5 @@ class frmAISTargets : public SystemView {
   // change only with messages that make the same columns due, so late texts are the right ones.
   std::array<std::uint16_t, AISStore::kMaximumTargets + 1> due_{};
 };
-
-using AISTargetsWindows = PerSystem<std::unique_ptr<frmAISTargets>>;
 
 }  // namespace fathomline

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <map>
-#include <memory>
 #include <vector>
 
 #include "toolkit/grid.h"
@@ -39,7 +38,5 @@ class frmARPATargets : public SystemView {
   std::map<int, ARPATarget> targets_;  // by row
   std::vector<int> dueRows_;
 };
-
-using ARPATargetsWindows = PerSystem<std::unique_ptr<frmARPATargets>>;
 
 }  // namespace fathomline

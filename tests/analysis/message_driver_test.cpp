@@ -87,7 +87,7 @@ class MessageDriverTest : public testing::Test {
   std::string Time() { return FormatDateTime(test.records.MessageTime[1], "dd mmm yyyy hh:nn:ss"); }
 
   TestProgram test;
-  SystemStatistics& statistics = test.program.statistics[1];
+  SystemStatistics& statistics = test.program.engine.statistics[1];
   ReferenceSetup& reference = test.records.References[1];
 };
 

@@ -12,7 +12,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 
 struct SessionReportTest : testing::Test, TestProgram {
-  SessionReport& report = program.report;
+  SessionReport& report = program.engine.report;
 };
 
 TEST_F(SessionReportTest, IsNamedByRoleAndNameAndReplacesOneOfTheSameMinute) {

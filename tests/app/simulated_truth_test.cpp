@@ -32,7 +32,7 @@ class SimulatedTruth : public testing::Test {
       for (std::size_t i = 0; i < epoch.lines.Count(); ++i) {
         std::string_view line = epoch.lines.Line(i);
         while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.remove_suffix(1);
-        test.program.pipeline.ProcessSentence(1, line);
+        test.program.engine.pipeline.ProcessSentence(1, line);
       }
     });
     truth = simulator.Truth();
@@ -52,7 +52,7 @@ class SimulatedTruth : public testing::Test {
     EXPECT_NEAR(stat.Min * scale + offset, expected.Min(), tolerance);
   }
   const SingleStat& Stat(SentenceType type, std::size_t quantity) {
-    return test.program.statistics[1].Of(type)[quantity].Stat;
+    return test.program.engine.statistics[1].Of(type)[quantity].Stat;
   }
 
   TestProgram test;
@@ -79,7 +79,7 @@ TEST_F(SimulatedTruth, OfAMooredReceiverIsFoundAgain) {
 
   ExpectAgrees(Stat(SentenceType::HDT, 0), TruthFigure::HDTHeading, 1.0, 1e-3,
                truth.reference.heading);
-  ExpectAgrees(test.program.statistics[1].PitchMean, TruthFigure::ATTPitch, 1.0, 1e-4);
+  ExpectAgrees(test.program.engine.statistics[1].PitchMean, TruthFigure::ATTPitch, 1.0, 1e-4);
   ExpectAgrees(Stat(SentenceType::GST, 4), TruthFigure::GSTSdLatitude, 1.0, 1e-4);
   ExpectAgrees(Stat(SentenceType::GSA, 0), TruthFigure::GSAPDOP, 1.0, 1e-4);
 }
@@ -91,7 +91,7 @@ TEST_F(SimulatedTruth, OfAVoyageIsFoundAgain) {
   ExpectAgrees(Stat(SentenceType::ROT, 0), TruthFigure::ROTRate, 1.0, 1e-3);
   ExpectAgrees(Stat(SentenceType::VHW, 0), TruthFigure::VHWSpeed, 1.0, 1e-4);
   ExpectAgrees(Stat(SentenceType::DBT, 0), TruthFigure::DBTDepth, 1.0, 1e-3);
-  EXPECT_GT(test.program.targets.AISTargetCount(1), 5);
+  EXPECT_GT(test.program.engine.targets.AISTargetCount(1), 5);
   EXPECT_TRUE(test.face.Boxes().empty());
 }
 

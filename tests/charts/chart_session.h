@@ -44,7 +44,7 @@ class ChartSession : public testing::Test {
   ~ChartSession() override { EXPECT_TRUE(face.Exhausted()); }
 
   void Send(std::string_view sentence, int system = 1) {
-    program.pipeline.ProcessSentence(system, sentence);
+    program.engine.pipeline.ProcessSentence(system, sentence);
   }
   // The time of the sentences that carry none, on 2 January 2020; hours from its midnight.
   void SetTime(int hour, int minute, int second) {
@@ -63,8 +63,8 @@ class ChartSession : public testing::Test {
   FrozenClock clock{DateTime{43832.5}};
   SettingsStore settings;
   Program program{{face, clock, settings, [] {}}};
-  Records& records = program.records;
-  ChartWindows& charts = program.charts;
+  Records& records = program.engine.records;
+  ChartWindows& charts = program.windows.charts;
 };
 
 }  // namespace fathomline

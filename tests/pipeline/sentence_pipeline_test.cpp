@@ -8,14 +8,14 @@ namespace {
 
 struct Gate : testing::Test, TestProgram {
   SentenceType Process(std::string_view line) {
-    program.pipeline.ProcessSentence(1, line);
-    return program.pipeline.HandedOn();
+    program.engine.pipeline.ProcessSentence(1, line);
+    return program.engine.pipeline.HandedOn();
   }
 };
 
 TEST_F(Gate, CutsOffATagBlock) {
   const std::string gga = Sentence("GPGGA,120000,,,,,1,08,,,M,,M,,");
-  frmNMEA& monitor = *program.monitorWindows[1];
+  frmNMEA& monitor = *program.windows.monitors[1];
   monitor.Show();
   EXPECT_EQ(Process("\\s:r,c:1*3A\\" + gga), SentenceType::GGA);
   EXPECT_EQ(records.Messages[1].GGA.Text, gga);
@@ -23,7 +23,7 @@ TEST_F(Gate, CutsOffATagBlock) {
   EXPECT_EQ(records.MonitorSystem, 1);
 
   ExpectFault(FaultNumber::OutOfRange, [&] { Process(std::string(11, '\\') + gga); });
-  ExpectFault(FaultNumber::OutOfRange, [&] { program.pipeline.ProcessSentence(5, gga); });
+  ExpectFault(FaultNumber::OutOfRange, [&] { program.engine.pipeline.ProcessSentence(5, gga); });
   EXPECT_EQ(records.SentenceCount, 3) << "each of them has been counted";
 }
 
@@ -36,17 +36,17 @@ TEST_F(Gate, CountsWhatItRefusesAndTakesALineEndOfALink) {
     EXPECT_EQ(Process(line), SentenceType::None) << line;
   }
   EXPECT_EQ(records.ChecksumErrors[1], 2);
-  EXPECT_EQ(program.mainWindow.sbStatusBar.PanelText(4), "2");
+  EXPECT_EQ(program.windows.main.sbStatusBar.PanelText(4), "2");
   EXPECT_EQ(records.ChecksumErrors[2], 0);
 }
 
 TEST_F(Gate, GivesAISToItsDecoderAndStoreInEveryCase) {
   Process("!AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0*24");
-  EXPECT_EQ(program.ais.Receiver(1).AISMessageId, 1);
-  EXPECT_EQ(program.targets.AISTargetCount(1), 1) << "though VDM is not analysed";
+  EXPECT_EQ(program.engine.ais.Receiver(1).AISMessageId, 1);
+  EXPECT_EQ(program.engine.targets.AISTargetCount(1), 1) << "though VDM is not analysed";
   Process("!AIVDM,2,1,3,B,55P5TL01VIaAL@7W,0*00");
-  EXPECT_EQ(program.ais.Receiver(1).AISMessageId, kOpenGroup);
-  EXPECT_EQ(program.ais.Receiver(2).AISMessageId, 0) << "systems do not mix";
+  EXPECT_EQ(program.engine.ais.Receiver(1).AISMessageId, kOpenGroup);
+  EXPECT_EQ(program.engine.ais.Receiver(2).AISMessageId, 0) << "systems do not mix";
 }
 
 }  // namespace

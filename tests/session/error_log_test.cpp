@@ -7,7 +7,8 @@ namespace {
 
 struct ErrorLogTest : testing::Test, TestProgram {
   void Write(int times) {
-    for (int i = 0; i < times; ++i) program.errorLog.WriteErrorLog(Fault(FaultNumber::Overflow));
+    for (int i = 0; i < times; ++i)
+      program.session.errorLog.WriteErrorLog(Fault(FaultNumber::Overflow));
   }
 };
 
@@ -33,7 +34,7 @@ TEST_F(ErrorLogTest, AsksAtEveryEleventhFault) {
   face.Expect({.text = "", .answer = Answer::No, .meanwhile = [this] { Write(12); }});
   Write(11);
   EXPECT_TRUE(ended);
-  EXPECT_EQ(program.errorLog.Written(), 34);
+  EXPECT_EQ(program.session.errorLog.Written(), 34);
 }
 
 }  // namespace

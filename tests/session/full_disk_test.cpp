@@ -34,7 +34,7 @@ struct FullDisk : ::testing::Test, Session {
     links.Winsock1(1).Arrive(Sentence("HEHDT,10.5,T") + "\r\n");
     Deliver();
   }
-  std::int32_t Count() { return program->statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  std::int32_t Count() { return program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count; }
   std::string LastBox() { return face.Boxes().back().text; }
 };
 
@@ -74,7 +74,7 @@ TEST_F(FullDisk, ALogThatCannotBeOpenedIsToldWhereItsButtonIs) {
   mainWindow().tbOnline.Click("LOG");
   EXPECT_THAT(LastBox(), AllOf(StartsWith("Logging not started. "), HasSubstr(folder / "log")));
   EXPECT_FALSE(records().LoggingOn);
-  EXPECT_EQ(program->errorLog.Written(), 1);
+  EXPECT_EQ(program->session.errorLog.Written(), 1);
   Receive();
   EXPECT_EQ(Count(), 1);
 }
@@ -110,8 +110,9 @@ TEST_F(FullDisk, StoringAReferenceKeepsTheOldOnes) {
 TEST_F(FullDisk, AReportTellsItsCause) {
   Fill("Reports/20260102-0304-Prim-Bridge.txt");
   face.Expect({});
-  program->report.Print_Report(1);
-  EXPECT_EQ(LastBox(), "Disk full: " + program->report.ReportPath(1) + "(SUB: Print_Report)");
+  program->engine.report.Print_Report(1);
+  EXPECT_EQ(LastBox(),
+            "Disk full: " + program->engine.report.ReportPath(1) + "(SUB: Print_Report)");
 }
 
 }  // namespace

@@ -42,14 +42,14 @@ TEST_F(Menu, StubsAndHelpSayWhatTheySay) {
     item.Click();
   }
   menu.mnuHelpAbout.Click();
-  EXPECT_TRUE(program->about.Visible());
-  program->about.cmdOk.Click();
-  EXPECT_FALSE(program->about.Loaded());
+  EXPECT_TRUE(program->windows.about.Visible());
+  program->windows.about.cmdOk.Click();
+  EXPECT_FALSE(program->windows.about.Loaded());
 }
 
 TEST_F(Menu, SaveClearsTheMonitorFlagUntilTheMonitorIsBroughtForward) {
-  program->OpenView(ViewKind::NMEA, 1);
-  frmNMEA& monitor = *program->monitorWindows[1];
+  program->windows.OpenView(ViewKind::NMEA, 1);
+  frmNMEA& monitor = *program->windows.monitors[1];
   face.ExpectBox("Setup saved as " + folder / "Fathomline.ini");
   menu.mnuFileSave.Click();
   monitor.Refresh();
@@ -74,7 +74,7 @@ TEST_F(Menu, SaveAsWritesWhereItIsToldAndTellsAFailure) {
   face.Expect({});
   menu.mnuFileSaveAs.Click();
   EXPECT_THAT(face.Boxes().back().text, StartsWith("Setup not saved."));
-  EXPECT_EQ(program->errorLog.Written(), 1);
+  EXPECT_EQ(program->session.errorLog.Written(), 1);
 }
 
 TEST_F(Menu, OpenPutsAnotherSetupIntoForce) {
@@ -87,7 +87,7 @@ TEST_F(Menu, OpenPutsAnotherSetupIntoForce) {
   EXPECT_EQ(face.Files()[0].folder, folder.Path());
   EXPECT_EQ(records().Mode, kOnline) << "without the question";
   EXPECT_EQ(menu.mnuSetupSystem(2).Text(), "Secondary System &1 - Gyro");
-  EXPECT_FALSE(program->offlineStatus.Loaded());
+  EXPECT_FALSE(program->windows.offlineStatus.Loaded());
   EXPECT_THAT(Views(), ElementsAre("frmStatistics-2"));
   EXPECT_EQ(links.WinsockUDP(2).State(), LinkState::Open);
 }
@@ -102,8 +102,8 @@ TEST_F(Menu, OpenFromOfflineToOfflineShowsTheNewRecording) {
   });
   Deliver();
   EXPECT_FALSE(records().OfflineRunning);
-  EXPECT_EQ(program->offlineStatus.lblFileName.Text(), "new.log");
-  EXPECT_EQ(program->offlineStatus.lblStatus.Text(), "not started");
+  EXPECT_EQ(program->windows.offlineStatus.lblFileName.Text(), "new.log");
+  EXPECT_EQ(program->windows.offlineStatus.lblStatus.Text(), "not started");
 }
 
 TEST_F(Menu, OpenOfAVanishedFileLeavesTheSetupInForce) {
@@ -116,18 +116,18 @@ TEST_F(Menu, OpenOfAVanishedFileLeavesTheSetupInForce) {
 }
 
 TEST_F(Menu, NewBeginsWithTheDefaults) {
-  program->statistics[1].LatitudeMean.Count = 5;
+  program->engine.statistics[1].LatitudeMean.Count = 5;
   menu.mnuFileNew.Click();
   EXPECT_FALSE(records().CommSetups[1].Enabled);
   EXPECT_EQ(records().Mode, kOnline);
-  EXPECT_EQ(program->statistics[1].LatitudeMean.Count, 0);
+  EXPECT_EQ(program->engine.statistics[1].LatitudeMean.Count, 0);
   EXPECT_THAT(Views(), IsEmpty());
   EXPECT_EQ(menu.mnuSetupPrimarySystem.Text(), "&Primary System         - not defined");
 }
 
 TEST_F(Menu, TheReportAsksAboutTheSessionInfoAndWaitsForItsEditor) {
   records().SessionInfo = "Sea trial";
-  frmDocument& document = program->document;
+  frmDocument& document = program->windows.document;
   menu.mnuOptionsSessionInformation.Click();
   document.txtText.UserText("dropped");
   document.cmdCancel.Click();
@@ -150,7 +150,7 @@ TEST_F(Menu, TheReportAsksAboutTheSessionInfoAndWaitsForItsEditor) {
 }
 
 TEST_F(Menu, SetupOpensOneDialogAtATime) {
-  frmSetup& dialog = program->setupDialog;
+  frmSetup& dialog = program->session.setupDialog;
   menu.mnuSetupPrimarySystem.Click();
   EXPECT_EQ(dialog.System(), 1);
   face.ExpectBox("Only one system setup window at the time can be opened");
@@ -166,13 +166,13 @@ TEST_F(Menu, SetupOpensOneDialogAtATime) {
 
 TEST_F(Menu, TheBinaryStandardIsKeptInTheSettings) {
   menu.mnuOptionsBinaryStandardIALA.Click();
-  EXPECT_TRUE(program->ais.BinaryStandardIALA());
+  EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
   menu.UserClose();
   ASSERT_TRUE(Start());
   EXPECT_TRUE(mainWindow().mnuOptionsBinaryStandardIALA.Checked());
-  EXPECT_TRUE(program->ais.BinaryStandardIALA());
+  EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
   mainWindow().mnuOptionsBinaryStandardIALA.Click();
-  EXPECT_FALSE(program->ais.BinaryStandardIALA());
+  EXPECT_FALSE(program->engine.ais.BinaryStandardIALA());
   EXPECT_EQ(settings.Get("Settings", "BinaryStandardIALA", ""), "0");
 }
 
@@ -185,7 +185,7 @@ struct NewWindowDialog : Menu {
     dialog.cmdOk.Click();
   }
 
-  frmNewWindow& dialog = program->newWindow;
+  frmNewWindow& dialog = program->windows.newWindow;
 };
 
 TEST_F(NewWindowDialog, ListsSystemsByNumber) {
@@ -237,7 +237,7 @@ TEST_F(NewWindowDialog, OpensEveryViewOrBringsItForward) {
 
 TEST_F(Menu, TheCoordinateFormatShowsAnExampleAndIsTakenByOk) {
   records().References[1].ReferenceLatitude = 1.0210176124166828;  // 58.5 degrees
-  frmGeoFormat& dialog = program->geoFormat;
+  frmGeoFormat& dialog = program->windows.geoFormat;
   menu.mnuOptionLatLonFormat.Click();
   EXPECT_EQ(dialog.cmbDecimals.Text(), "4");
   EXPECT_EQ(dialog.lblExample.Text(), "58° 30.0000' N");

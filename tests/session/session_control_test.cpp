@@ -48,7 +48,7 @@ TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
   EXPECT_TRUE(mainWindow().tbOffline.Visible());
   EXPECT_FALSE(mainWindow().tbOnline.Visible());
   EXPECT_FALSE(records().OnlinePaused);
-  EXPECT_TRUE(program->offlineStatus.Visible());
+  EXPECT_TRUE(program->windows.offlineStatus.Visible());
   EXPECT_FALSE(links.MSComm1(3).PortOpen());
   EXPECT_TRUE(links.MSComm1(12).PortOpen()) << "ports above 10 stay open";
   EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
@@ -69,7 +69,7 @@ TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
   face.ExpectBox(kModeQuestion, Answer::Yes);
   mainWindow().mnuModeOnline.Click();
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : ONLINE");
-  EXPECT_FALSE(program->offlineStatus.Loaded());
+  EXPECT_FALSE(program->windows.offlineStatus.Loaded());
   EXPECT_TRUE(links.MSComm1(3).PortOpen());
   EXPECT_FALSE(records().CommSetups[3].Enabled);
   EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
@@ -96,10 +96,10 @@ struct OnlineToolBar : ::testing::Test, OnlineSession {
     links.WinsockUDP(1).Arrive(Sentence(body) + "\r\n");
     Deliver();
   }
-  std::int32_t Headings() { return program->statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  std::int32_t Headings() { return program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count; }
   std::string HeadingShown() {
-    program->numericsWindows[1]->Refresh();
-    return program->numericsWindows[1]->GridOf(SentenceType::HDT).Text(1, 1);
+    program->windows.numerics[1]->Refresh();
+    return program->windows.numerics[1]->GridOf(SentenceType::HDT).Text(1, 1);
   }
 
   ToolBar& tbOnline = mainWindow().tbOnline;
@@ -125,7 +125,7 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndReopenWhatIsOpenInTheirOrder) {
   records().ChecksumErrors[1] = 7;
   for (const ViewKind kind : {ViewKind::AISTargets, ViewKind::ARPATargets, ViewKind::Skyplot,
                               ViewKind::Scatter, ViewKind::TimeSeries}) {
-    program->OpenView(kind, 1);
+    program->windows.OpenView(kind, 1);
   }
   for (const char* key : {"RESET ALL", "Reset Statistics", "Reset Graphics"}) {
     face.ExpectBox("Are you sure ?", Answer::No);

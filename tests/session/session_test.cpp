@@ -47,8 +47,8 @@ TEST_F(LiveSession, WhatWasLoggedReplaysToTheSameFigures) {
   }
   Receive(text);
   const std::string log = folder / "log/" + records().LogFileName[1];
-  const std::string statistics = Shown(*program->statisticsWindows[1]);
-  const std::string numerics = Shown(*program->numericsWindows[1]);
+  const std::string statistics = Shown(*program->windows.statistics[1]);
+  const std::string numerics = Shown(*program->windows.numerics[1]);
   EXPECT_THAT(statistics, HasSubstr("fgGGA"));
   EXPECT_EQ(ReadWholeFile(log), text);
 
@@ -58,8 +58,8 @@ TEST_F(LiveSession, WhatWasLoggedReplaysToTheSameFigures) {
   records().CommSetups[1].OfflineFile = log;
   mainWindow().tbOffline.Click("PLAY");
   RunToTheEnd();
-  EXPECT_EQ(Shown(*program->statisticsWindows[1]), statistics);
-  EXPECT_EQ(Shown(*program->numericsWindows[1]), numerics);
+  EXPECT_EQ(Shown(*program->windows.statistics[1]), statistics);
+  EXPECT_EQ(Shown(*program->windows.numerics[1]), numerics);
 }
 
 // Fourteen commas make the decoder show its box; the user closes the program behind it.
@@ -73,16 +73,16 @@ TEST_F(LiveSession, TheProgramEndsWhileADecodersBoxStands) {
           Sentence("HEHDT,10.5,T") + "\r\n");
   EXPECT_TRUE(closed);
   EXPECT_TRUE(program->desktop.Quitting());
-  EXPECT_FALSE(program->statisticsWindows[1]->Loaded());
+  EXPECT_FALSE(program->windows.statistics[1]->Loaded());
 }
 
 // A socket has no handler of its own: the fault ends the read and is written down.
 TEST_F(LiveSession, AFaultOfASocketLineGoesToTheErrorLog) {
   Receive("\\\\\\\\\\\\\\\\\\\\\\\r\n" + Sentence("HEHDT,10.5,T") + "\r\n");
-  EXPECT_EQ(program->errorLog.Written(), 1);
-  EXPECT_EQ(program->statistics[1].Of<HDTRecord>()[0].Stat.Count, 0);
+  EXPECT_EQ(program->session.errorLog.Written(), 1);
+  EXPECT_EQ(program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count, 0);
   Receive(Sentence("HEHDT,10.5,T") + "\r\n");
-  EXPECT_EQ(program->statistics[1].Of<HDTRecord>()[0].Stat.Count, 1);
+  EXPECT_EQ(program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count, 1);
 
   // A log that cannot be written is told once.
   records().ProgramFolder = folder / "gone/";

@@ -74,18 +74,18 @@ TEST_F(Starting, ARestartRestoresWindowsAndPlaces) {
     records.MessagesToAnalyse[1][0] = "GGA";
   });
   ASSERT_TRUE(Start());
-  program->OpenView(ViewKind::Numerics, 1);
-  program->OpenView(ViewKind::NMEA, 1);
-  program->numericsWindows[1]->UserPlace({300, 450, 6000, 4500});
+  program->windows.OpenView(ViewKind::Numerics, 1);
+  program->windows.OpenView(ViewKind::NMEA, 1);
+  program->windows.numerics[1]->UserPlace({300, 450, 6000, 4500});
   mainWindow().UserPlace({75, 90, 15000, 12000});
   mainWindow().mnuFileExit.Click();
   EXPECT_TRUE(program->desktop.Quitting());
   EXPECT_TRUE(records().Closing);
-  EXPECT_FALSE(program->numericsWindows[1]->Loaded());
+  EXPECT_FALSE(program->windows.numerics[1]->Loaded());
 
   ASSERT_TRUE(Start());
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1")) << "the monitor is never stored as open";
-  EXPECT_EQ(program->numericsWindows[1]->Place(), (WindowPlace{300, 450, 6000, 4500}));
+  EXPECT_EQ(program->windows.numerics[1]->Place(), (WindowPlace{300, 450, 6000, 4500}));
   EXPECT_EQ(mainWindow().Place(), (WindowPlace{75, 90, 15000, 12000}));
 }
 
@@ -97,7 +97,7 @@ TEST_F(Starting, AViewOutsideTheMainWindowIsBroughtBack) {
   Prepare([](Records& records) { records.SystemSetups[1][WindowFlag::Numerics] = true; });
   face.Expect({});  // no comport is chosen
   ASSERT_TRUE(Start());
-  frmNumerics& view = *program->numericsWindows[1];
+  frmNumerics& view = *program->windows.numerics[1];
   EXPECT_EQ(view.Place().top, 5750);
   EXPECT_EQ(view.Place().left, 7250);
 
@@ -117,9 +117,9 @@ TEST_F(Starting, WhatKeepsTheProgramFromStartingIsTold) {
   face.ExpectBox("Fathomline is already running with the folder " + folder.Path());
   Program second({face, clock, settings, [] {}});
   EXPECT_EQ(RunDesktop(second, {.programFolder = folder.Path()}), 1);
-  EXPECT_FALSE(second.mainWindow.Loaded());
+  EXPECT_FALSE(second.windows.main.Loaded());
   face.Expect({});
-  EXPECT_FALSE(second.startUp.Start({.programFolder = folder.Write("file", "") + "/x"}));
+  EXPECT_FALSE(second.session.startUp.Start({.programFolder = folder.Write("file", "") + "/x"}));
   EXPECT_THAT(face.Boxes().back().text, HasSubstr(folder / "file/x"));
 }
 
@@ -189,7 +189,7 @@ TEST_F(Starting, TheSetupGivenAsArgumentIsOpened) {
 TEST_F(Starting, RunDesktopServesUntilTheMainWindowIsClosed) {
   Prepare([](Records& records) { records.Mode = kOffline; });
   Program desktopProgram({face, clock, settings, [] {}});
-  face.WhileWaiting([&] { desktopProgram.mainWindow.UserClose(); });
+  face.WhileWaiting([&] { desktopProgram.windows.main.UserClose(); });
   EXPECT_EQ(RunDesktop(desktopProgram, {.programFolder = folder.Path()}), 0);
 }
 

@@ -22,7 +22,7 @@ class SetupInSession : public testing::Test {
     }
   }
 
-  frmSetup& Dialog() { return session.program->setupDialog; }
+  frmSetup& Dialog() { return session.program->session.setupDialog; }
   void OpenDialog() {
     session.mainWindow().mnuSetupPrimarySystem.Click();
     ASSERT_TRUE(Dialog().Visible());
@@ -34,7 +34,7 @@ class SetupInSession : public testing::Test {
   }
   // What the position figures hold of the fixes so far: 0 radius, 1 north, 2 east, 3 height.
   const SingleStat& Figure(std::size_t quantity) {
-    return session.program->statistics[1].Of<GGARecord>()[quantity].Stat;
+    return session.program->engine.statistics[1].Of<GGARecord>()[quantity].Stat;
   }
   // A fix arrives on the link, and is the only one in the figures.
   template <class Link>
@@ -106,7 +106,7 @@ TEST_F(SetupInSession, AFileRunsAndComesBack) {
   Dialog().chkEnabled.Click();
   Dialog().SentenceBox(SentenceType::GGA).Click();
   Ok();
-  EXPECT_EQ(session.program->offlineStatus.lblFileName.Text(), file);
+  EXPECT_EQ(session.program->windows.offlineStatus.lblFileName.Text(), file);
   for (const bool again : {false, true}) {
     if (again) {
       ASSERT_TRUE(session.Start());

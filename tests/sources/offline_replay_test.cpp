@@ -41,14 +41,14 @@ struct OfflineReplayTest : testing::Test, OfflineSession {
     }
     return states;
   }
-  std::int32_t Count() { return program->statistics[1].Of(SentenceType::VTG)[0].Stat.Count; }
+  std::int32_t Count() { return program->engine.statistics[1].Of(SentenceType::VTG)[0].Stat.Count; }
 
   static std::string Speed(const char* knots) {
     return Sentence(std::string("GPVTG,9.5,T,,M,") + knots + ",N,,K") + "\n";
   }
 
   ToolBar& toolbar = mainWindow().tbOffline;
-  frmOfflineStatus& status = program->offlineStatus;
+  frmOfflineStatus& status = program->windows.offlineStatus;
 };
 
 TEST_F(OfflineReplayTest, RunsFromPlayToTheEndOfTheFile) {
@@ -72,7 +72,7 @@ TEST_F(OfflineReplayTest, RunsFromPlayToTheEndOfTheFile) {
   EXPECT_EQ(Buttons(), "1100");
   EXPECT_EQ(face.Beeps(), 1);
   EXPECT_TRUE(records().OfflineStopped) << "until the next PLAY";
-  EXPECT_FALSE(program->files.IsOpen(1));
+  EXPECT_FALSE(program->engine.files.IsOpen(1));
   status.UserPlace({50, 60, 20000, 9000});
   EXPECT_EQ(status.Place(), (WindowPlace{50, 60, 10000, 3000})) << "the size is fixed";
 
@@ -191,7 +191,7 @@ TEST_F(OfflineReplayTest, ReadsLinesAsTheyStand) {
 TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   records().CommSetups[1].OfflineFile = folder / "missing.log";
   Replay();
-  EXPECT_EQ(program->errorLog.Written(), 1);
+  EXPECT_EQ(program->session.errorLog.Written(), 1);
   EXPECT_EQ(Status(), "END OF FILE REACHED");
   EXPECT_THAT(ReadWholeFile(folder / "ErrorLog/ErrorLog.txt"), HasSubstr("File not found"));
 
@@ -199,7 +199,7 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   records().CommSetups[1].OfflineFile.clear();
   records().CommSetups[2].OfflineFile = folder.Write("second.log", Speed("5.0"));
   Replay();
-  EXPECT_EQ(program->errorLog.Written(), 2);
+  EXPECT_EQ(program->session.errorLog.Written(), 2);
   EXPECT_EQ(records().SentenceCount, 0);
 }
 
@@ -225,7 +225,7 @@ TEST_F(OfflineReplayTest, APipeIsReadAsItsLinesComeAndHoldsNobodyUp) {
     EXPECT_EQ(Status(), "PROCESSING STOPPED");
   }
   ::close(writer);
-  EXPECT_EQ(program->errorLog.Written(), 0);
+  EXPECT_EQ(program->session.errorLog.Written(), 0);
 }
 
 TEST_F(OfflineReplayTest, AFolderIsNoRecording) {
@@ -240,7 +240,7 @@ TEST_F(OfflineReplayTest, LogsFaultsOfLinesAndGoesOnUntilItsUserGivesUp) {
   const std::string faulty = "\\\\\\\\\\\\\\\\\\\\\\\n";
   Record(faulty + Speed("5.0"));
   Replay();
-  EXPECT_EQ(program->errorLog.Written(), 1);
+  EXPECT_EQ(program->session.errorLog.Written(), 1);
   EXPECT_EQ(Count(), 1);
 
   std::string bytes;

@@ -18,7 +18,7 @@ struct RawLogging : ::testing::Test, TestProgram {
   }
   std::string Content(const std::string& name) { return ReadWholeFile(folder / "log/" + name); }
 
-  RawLog& log = program.rawLog;
+  RawLog& log = program.session.rawLog;
   const std::string place = folder.Path() + "log/\r\n";
   const std::string prim = "20260102-0304-Prim-DGPS.log";
   const std::string sec = "20260102-0304-Sec2-.._Gyro.log";
@@ -59,7 +59,7 @@ TEST_F(RawLogging, KeepsLineEndingsOfShortLinesAndBareLineFeeds) {
   EXPECT_EQ(Content(prim), "$AB\r\n\r\n$ABC\r\n$ABCDEF\n\r\n\\s:r*3A\\x\xE6\r\n");
   ExpectFault(FaultNumber::InvalidCall, [&] { log.LogRawData(1, ""); });
   ExpectFault(FaultNumber::InvalidCall, [&] { log.LogRawData(1, "\n"); });
-  program.files.CloseAll();  // as the end of a replay does
+  program.engine.files.CloseAll();  // as the end of a replay does
   ExpectFault(FaultNumber::BadFileNumber, [&] { log.LogRawData(1, "line"); });
 }
 
@@ -71,7 +71,7 @@ TEST_F(RawLogging, ALogThatCannotBeOpenedClosesTheOthers) {
   EXPECT_THROW(log.StartStopLogging(), Fault);
   EXPECT_FALSE(records.LoggingOn);
   EXPECT_EQ(records.LogFileNumber[1], 0);
-  EXPECT_EQ(program.files.FreeFile(), 5);
+  EXPECT_EQ(program.engine.files.FreeFile(), 5);
 }
 
 }  // namespace

@@ -37,12 +37,12 @@ class Session : public TestMachine {
     program.reset();
     program = std::make_unique<Program>(
         Surroundings{face, clock, settings, [this] { ended = true; }, &links});
-    return program->startUp.Start(options);
+    return program->session.startUp.Start(options);
   }
 
-  Records& records() { return program->records; }
-  frmMain& mainWindow() { return program->mainWindow; }
-  const SystemSetup& Flags(int system) { return program->records.SystemSetups[system]; }
+  Records& records() { return program->engine.records; }
+  frmMain& mainWindow() { return program->windows.main; }
+  const SystemSetup& Flags(int system) { return program->engine.records.SystemSetups[system]; }
 
   // The views that are shown, such as "frmNumerics-1", the one in front last.
   std::vector<std::string> Views() {

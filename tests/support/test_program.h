@@ -46,11 +46,11 @@ class TestProgram : public TestMachine {
 
   // A sentence without its "$" and checksum.
   void Feed(std::string_view body, int system = 1) {
-    program.pipeline.ProcessSentence(system, Sentence(body));
+    program.engine.pipeline.ProcessSentence(system, Sentence(body));
   }
 
   Program program{{face, clock, settings, [this] { ended = true; }}};
-  Records& records = program.records;
+  Records& records = program.engine.records;
 };
 
 }  // namespace fathomline

@@ -65,7 +65,9 @@ TEST(SystemView, AllOfThemKeepWhatViewsHaveInCommon) {
   records.CommSetups[kSystem].Enabled = true;
   records.CommSetups[kSystem].Name = "Gyro";
   test.Analyse({"GGA", "HDT", "GSV"}, kSystem);
-  test.program.charts.OpenSatellite(kSystem, 7);
+  test.program.windows.charts.OpenSatellite(kSystem, 7);
+  records.ReloadWindows = true;
+  test.program.session.startUp.CloseSetup();
 
   const auto flags = [&records] {
     std::vector<int> set;
@@ -114,7 +116,10 @@ TEST(SystemView, AllOfThemKeepWhatViewsHaveInCommon) {
     EXPECT_TRUE(view->Visible());
     EXPECT_EQ(view->Place(), (WindowPlace{1500, 1200, 7500, 6000}));
     EXPECT_EQ(test.settings.Get("Settings", told->second.key, "none"), "1500");
-    EXPECT_EQ(Written(*view), fresh);
+    // The counters of the monitor have a button of their own.
+    if (view->Name() != "frmNMEA") {
+      EXPECT_EQ(Written(*view), fresh);
+    }
 
     view->Close();
     EXPECT_EQ(flags(), std::vector<int>{});

@@ -12,7 +12,7 @@ struct Monitor : ::testing::Test {
       records.Comport(5).Parity = "odd";
     });
     ASSERT_TRUE(session.Start());
-    window = session.program->monitorWindows[1].get();
+    window = session.program->windows.monitors[1].get();
     window->Show();
   }
   void StartOnUdp() {

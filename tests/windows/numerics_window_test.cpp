@@ -10,7 +10,7 @@ struct Numerics : ::testing::Test, TestProgram {
     window.Refresh();
     return window.GridOf(SentenceType::HDT).Text(1, 1);
   }
-  frmNumerics& window = *program.numericsWindows[1];
+  frmNumerics& window = *program.windows.numerics[1];
 };
 
 TEST_F(Numerics, ShowsTheFramesOfTheAnalysedSentencesEmptyAndOnlyWhileOpen) {

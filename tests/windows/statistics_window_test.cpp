@@ -19,7 +19,7 @@ struct StatisticsWindow : testing::Test, TestProgram {
     window.Write(out);
     return out.str();
   }
-  frmStatistics& window = *program.statisticsWindows[1];
+  frmStatistics& window = *program.windows.statistics[1];
 };
 
 TEST_F(StatisticsWindow, ShowsTheReferenceInForceBehindAReset) {
@@ -32,14 +32,14 @@ TEST_F(StatisticsWindow, ShowsTheReferenceInForceBehindAReset) {
 
   records.ReloadWindows = true;
   reference.ReferenceUsed = kAverageOverTime;
-  program.session.ResetAll();
+  program.session.control.ResetAll();
   Feed("GPGGA,120001,6000.0000,N,00500.0000,E,1,08,1.0,12.0,M,40.0,M,,");
   EXPECT_THAT(Written(), AllOf(HasSubstr("lblRefLat\tequal to average\n"),
                                HasSubstr("lblAvgHgt\t12.000\n"), HasSubstr("PosCount\t1\n")));
 
   reference.ReferenceUsed = kTruePosition;
   reference.ReferenceHeading = 7.25F;
-  program.session.ResetAll();
+  program.session.control.ResetAll();
   EXPECT_THAT(Written(), HasSubstr("lblRefHdg\t007.25\n"));
 }
 
@@ -52,12 +52,12 @@ TEST_F(StatisticsWindow, OpenedBehindAReplayShowsItsResultsButForGST) {
   EXPECT_THAT(Written(), AllOf(HasSubstr("Current\t5.00\t9.50\n"), HasSubstr("Current\t\t\t")));
   window.Close();
   Feed("GPVTG,9.5,T,,M,7.0,N,,K");
-  EXPECT_EQ(program.statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 2)
+  EXPECT_EQ(program.engine.statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 2)
       << "closing stops the screen work alone";
 }
 
 TEST_F(StatisticsWindow, SatellitesBringTheFramesOfTheirConstellation) {
-  frmStatisticsSNR& snr = *program.statisticsSNRWindows[1];
+  frmStatisticsSNR& snr = *program.windows.statisticsSNR[1];
   const auto frames = [&snr] {
     snr.Refresh();
     std::vector<std::string> shown;

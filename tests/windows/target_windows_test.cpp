@@ -51,8 +51,8 @@ std::vector<std::string> RowOf(Grid& grid, int row) {
 class TargetWindows : public testing::Test {
  protected:
   void Feed(const MessageBits& bits) {
-    test.program.pipeline.ProcessSentence(1,
-                                          Sentence("AIVDM,1,1,,A," + bits.Payload() + ",0", '!'));
+    test.program.engine.pipeline.ProcessSentence(
+        1, Sentence("AIVDM,1,1,,A," + bits.Payload() + ",0", '!'));
   }
   void SetTime(int hour, int minute, int second) {
     test.records.MessageTime[1] = DateFromParts(2026, 1, 2) + TimeFromParts(hour, minute, second);
@@ -67,9 +67,9 @@ class TargetWindows : public testing::Test {
   }
 
   TestProgram test;
-  frmAISTargets& list = *test.program.aisTargetsWindows[1];
+  frmAISTargets& list = *test.program.windows.aisTargets[1];
   Grid& grid = list.fgAISTargets;
-  frmAISExtraInfo& extra = test.program.aisExtraInfo;
+  frmAISExtraInfo& extra = test.program.windows.aisExtraInfo;
 };
 
 TEST_F(TargetWindows, AListOpenedLateShowsAllThatIsKnown) {
@@ -187,7 +187,7 @@ TEST_F(TargetWindows, TheExtendedWindowShowsAndFollowsOneStation) {
 }
 
 TEST_F(TargetWindows, PlacesAreKeptPerSystem) {
-  frmARPATargets& arpa = *test.program.arpaTargetsWindows[3];
+  frmARPATargets& arpa = *test.program.windows.arpaTargets[3];
   for (Window* const window : {static_cast<Window*>(&list), static_cast<Window*>(&arpa)}) {
     window->Show();
     window->SetPlace({150, 300, 9000, 4500});
@@ -206,7 +206,7 @@ class ARPAWindow : public TargetWindows {
     SetTime(10, 11, 12);
     arpa.Show();
   }
-  frmARPATargets& arpa = *test.program.arpaTargetsWindows[1];
+  frmARPATargets& arpa = *test.program.windows.arpaTargets[1];
   Grid& radar = arpa.fgARPATargets;
 };
 
@@ -225,7 +225,7 @@ TEST_F(ARPAWindow, AResetEmptiesTheRadarTargetsAndKeepsTheStations) {
   test.Feed("RATTM,5,1,2,T,3,4,T,5,6,N,ALPHA,L,,,A");
   Feed(VoyageData(211000001, "NORDWIND"));
   SetTime(11, 0, 0);
-  test.program.session.ResetAll();
+  test.program.session.control.ResetAll();
   EXPECT_TRUE(arpa.Visible() && list.Visible());
   EXPECT_EQ(radar.Rows(), 1);
   EXPECT_EQ(RowOf(grid, 1)[1], "NORDWIND            ");
@@ -233,7 +233,7 @@ TEST_F(ARPAWindow, AResetEmptiesTheRadarTargetsAndKeepsTheStations) {
   EXPECT_EQ(RowOf(radar, 6)[13], "11:00:00");
 
   arpa.Close();
-  test.program.session.ResetAll();
+  test.program.session.control.ResetAll();
   EXPECT_FALSE(arpa.Visible());
 }
 

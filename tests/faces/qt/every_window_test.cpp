@@ -27,11 +27,11 @@ class EveryWindow : public ProgramFixture {
  public:
   void SetUp() override {
     StartWithSample();
-    program().OpenAnalysedWindows(1);
+    program().windows.OpenAnalysed(1);
     for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
-      program().OpenView(kind, 1);
+      program().windows.OpenView(kind, 1);
     }
-    program().setupDialog.Open(1);
+    program().session.setupDialog.Open(1);
     for (Window* const window : program().desktop.Windows()) {
       if (window->Style() == WindowStyle::Dialog && !window->Loaded()) window->Show();
     }

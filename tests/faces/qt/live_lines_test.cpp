@@ -107,7 +107,7 @@ class LiveLines : public testing::Test, public LineListener {
     records.Comport(kPort).System = kSerial;
     add(records);
     folder.Write(kSetupFileName, WriteSetup(records));
-    ASSERT_TRUE(program.startUp.Start({.programFolder = folder.Path()}));
+    ASSERT_TRUE(program.session.startUp.Start({.programFolder = folder.Path()}));
     PumpUntil([&] {
       return TakePeer() && links.MSComm1(kPort).PortOpen() &&
              links.Winsock1(kTcp).State() == LinkState::Connected &&
@@ -137,10 +137,10 @@ class LiveLines : public testing::Test, public LineListener {
   }
 
   int Headings(int system) {
-    return static_cast<int>(program.statistics[system].Of<HDTRecord>()[0].Stat.Count);
+    return static_cast<int>(program.engine.statistics[system].Of<HDTRecord>()[0].Stat.Count);
   }
-  int BadLines(int system) { return program.records.ChecksumErrors[system]; }
-  std::string_view Waiting() { return program.input.LineBuffer(kPort); }
+  int BadLines(int system) { return program.engine.records.ChecksumErrors[system]; }
+  std::string_view Waiting() { return program.session.input.LineBuffer(kPort); }
 };
 
 TEST_F(LiveLines, AWholeLineOfEachSourceReachesItsSystem) {
@@ -202,17 +202,17 @@ TEST_F(LiveLines, ASerialPortJoinsALineAndGivesOneAnEvent) {
 
 TEST_F(LiveLines, EmptybufferCountsWhatItDropsAndKeepsTheFragment) {
   Start([](Records& records) { records.Emptybuffer[kSerial] = true; });
-  StatusBar& bar = program.mainWindow.sbStatusBar;
+  StatusBar& bar = program.windows.main.sbStatusBar;
   EXPECT_EQ(bar.PanelText(kSerial + 8), "0");
   const std::string fragment = kThird.substr(0, 2);
   Send(kSerial, kFirst + kSecond + fragment);
-  PumpUntil([&] { return program.records.IgnoredMessages[kSerial] == 1; });
+  PumpUntil([&] { return program.engine.records.IgnoredMessages[kSerial] == 1; });
   EXPECT_EQ(bar.PanelText(kSerial + 8), "1");
   EXPECT_EQ(Waiting(), fragment);
   Send(kSerial, kThird.substr(2));
   PumpUntil([&] { return lines == 2; });
   EXPECT_EQ(Headings(kSerial), 2);
-  EXPECT_EQ(program.records.IgnoredMessages[kSerial], 1);
+  EXPECT_EQ(program.engine.records.IgnoredMessages[kSerial], 1);
   EXPECT_EQ(BadLines(kSerial), 0);
 }
 
@@ -242,7 +242,7 @@ TEST_F(LiveLines, ARefusedConnectionIsToldWhileTheOthersGoOn) {
   EXPECT_THAT(boxes, ElementsAre(StartsWith("TCP/IP Error, system 4 :10061 - ")));
   for (const int system : {kTcp, kUdp, kSerial}) EXPECT_EQ(Headings(system), 1) << system;
   EXPECT_EQ(links.Winsock1(kRefused).State(), LinkState::Closed);
-  EXPECT_TRUE(program.records.CommSetups[kRefused].Enabled);
+  EXPECT_TRUE(program.engine.records.CommSetups[kRefused].Enabled);
 }
 
 TEST_F(LiveLines, ADeviceThatGoesIsToldOnceAndKeepsItsPort) {
@@ -255,8 +255,8 @@ TEST_F(LiveLines, ADeviceThatGoesIsToldOnceAndKeepsItsPort) {
   PumpUntil([&] { return !boxes.empty(); });
   EXPECT_FALSE(links.MSComm1(kPort).PortOpen());
   EXPECT_EQ(Waiting(), "");
-  EXPECT_TRUE(program.records.CommSetups[kSerial].Enabled);
-  EXPECT_EQ(program.records.CommSetups[kSerial].ComPort, kPort);
+  EXPECT_TRUE(program.engine.records.CommSetups[kSerial].Enabled);
+  EXPECT_EQ(program.engine.records.CommSetups[kSerial].ComPort, kPort);
 
   clicker.setInterval(50);
   const auto end = face.Now() + std::chrono::milliseconds(400);

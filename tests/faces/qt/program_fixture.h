@@ -33,9 +33,9 @@ class ProgramFixture : public testing::Test {
   std::unique_ptr<Run> run;
 
   Program& program() { return run->program; }
-  Records& records() { return run->program.records; }
+  Records& records() { return run->program.engine.records; }
   QtFace& face() { return run->face; }
-  QWidget* Main() { return face().HostOf(program().mainWindow); }
+  QWidget* Main() { return face().HostOf(program().windows.main); }
 
   // Starts anew, with the setup file that a test has written. Returns the texts of the boxes that
   // the start has shown.
@@ -43,7 +43,7 @@ class ProgramFixture : public testing::Test {
     run.reset();
     run = std::make_unique<Run>(clock, settings);
     return Answering(QMessageBox::Ok, [this] {
-      EXPECT_TRUE(program().startUp.Start({.programFolder = folder.Path()}));
+      EXPECT_TRUE(program().session.startUp.Start({.programFolder = folder.Path()}));
     });
   }
 

@@ -16,26 +16,26 @@ class ProgramOnTheDesktop : public ProgramFixture {
 };
 
 TEST_F(ProgramOnTheDesktop, ReplaysARecordingFromPlayToItsEnd) {
-  program().OpenView(ViewKind::Statistics, 1);
+  program().windows.OpenView(ViewKind::Statistics, 1);
   face().Draw();
   Press("PLAY");
-  EXPECT_TRUE(program().records.OfflineRunning);
-  PumpUntil([&] { return !program().records.OfflineRunning; });
+  EXPECT_TRUE(program().engine.records.OfflineRunning);
+  PumpUntil([&] { return !program().engine.records.OfflineRunning; });
   Draw();
-  Grid& grid = program().statisticsWindows[1]->GridOf(SentenceType::GGA);
+  Grid& grid = program().windows.statistics[1]->GridOf(SentenceType::GGA);
   const auto* const table = Find<QTableView>(grid);
   EXPECT_NE(grid.Text(1, 1), "");
   EXPECT_EQ(table->model()->index(0, 0).data().toString().toStdString(), grid.Text(1, 1));
 }
 
 TEST_F(ProgramOnTheDesktop, AWindowBroughtForwardShowsWhatItsLabelsSay) {
-  program().OpenAnalysedWindows(1);
-  program().OpenView(ViewKind::Skyplot, 1);
-  program().OpenView(ViewKind::NMEA, 1);
+  program().windows.OpenAnalysed(1);
+  program().windows.OpenView(ViewKind::Skyplot, 1);
+  program().windows.OpenView(ViewKind::NMEA, 1);
   face().Draw();
-  program().mainWindow.tbOffline.Click("PLAY");
-  PumpUntil([&] { return !program().records.OfflineRunning; });
-  program().OpenView(ViewKind::Skyplot, 1);
+  program().windows.main.tbOffline.Click("PLAY");
+  PumpUntil([&] { return !program().engine.records.OfflineRunning; });
+  program().windows.OpenView(ViewKind::Skyplot, 1);
   Draw();
   for (Window* const window : program().desktop.Windows()) {
     if (window->Name() != "frmSkyplot" || !window->Visible()) continue;
@@ -87,8 +87,8 @@ TEST_F(ToolkitDialogs, ASetupIsSavedUnderANameAndOpenedAgain) {
     EXPECT_EQ(FromQt(dialog.directory().path()) + "/", folder.Path());
   };
   records().CommSetups[1].Name = "Saved";
-  const MenuItem& saveAs = program().mainWindow.mnuFileSaveAs;
-  const MenuItem& open = program().mainWindow.mnuFileOpen;
+  const MenuItem& saveAs = program().windows.main.mnuFileSaveAs;
+  const MenuItem& open = program().windows.main.mnuFileOpen;
   EXPECT_THAT(With<QFileDialog>(saveAs,
                                 [&](QFileDialog& dialog) {
                                   expectQuestion(dialog, "Save Setup As");
@@ -108,7 +108,7 @@ TEST_F(ToolkitDialogs, ASetupIsSavedUnderANameAndOpenedAgain) {
 }
 
 TEST_F(ToolkitDialogs, PageSetUpStandsWhileTimeGoesOn) {
-  With<QDialog>(program().mainWindow.mnuFilePageSetup, [this](QDialog& dialog) {
+  With<QDialog>(program().windows.main.mnuFilePageSetup, [this](QDialog& dialog) {
     EXPECT_EQ(dialog.objectName(), "pageSetup");
     EXPECT_EQ(dialog.parentWidget(), Main());
     EXPECT_TRUE(dialog.isModal());

@@ -43,8 +43,10 @@ class SessionOnTheDesktop : public ProgramFixture {
     StartPrepared([](Records& records) { records.SystemSetups[1][WindowFlag::Statistics] = true; });
   }
 
-  void Receive(std::string_view body) { program().pipeline.ProcessSentence(1, Sentence(body)); }
-  auto Headings() { return program().statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  void Receive(std::string_view body) {
+    program().engine.pipeline.ProcessSentence(1, Sentence(body));
+  }
+  auto Headings() { return program().engine.statistics[1].Of<HDTRecord>()[0].Stat.Count; }
 
   // The child windows that can be seen, with their places.
   std::map<std::string, WindowPlace> SeenPlaces() {
@@ -66,23 +68,23 @@ TEST_F(SessionOnTheDesktop, AChangeOfModeIsAskedForAndFollowsTheAnswer) {
   };
   const auto expectMode = [&](bool offline) {
     EXPECT_EQ(records().Offline(), offline);
-    EXPECT_EQ(Entry(program().mainWindow.mnuModeOffline)->isChecked(), offline);
-    EXPECT_EQ(Entry(program().mainWindow.mnuModeOnline)->isChecked(), !offline);
-    EXPECT_EQ(face().WidgetOf(program().mainWindow.tbOffline)->isVisible(), offline);
-    EXPECT_EQ(face().WidgetOf(program().mainWindow.tbOnline)->isVisible(), !offline);
-    EXPECT_EQ(Seen(program().offlineStatus), offline);
+    EXPECT_EQ(Entry(program().windows.main.mnuModeOffline)->isChecked(), offline);
+    EXPECT_EQ(Entry(program().windows.main.mnuModeOnline)->isChecked(), !offline);
+    EXPECT_EQ(face().WidgetOf(program().windows.main.tbOffline)->isVisible(), offline);
+    EXPECT_EQ(face().WidgetOf(program().windows.main.tbOnline)->isVisible(), !offline);
+    EXPECT_EQ(Seen(program().windows.offlineStatus), offline);
   };
   expectMode(false);
-  change(QMessageBox::No, program().mainWindow.mnuModeOffline);
+  change(QMessageBox::No, program().windows.main.mnuModeOffline);
   expectMode(false);
   EXPECT_EQ(Headings(), 1);
-  change(QMessageBox::Yes, program().mainWindow.mnuModeOffline);
+  change(QMessageBox::Yes, program().windows.main.mnuModeOffline);
   expectMode(true);
   EXPECT_EQ(Headings(), 0);
-  change(QMessageBox::Yes, program().mainWindow.mnuModeOnline);
+  change(QMessageBox::Yes, program().windows.main.mnuModeOnline);
   expectMode(false);
   // The mode in force is not asked for.
-  EXPECT_THAT(Answering(QMessageBox::Yes, [&] { Choose(program().mainWindow.mnuModeOnline); }),
+  EXPECT_THAT(Answering(QMessageBox::Yes, [&] { Choose(program().windows.main.mnuModeOnline); }),
               ElementsAre());
   expectMode(false);
 }
@@ -103,9 +105,9 @@ TEST_F(SessionOnTheDesktop, AReplayIsSteppedPausedContinuedAndStopped) {
   };
   const auto status = [&] {
     // What is covered is not written.
-    program().offlineStatus.Show();
+    program().windows.offlineStatus.Show();
     Draw();
-    return FromQt(Find<QLabel>(program().offlineStatus.lblStatus)->text());
+    return FromQt(Find<QLabel>(program().windows.offlineStatus.lblStatus)->text());
   };
   for (int line = 1; line <= 3; ++line) {
     Press("Step");
@@ -151,16 +153,16 @@ TEST_F(SessionOnTheDesktop, EveryViewIsOpenedByTheDialogAndClosedByItsCloseBox) 
                                        "frmTimeSeriesSNR-1-5"};
   for (std::size_t row = 0; row < names.size(); ++row) {
     SCOPED_TRACE(names[row]);
-    Choose(program().mainWindow.mnuWindowNewWindow);
+    Choose(program().windows.main.mnuWindowNewWindow);
     Draw();
-    auto* const list = Find<QListWidget>(program().newWindow.cmbType);
+    auto* const list = Find<QListWidget>(program().windows.newWindow.cmbType);
     ASSERT_EQ(list->count(), static_cast<int>(names.size()));
     auto* const item = list->item(static_cast<int>(row));
     list->scrollToItem(item);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(item).center());
-    QTest::mouseClick(face().WidgetOf(program().newWindow.cmdOk), Qt::LeftButton);
+    QTest::mouseClick(face().WidgetOf(program().windows.newWindow.cmdOk), Qt::LeftButton);
     Draw();
-    EXPECT_FALSE(program().newWindow.Loaded());
+    EXPECT_FALSE(program().windows.newWindow.Loaded());
     EXPECT_TRUE(SeenPlaces().contains(names[row]));
 
     const bool asks = std::string_view(names[row]).starts_with("frmTimeSeriesSNR");
@@ -200,21 +202,21 @@ TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
 
   Main()->close();
   PumpUntil([&] { return program().desktop.Quitting(); });
-  EXPECT_FALSE(program().mainWindow.Loaded());
+  EXPECT_FALSE(program().windows.main.Loaded());
   Start();
   EXPECT_EQ(SeenPlaces(), places);
 }
 
 TEST_F(SessionOnTheDesktop, AMonitorClickedToTheFrontIsFedAgain) {
   StartWithStatistics();
-  program().OpenView(ViewKind::NMEA, 1);
-  program().statisticsWindows[1]->Show();
+  program().windows.OpenView(ViewKind::NMEA, 1);
+  program().windows.statistics[1]->Show();
   Draw();
-  Answering(QMessageBox::Ok, [&] { Choose(program().mainWindow.mnuFileSave); });
+  Answering(QMessageBox::Ok, [&] { Choose(program().windows.main.mnuFileSave); });
   bool& fed = records().SystemSetups[1][WindowFlag::NMEA];
   EXPECT_FALSE(fed);
   auto* const area = Main()->findChild<QMdiArea*>();
-  auto* const monitor = qobject_cast<QMdiSubWindow*>(face().HostOf(*program().monitorWindows[1]));
+  auto* const monitor = qobject_cast<QMdiSubWindow*>(face().HostOf(*program().windows.monitors[1]));
   EXPECT_NE(area->activeSubWindow(), monitor);
   Main()->activateWindow();
   PumpUntil([&] { return Main()->isActiveWindow(); });
@@ -226,7 +228,7 @@ TEST_F(SessionOnTheDesktop, AMonitorClickedToTheFrontIsFedAgain) {
 
 TEST_F(SessionOnTheDesktop, AFirstStartTellsWhatToDoNext) {
   EXPECT_THAT(Start(), ElementsAre(testing::StartsWith("No setupfile exist.")));
-  const QWidget* const hint = face().WidgetOf(program().mainWindow.lblHint);
+  const QWidget* const hint = face().WidgetOf(program().windows.main.lblHint);
   const QWidget* const viewport = Main()->findChild<QMdiArea*>()->viewport();
   ASSERT_TRUE(hint->isVisible());
   const QRect place(hint->mapTo(Main(), QPoint()), hint->size());
@@ -241,7 +243,8 @@ TEST_F(SessionOnTheDesktop, EveryDialogCanBeShownOnItsOwnAndAccepted) {
   const std::vector<Window*> windows = program().desktop.Windows();
   int shown = 0;
   for (Window* const window : windows) {
-    if (window->Style() != WindowStyle::Dialog || window == &program().setupDialog) continue;
+    if (window->Style() != WindowStyle::Dialog || window == &program().session.setupDialog)
+      continue;
     SCOPED_TRACE(window->FullName());
     ++shown;
     window->Show();
@@ -258,7 +261,7 @@ TEST_F(SessionOnTheDesktop, EveryDialogCanBeShownOnItsOwnAndAccepted) {
 
 TEST_F(SessionOnTheDesktop, AnAmpersandOfANameIsNoMnemonic) {
   StartPrepared();
-  EXPECT_EQ(FromQt(Entry(program().mainWindow.mnuSetupPrimarySystem)->text()),
+  EXPECT_EQ(FromQt(Entry(program().windows.main.mnuSetupPrimarySystem)->text()),
             "&Primary System         - Fore && aft");
 }
 

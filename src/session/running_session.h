@@ -1,0 +1,68 @@
+// What works on the engine and the windows while the program runs: the sources of the lines, the
+// logs, the control of the session and the menus.
+#pragma once
+
+#include <functional>
+
+#include "base/clock.h"
+#include "base/settings.h"
+#include "pipeline/engine.h"
+#include "session/error_log.h"
+#include "session/main_menu.h"
+#include "session/session_control.h"
+#include "session/session_setup.h"
+#include "session/start_up.h"
+#include "session/windows.h"
+#include "setup/setup_dialog.h"
+#include "sources/line_sink.h"
+#include "sources/live_input.h"
+#include "sources/offline_replay.h"
+#include "sources/raw_log.h"
+#include "toolkit/desktop.h"
+#include "toolkit/links.h"
+
+namespace fathomline {
+
+// Where the session stands. All of it outlives the session.
+struct SessionSurroundings {
+  Engine& engine;
+  Desktop& desktop;
+  Windows& windows;
+  const Clock& clock;
+  SettingsStore& settings;
+  Links& links;
+  LineSink& lines;
+  // Ends the process at once, where the user does not want to go on after a fault.
+  std::function<void()> endProcess;
+};
+
+struct RunningSession {
+  explicit RunningSession(const SessionSurroundings& around)
+      : errorLog(around.engine.records, around.engine.files, around.clock, around.desktop,
+                 around.endProcess),
+        rawLog(around.engine.records, around.engine.files, around.clock, around.desktop),
+        input(around.engine.records, around.links, around.desktop, around.lines, errorLog),
+        control(around.engine, around.desktop, input, rawLog, around.windows, setupDialog),
+        setup(around.engine.records, around.links, input, control, around.windows),
+        setupDialog(around.desktop, around.engine.records, around.engine.statistics, around.clock,
+                    around.links, setup),
+        replay(around.engine.records, around.engine.files, around.clock, around.desktop,
+               around.windows.main.tbOffline, around.windows.offlineStatus, around.lines, control,
+               errorLog),
+        startUp(around.engine, around.desktop, around.clock, around.settings, around.windows,
+                setupDialog, control, input),
+        menu(around.engine, around.desktop, around.settings, around.windows, setupDialog, control,
+             startUp) {}
+
+  ErrorLog errorLog;
+  RawLog rawLog;
+  LiveInput input;
+  SessionControl control;
+  SessionSetup setup;
+  frmSetup setupDialog;
+  OfflineReplay replay;
+  StartUp startUp;
+  MainMenu menu;
+};
+
+}  // namespace fathomline
