@@ -7,9 +7,12 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 add_library(fathomline_settings INTERFACE)
 target_include_directories(fathomline_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
 target_compile_options(fathomline_settings INTERFACE
-  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   # Figures must not depend on the machine: no fused multiply-add, no reassociation.
   -ffp-contract=off)
+if(FATHOMLINE_WERROR)
+  target_compile_options(fathomline_settings INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # Warns of overlapping copies inside std::string's own operator+ (GCC bug 105329).
   target_compile_options(fathomline_settings INTERFACE -Wno-restrict)
