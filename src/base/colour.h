@@ -1,4 +1,4 @@
-// Colours as blue-green-red integers: red in the lowest byte.
+// Colours as blue-green-red integers: red in the lowest byte. How they are painted is in look.h.
 #pragma once
 
 #include <cstdint>
@@ -20,5 +20,11 @@ inline constexpr Colour kBlue = RedGreenBlue(0, 0, 255);
 inline constexpr Colour kMagenta = RedGreenBlue(255, 0, 255);
 inline constexpr Colour kCyan = RedGreenBlue(0, 255, 255);
 inline constexpr Colour kWhite = RedGreenBlue(255, 255, 255);
+inline constexpr Colour kDarkGreen = RedGreenBlue(0, 128, 0);
+inline constexpr Colour kDarkYellow = RedGreenBlue(192, 192, 0);
+inline constexpr Colour kDarkRed = RedGreenBlue(170, 0, 0);
+inline constexpr Colour kOrange = RedGreenBlue(230, 120, 0);
+inline constexpr Colour kTeal = RedGreenBlue(0, 128, 128);
+inline constexpr Colour kNavy = RedGreenBlue(0, 0, 128);
 
 }  // namespace fathomline

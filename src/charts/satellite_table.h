@@ -7,7 +7,7 @@
 
 #include "base/datetime.h"
 #include "base/fault.h"
-#include "charts/chart_colours.h"
+#include "base/look.h"
 #include "records/records.h"
 
 namespace fathomline {

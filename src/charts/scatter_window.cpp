@@ -5,7 +5,7 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
-#include "charts/chart_colours.h"
+#include "charts/chart_window.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "analysis/statistics.h"
-#include "charts/chart_colours.h"
+#include "base/look.h"
 #include "charts/chart_engine.h"
 #include "records/records.h"
 
@@ -222,7 +222,7 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::HDT, 0, "deltaHeading", kBlue, kDHeading, 0, FeedRule::Heading},
     {T::HDT, 0, "Ref Hdg", kBlack},
     {T::HDT, 0, "Avg Hdg", kDarkRed},
-    {T::HDT, 0, "Sdev", kBandColour},
+    {T::HDT, 0, "Sdev", look::kDeviationBand},
 
     {T::ATT, 0, "deltaHeading", kBlue, kDHeading},
     {T::ATT, 1, "Pitch", kBlue, Decoded<&M::ATT, &ATTRecord::Pitch>},

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/format.h"
+#include "base/look.h"
 #include "charts/satellite_table.h"
 #include "toolkit/desktop.h"
 
@@ -83,12 +84,12 @@ void frmTimeSeries::MakeMarkers() {
   Chart& chart = TChart(0);
   if (gantt_ != nullptr) {
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
-    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBandColour});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = look::kDeviationBand});
     // Only ever widened by the program.
     TChart(kDGPSChart).Right().SetAutomatic(false);
   } else if (Type() == SentenceType::HDT) {
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kBlack, .dashed = true});
-    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = kBandColour});
+    chart.AddMarker({.kind = MarkerKind::HorizontalBand, .colour = look::kDeviationBand});
     chart.AddMarker({.kind = MarkerKind::HorizontalLine, .colour = kDarkRed});
     chart.Right().SetAutomatic(false);
     chart.Right().SetVisible(true);

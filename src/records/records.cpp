@@ -8,8 +8,7 @@ namespace fathomline {
 namespace {
 
 constexpr std::int16_t kDefaultDecimals = 4;
-constexpr std::array<Colour, kSystems> kSystemColours = {kBlue, RedGreenBlue(0, 128, 0), kRed,
-                                                         RedGreenBlue(192, 192, 0)};
+constexpr std::array<Colour, kSystems> kSystemColours = {kBlue, kDarkGreen, kRed, kDarkYellow};
 
 }  // namespace
 

@@ -12,10 +12,6 @@
 namespace fathomline {
 namespace {
 
-constexpr QRgb kWindowGrey = 0xFFF0F0F0;
-constexpr QRgb kZebraGrey = 0xFFF4F6F8;
-constexpr QRgb kAccent = 0xFF1F5F99;
-constexpr QRgb kDisabledText = 0xFF8C8C8C;
 constexpr int kDarkestLightness = 140;
 
 // Drawn on a square of 64: a sounding line that follows the sea bed, and the mark that it has
@@ -51,19 +47,20 @@ QPixmap PaintIcon(const QColor& ground, int size) {
 
 void ApplyLook(QApplication& application) {
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QPalette palette(QColor{kWindowGrey});
-  palette.setColor(QPalette::Window, QColor{kWindowGrey});
-  palette.setColor(QPalette::Base, Qt::white);
-  palette.setColor(QPalette::AlternateBase, QColor{kZebraGrey});
-  palette.setColor(QPalette::Text, Qt::black);
-  palette.setColor(QPalette::WindowText, Qt::black);
-  palette.setColor(QPalette::ButtonText, Qt::black);
-  palette.setColor(QPalette::Highlight, QColor{kAccent});
-  palette.setColor(QPalette::HighlightedText, Qt::white);
+  const QColor window = PaintOf(look::kWindowGround);
+  QPalette palette(window);
+  palette.setColor(QPalette::Window, window);
+  palette.setColor(QPalette::Base, PaintOf(look::kChartGround));
+  palette.setColor(QPalette::AlternateBase, PaintOf(look::kStripe));
   for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-    palette.setColor(QPalette::Disabled, role, QColor{kDisabledText});
+    palette.setColor(role, PaintOf(look::kInk));
+    palette.setColor(QPalette::Disabled, role, PaintOf(look::kDisabledInk));
   }
-  palette.setColor(QPalette::Disabled, QPalette::Base, QColor{kWindowGrey});
+  palette.setColor(QPalette::PlaceholderText, PaintOf(look::kMutedInk));
+  palette.setColor(QPalette::Link, PaintOf(look::kAccent));
+  palette.setColor(QPalette::Highlight, PaintOf(look::kSelection));
+  palette.setColor(QPalette::HighlightedText, PaintOf(look::kSelectedInk));
+  palette.setColor(QPalette::Disabled, QPalette::Base, window);
   application.setPalette(palette);
   application.setWindowIcon(ProgramIcon());
 }
@@ -71,20 +68,13 @@ void ApplyLook(QApplication& application) {
 QIcon ProgramIcon(std::optional<Colour> colour) {
   QIcon icon;
   for (const int size : {16, 24, 32, 48, 64, 128}) {
-    icon.addPixmap(PaintIcon(colour ? ToQt(*colour) : QColor{kAccent}, size));
+    icon.addPixmap(PaintIcon(PaintOf(colour.value_or(look::kAccent)), size));
   }
   return icon;
 }
 
-QColor ReadableText(const QColor& colour) {
-  // Weights of the three primaries in how bright a colour looks.
-  const auto brightness = [](const QColor& c) {
-    return 0.299 * c.redF() + 0.587 * c.greenF() + 0.114 * c.blueF();
-  };
-  constexpr double kBrightest = 0.42;
-  QColor text = colour;
-  while (brightness(text) > kBrightest) text = text.darker(115);
-  return text;
+QColor PaintOf(Colour colour, ColourUse use) {
+  return ToQt(Shown(colour, use, LookMode::Light));
 }
 
 }  // namespace fathomline

@@ -1,10 +1,11 @@
 // The look of the program: style, colours, icon.
 #pragma once
 
+#include <QColor>
 #include <QIcon>
 #include <optional>
 
-#include "base/colour.h"
+#include "base/look.h"
 
 class QApplication;
 
@@ -16,7 +17,7 @@ void ApplyLook(QApplication& application);
 // The program's icon, or the same in the colour of a system.
 QIcon ProgramIcon(std::optional<Colour> colour = {});
 
-// A text colour that can be read on a light window, as near to the given one as that allows.
-QColor ReadableText(const QColor& colour);
+// A colour of the table in the look that the program has at present.
+QColor PaintOf(Colour colour, ColourUse use = ColourUse::Line);
 
 }  // namespace fathomline

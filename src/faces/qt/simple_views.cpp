@@ -31,9 +31,9 @@ constexpr qsizetype kLongestLabel = 400;
 void SetTextColour(QWidget& widget, const std::optional<Colour>& colour) {
   QPalette palette;
   if (colour) {
-    palette.setColor(QPalette::WindowText, ReadableText(ToQt(*colour)));
-    palette.setColor(QPalette::Text, ReadableText(ToQt(*colour)));
-    palette.setColor(QPalette::ButtonText, ReadableText(ToQt(*colour)));
+    palette.setColor(QPalette::WindowText, PaintOf(*colour, ColourUse::Text));
+    palette.setColor(QPalette::Text, PaintOf(*colour, ColourUse::Text));
+    palette.setColor(QPalette::ButtonText, PaintOf(*colour, ColourUse::Text));
   }
   if (widget.palette() != palette) widget.setPalette(palette);
 }
