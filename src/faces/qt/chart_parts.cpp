@@ -7,6 +7,7 @@
 
 #include "base/datetime.h"
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 
 namespace fathomline {
 namespace {
@@ -49,7 +50,7 @@ void MarkerLayer::draw(QCPPainter* painter) {
     const Marker& marker = chart_.Tools(i);
     const MarkerDesign& design = marker.Design();
     if (!design.visible) continue;
-    const QColor colour = ToQt(design.colour);
+    const QColor colour = PaintOf(design.colour);
     painter->setPen(QPen(colour, 1, design.dashed ? Qt::DashLine : Qt::SolidLine));
     const auto level = [&](double y) {
       return std::clamp(plot.yAxis->coordToPixel(y), -kFarAway, kFarAway);
@@ -145,7 +146,7 @@ void LegendStrip::draw(QCPPainter* painter) {
     QRect place = entry.place.translated(rect().topLeft());
     if (entry.series >= 0 && entry.series < chart_.SeriesCount()) {
       const QRect sample(place.left(), place.center().y() - 4, kSampleWidth, 8);
-      painter->fillRect(sample, ToQt(chart_.Series(entry.series).ShownColour()));
+      painter->fillRect(sample, PaintOf(chart_.Series(entry.series).ShownColour()));
       painter->setPen(QColor(0x60, 0x60, 0x60));
       painter->setBrush(Qt::NoBrush);
       painter->drawRect(sample);

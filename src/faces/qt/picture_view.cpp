@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 #include "faces/qt/picture_file.h"
 #include "faces/qt/qt_face.h"
 
@@ -79,7 +80,7 @@ void PictureView::Paint(QPainter& painter, const QRectF& area) const {
   };
   for (const auto* layer : {&picture_.Persistent(), &picture_.Transient()}) {
     for (const Shape& shape : *layer) {
-      const QColor colour = ToQt(shape.pen.colour);
+      const QColor colour = PaintOf(shape.pen.colour);
       painter.setPen(
           QPen(colour, shape.pen.width, shape.pen.dashed ? Qt::DashLine : Qt::SolidLine));
       painter.setBrush(Qt::NoBrush);

@@ -7,6 +7,7 @@
 
 #include "base/datetime.h"
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 
 namespace fathomline {
 namespace {
@@ -108,7 +109,7 @@ QCPRange SeriesPlottable::getValueRange(bool& found, QCP::SignDomain, const QCPR
 }
 
 QColor SeriesPlottable::ColourOf(Colour colour) const {
-  return ToQt(colour == kSeriesColour ? Shown().ShownColour() : colour);
+  return PaintOf(colour == kSeriesColour ? Shown().ShownColour() : colour);
 }
 
 void SeriesPlottable::draw(QCPPainter* painter) {

@@ -116,7 +116,7 @@ LabelView::LabelView(ViewContext& context, Label& label)
 void LabelView::Update() {
   if (label_.ShownLook() == Label::Look::Swatch) {
     QPalette palette;
-    if (label_.ShownColour()) palette.setColor(QPalette::Window, ToQt(*label_.ShownColour()));
+    if (label_.ShownColour()) palette.setColor(QPalette::Window, PaintOf(*label_.ShownColour()));
     text_->setPalette(palette);
     return;
   }

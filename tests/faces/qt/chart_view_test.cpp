@@ -8,6 +8,7 @@
 #include <QToolTip>
 #include <qcustomplot.h>
 
+#include "faces/qt/look.h"
 #include "faces/qt/picture_file.h"
 #include "faces/qt/qt_fixture.h"
 #include "toolkit/chart.h"
@@ -95,13 +96,13 @@ TEST_F(ChartViews, ANullPointLeavesAGapAndAPeakAmongManyPointsIsSeen) {
   series.AddNull(2.0);
   for (const double x : {3.0, 4.0}) series.Add(x, 5.0F);
   QImage image = Picture();
-  EXPECT_TRUE(Near(image, At(0.5, 5.0), Qt::blue));
-  EXPECT_FALSE(Near(image, At(2.0, 5.0), Qt::blue));
-  EXPECT_TRUE(Near(image, At(3.5, 5.0), Qt::blue));
+  EXPECT_TRUE(Near(image, At(0.5, 5.0), PaintOf(kBlue)));
+  EXPECT_FALSE(Near(image, At(2.0, 5.0), PaintOf(kBlue)));
+  EXPECT_TRUE(Near(image, At(3.5, 5.0), PaintOf(kBlue)));
   series.Clear();
   for (int i = 0; i < 100000; ++i) series.Add(i, i == 50123 ? 10.0F : 0.0F);
   image = Picture();
-  EXPECT_TRUE(Near(image, At(50123.0, 9.0), Qt::blue));
+  EXPECT_TRUE(Near(image, At(50123.0, 9.0), PaintOf(kBlue)));
 }
 
 TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
@@ -111,10 +112,10 @@ TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
   auto& gantt = chart.AddSeries({.title = "Sv", .kind = SeriesKind::Gantt, .colour = kMagenta});
   for (const double end : {4.0, 8.0}) gantt.AddGantt(2.0, end, 6.0F);
   const QImage image = Picture();
-  EXPECT_TRUE(Near(image, At(10.0, 4.0), Qt::yellow));
-  EXPECT_TRUE(Near(image, At(0.0, 2.0), Qt::blue));
-  EXPECT_TRUE(Near(image, At(7.0, 6.0), Qt::magenta));
-  EXPECT_FALSE(Near(image, At(9.0, 6.0), Qt::magenta));
+  EXPECT_TRUE(Near(image, At(10.0, 4.0), PaintOf(kYellow)));
+  EXPECT_TRUE(Near(image, At(0.0, 2.0), PaintOf(kBlue)));
+  EXPECT_TRUE(Near(image, At(7.0, 6.0), PaintOf(kMagenta)));
+  EXPECT_FALSE(Near(image, At(9.0, 6.0), PaintOf(kMagenta)));
 }
 
 TEST_F(ChartViews, LabelsOfATimeAxisStandApartInUtc) {
@@ -261,7 +262,7 @@ TEST_F(ChartViews, TheMenuCopiesAndSavesPicturesAndPoints) {
   EXPECT_TRUE(saved("Save picture ...", "a.pdf").startsWith("%PDF"));
   const QByteArray svg = saved("Save picture ...", "a.svg");
   EXPECT_TRUE(svg.contains(">Northing</text>"));
-  EXPECT_TRUE(svg.contains("stroke=\"#0000ff\""));
+  EXPECT_TRUE(svg.contains(PaintOf(kBlue).name().toUtf8()));
   EXPECT_NE(WritePicture(folder.filePath("none/a.png"), {64, 64}, [](QPaintDevice&, QSize) {}),
             QString());
 }

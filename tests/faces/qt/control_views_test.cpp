@@ -24,6 +24,7 @@
 
 #include "faces/qt/conversions.h"
 #include "faces/qt/grid_model.h"
+#include "faces/qt/look.h"
 #include "faces/qt/qt_fixture.h"
 #include "toolkit/bars.h"
 #include "toolkit/choices.h"
@@ -60,7 +61,7 @@ TEST_F(ControlViews, LabelsShowTheirTextAndAreNamedByTheWordsBeforeThem) {
   face.Draw();
   EXPECT_EQ(Find<QLabel>(label)->text(), "<b>two</b> & more");
   EXPECT_EQ(Find<QLabel>(label)->textFormat(), Qt::PlainText);
-  EXPECT_EQ(Find<QLabel>(swatch)->palette().color(QPalette::Window), QColor(Qt::green));
+  EXPECT_EQ(Find<QLabel>(swatch)->palette().color(QPalette::Window), PaintOf(kGreen));
   EXPECT_EQ(Find<QLineEdit>(box)->accessibleName(), "Limit");
   QTest::mouseClick(face.WidgetOf(label), Qt::LeftButton);
   EXPECT_EQ(handled, 1);
@@ -336,8 +337,8 @@ TEST_F(ControlViews, APictureDrawsItsShapesInItsOwnScale) {
   const QImage image = face.WidgetOf(picture)->grab().toImage();
   const int side = std::min(image.width(), image.height());
   const QPoint middle(image.width() / 2, image.height() / 2);
-  EXPECT_EQ(image.pixelColor(middle + QPoint(side / 4, -side / 4)), QColor(Qt::red));
-  EXPECT_NE(image.pixelColor(middle - QPoint(side / 4, -side / 4)), QColor(Qt::red));
+  EXPECT_EQ(image.pixelColor(middle + QPoint(side / 4, -side / 4)), PaintOf(kRed));
+  EXPECT_NE(image.pixelColor(middle - QPoint(side / 4, -side / 4)), PaintOf(kRed));
 }
 
 }  // namespace
