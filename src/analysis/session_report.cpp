@@ -8,6 +8,7 @@
 #include "base/fault.h"
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/system.h"
 #include "base/text.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
@@ -223,7 +224,7 @@ void WriteDistributions(Paper& paper, const DeviationStat& horizontal,
 }  // namespace
 
 std::string SessionReport::ReportPath(int system) const {
-  return records_.ProgramFolder + std::string(kReportFolder) + "/" +
+  return records_.ProgramFolder + std::string(kReportFolder) + kPathSeparator +
          FormatDateTime(clock_.NowLocal(), "yyyymmdd-hhnn") + "-" + records_.FilePartOf(system) +
          ".txt";
 }

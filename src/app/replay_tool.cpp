@@ -6,12 +6,12 @@
 #include <fstream>
 #include <memory>
 #include <stdexcept>
-#include <sys/resource.h>
 #include <system_error>
 
 #include "app/replay_options.h"
 #include "app/replay_output.h"
 #include "base/format.h"
+#include "base/system.h"
 #include "faces/headless/headless_face.h"
 #include "session/program.h"
 #include "setup/setup_file.h"
@@ -43,7 +43,7 @@ std::string InOneLine(std::string text) {
 
 std::ofstream OpenOutput(const std::string& path) {
   errno = 0;
-  std::ofstream file(path, std::ios::binary);
+  std::ofstream file(PathOf(path), std::ios::binary);
   if (!file) RefuseFile(path);
   return file;
 }
@@ -100,7 +100,7 @@ class ReplayRun {
     try {
       ExpectReadable(options_.recording);
       // Waits for the one who writes into a named pipe, and keeps it until the replay has it.
-      held_.open(options_.recording);
+      held_.open(PathOf(options_.recording));
       program_.UseProgramFolder(options_.programFolder.value_or(DefaultProgramFolder()));
     } catch (const Fault& fault) {
       throw RunError(fault.Description());
@@ -174,15 +174,15 @@ class ReplayRun {
     }
     if (options_.windows) {
       std::error_code error;
-      std::filesystem::create_directories(*options_.windows, error);
+      std::filesystem::create_directories(PathOf(*options_.windows), error);
       if (error) {
-        throw RunError("cannot make the folder " + *options_.windows + ": " + error.message());
+        throw RunError("cannot make the folder " + *options_.windows + ": " + SystemMessage(error));
       }
     }
     for (Window* const window : program_.desktop.Windows()) {
       if (!window->Visible() || window->Index() != kSystem) continue;
       if (options_.windows) {
-        const std::string path = *options_.windows + "/" + window->FullName() + ".txt";
+        const std::string path = *options_.windows + kPathSeparator + window->FullName() + ".txt";
         std::ofstream file = OpenOutput(path);
         window->Write(file);
         Finish(file, path);
@@ -200,12 +200,10 @@ class ReplayRun {
   }
 
   void WriteTime() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
     const double lines = program_.engine.records.SentenceCount;
     out_ << Format(lines, "0") << " lines in " << Format(seconds_, "0.000") << " s, "
          << Format(seconds_ > 0.0 ? lines / seconds_ : 0.0, "0") << " lines/s, peak memory "
-         << Format(static_cast<double>(usage.ru_maxrss) / 1024.0, "0.0") << " MiB\n";
+         << Format(static_cast<double>(PeakMemory()) / 1024.0 / 1024.0, "0.0") << " MiB\n";
   }
 
   const ReplayOptions& options_;

@@ -2,6 +2,8 @@
 
 #include <ctime>
 
+#include "base/system.h"
+
 namespace fathomline {
 namespace {
 
@@ -19,9 +21,7 @@ DateTime SystemClock::NowLocal() const {
   const std::time_t now = UnixNow();
   if (now / 60 != zoneMinute_) {
     zoneMinute_ = now / 60;
-    std::tm local{};
-    localtime_r(&now, &local);
-    zoneSeconds_ = static_cast<double>(local.tm_gmtoff);
+    zoneSeconds_ = static_cast<double>(LocalOffset(now).count());
   }
   return FromUnixSeconds(static_cast<double>(now) + zoneSeconds_);
 }

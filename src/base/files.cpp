@@ -1,16 +1,12 @@
 #include "base/files.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <system_error>
 #include <utility>
 
 #include "base/fault.h"
+#include "base/system.h"
 
 namespace fathomline {
 namespace {
@@ -19,96 +15,13 @@ constexpr std::size_t kBlock = std::size_t{256} * 1024;
 constexpr std::size_t kLargestWhole = std::size_t{256} * 1024 * 1024;
 constexpr int kFirstFreeNumber = 5;
 
-std::string FolderOf(const std::string& path) {
-  const std::size_t slash = path.rfind('/');
-  return slash == std::string::npos ? "." : path.substr(0, slash + 1);
-}
-
-FaultNumber NumberOf(int error, const std::string& path) {
-  switch (error) {
-    case ENOENT:
-      return FolderExists(FolderOf(path)) ? FaultNumber::FileNotFound : FaultNumber::PathNotFound;
-    case ENOTDIR:
-      return FaultNumber::PathNotFound;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      return FaultNumber::PermissionDenied;
-    case EISDIR:
-    case EEXIST:
-    case EFBIG:
-      return FaultNumber::PathAccess;
-    case ENOSPC:
-    case EDQUOT:
-      return FaultNumber::DiskFull;
-    default:
-      return FaultNumber::DeviceError;
-  }
-}
-
-[[noreturn]] void RaiseSystemError(int error, const std::string& path) {
-  const FaultNumber number = NumberOf(error, path);
-  std::string cause(Description(number));
-  if (number == FaultNumber::DeviceError || number == FaultNumber::PathAccess) {
-    cause.append(" (").append(std::strerror(error)).append(")");
-  }
-  Raise(number, cause + ": " + path);
-}
-
-int OpenDescriptor(const std::string& path, int flags) {
-  int descriptor = -1;
-  do {
-    descriptor = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
-  } while (descriptor < 0 && errno == EINTR);
-  if (descriptor < 0) RaiseSystemError(errno, path);
-  return descriptor;
-}
-
-// A pipe that nobody writes to, or a device, must not hold the program up.
-int OpenToRead(const std::string& path) {
-  return OpenDescriptor(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-}
-
-void WriteAll(int descriptor, std::string_view bytes, const std::string& path) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0) {
-      if (errno == EINTR) continue;
-      RaiseSystemError(errno, path);
-    }
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
-
-// Closes on the way out; keeps what it was given until then.
-class Descriptor {
- public:
-  explicit Descriptor(int descriptor) : descriptor_(descriptor) {}
-  ~Descriptor() { ::close(descriptor_); }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  int Get() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
-
 }  // namespace
 
 LineReader::LineReader(const std::string& path)
-    : descriptor_(OpenToRead(path)),
+    : file_(path, SystemFile::Use::Read),
       path_(path),
       buffer_(std::make_unique<char[]>(kBlock)),
-      capacity_(kBlock) {
-  struct stat status {};
-  if (::fstat(descriptor_, &status) != 0) return;
-  isStream_ = !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
-  if (S_ISREG(status.st_mode)) size_ = static_cast<std::uint64_t>(status.st_size);
-}
-
-LineReader::~LineReader() {
-  ::close(descriptor_);
-}
+      capacity_(kBlock) {}
 
 // Brings more bytes behind those that wait.
 LineReader::Read LineReader::ReadMore() {
@@ -124,23 +37,19 @@ LineReader::Read LineReader::ReadMore() {
     buffer_ = std::move(larger);
     capacity_ *= 2;
   }
-  ssize_t count = 0;
-  do {
-    count = ::read(descriptor_, buffer_.get() + end_, capacity_ - end_);
-  } while (count < 0 && errno == EINTR);
-  if (count < 0 && errno == EAGAIN) return Read::Nothing;
-  if (count <= 0) {
-    exhausted_ = true;
-    if (count < 0) RaiseSystemError(errno, path_);
-    return Read::End;
-  }
-  end_ += static_cast<std::size_t>(count);
-  return Read::Bytes;
+  exhausted_ = true;  // which a fault leaves it
+  const std::optional<std::size_t> count = file_.Read(buffer_.get() + end_, capacity_ - end_);
+  exhausted_ = count == 0U;
+  if (!count) return Read::Nothing;
+  end_ += *count;
+  return exhausted_ ? Read::End : Read::Bytes;
 }
 
 bool LineReader::Fill() {
   const Read read = ReadMore();
-  if (read == Read::Nothing) RaiseSystemError(EAGAIN, path_);
+  if (read == Read::Nothing) {
+    RaiseSystemError(std::make_error_code(std::errc::resource_unavailable_try_again), path_);
+  }
   return read == Read::Bytes;
 }
 
@@ -157,8 +66,7 @@ bool LineReader::WaitForLine(std::chrono::steady_clock::time_point until) {
     if (read == Read::Bytes) continue;
     const auto left = std::chrono::ceil<milliseconds>(until - std::chrono::steady_clock::now());
     if (left <= milliseconds{0}) return false;
-    pollfd input{descriptor_, POLLIN, 0};
-    ::poll(&input, 1, static_cast<int>(left.count()));
+    file_.Wait(left);
   }
 }
 
@@ -188,8 +96,7 @@ std::string_view LineReader::Next() {
 
 struct FileTable::OpenFile {
   std::unique_ptr<LineReader> reader;
-  std::unique_ptr<Descriptor> writer;
-  std::string path;
+  std::unique_ptr<SystemFile> writer;
 };
 
 FileTable::FileTable() = default;
@@ -205,24 +112,22 @@ void FileTable::OpenForInput(int number, const std::string& path) {
   if (IsOpen(number)) Raise(FaultNumber::FileAlreadyOpen);
   auto file = std::make_unique<OpenFile>();
   file->reader = std::make_unique<LineReader>(path);
-  file->path = path;
   files_.emplace(number, std::move(file));
 }
 
-void FileTable::OpenForWriting(int number, const std::string& path, int flags) {
+void FileTable::OpenForWriting(int number, const std::string& path, SystemFile::Use use) {
   if (IsOpen(number)) Raise(FaultNumber::FileAlreadyOpen);
   auto file = std::make_unique<OpenFile>();
-  file->writer = std::make_unique<Descriptor>(OpenDescriptor(path, O_WRONLY | O_CREAT | flags));
-  file->path = path;
+  file->writer = std::make_unique<SystemFile>(path, use);
   files_.emplace(number, std::move(file));
 }
 
 void FileTable::OpenForOutput(int number, const std::string& path) {
-  OpenForWriting(number, path, O_TRUNC);
+  OpenForWriting(number, path, SystemFile::Use::Replace);
 }
 
 void FileTable::OpenForAppend(int number, const std::string& path) {
-  OpenForWriting(number, path, O_APPEND);
+  OpenForWriting(number, path, SystemFile::Use::Append);
 }
 
 LineReader& FileTable::Reader(int number) {
@@ -234,15 +139,7 @@ LineReader& FileTable::Reader(int number) {
 void FileTable::Write(int number, std::string_view bytes) {
   const auto found = files_.find(number);
   if (found == files_.end() || !found->second->writer) Raise(FaultNumber::BadFileNumber);
-  const int descriptor = found->second->writer->Get();
-  const off_t begin = ::lseek(descriptor, 0, SEEK_END);
-  try {
-    WriteAll(descriptor, bytes, found->second->path);
-  } catch (const Fault&) {
-    // What comes when there is room again must not continue half a line.
-    if (begin >= 0 && ::ftruncate(descriptor, begin) == 0) ::lseek(descriptor, begin, SEEK_SET);
-    throw;
-  }
+  found->second->writer->Write(bytes);
 }
 
 void FileTable::Close(int number) {
@@ -253,27 +150,31 @@ void FileTable::CloseAll() {
 }
 
 bool FileExists(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+  std::error_code ignored;
+  const auto status = std::filesystem::status(PathOf(path), ignored);
+  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 
 bool FolderExists(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  std::error_code ignored;
+  return std::filesystem::is_directory(PathOf(path), ignored);
 }
 
 void MakeFolder(const std::string& path) {
-  if (::mkdir(path.c_str(), 0777) != 0) RaiseSystemError(errno, path);
+  std::error_code error;
+  if (std::filesystem::create_directory(PathOf(path), error)) return;
+  RaiseSystemError(error ? error : std::make_error_code(std::errc::file_exists), path);
 }
 
-void RenameFile(const std::string& from, const std::string& to) {
-  if (std::rename(from.c_str(), to.c_str()) != 0) RaiseSystemError(errno, to);
+void MakeFolders(const std::string& path) {
+  std::error_code error;
+  std::filesystem::create_directories(PathOf(path), error);
+  if (error) Raise(FaultNumber::PathAccess, SystemMessage(error) + ": " + path);
 }
 
 std::string ReadWholeFile(const std::string& path) {
-  const Descriptor file(OpenToRead(path));
-  struct stat status {};
-  if (::fstat(file.Get(), &status) == 0 && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode)) {
+  SystemFile file(path, SystemFile::Use::Read);
+  if (file.IsStream()) {
     Raise(FaultNumber::PathAccess,
           std::string(Description(FaultNumber::PathAccess)) + " (Not a file): " + path);
   }
@@ -281,18 +182,13 @@ std::string ReadWholeFile(const std::string& path) {
   for (;;) {
     const std::size_t have = content.size();
     content.resize(have + kBlock);
-    const ssize_t count = ::read(file.Get(), content.data() + have, kBlock);
-    content.resize(have + static_cast<std::size_t>(count > 0 ? count : 0));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) RaiseSystemError(errno, path);
+    const std::size_t count = file.Read(content.data() + have, kBlock).value_or(0);
+    content.resize(have + count);
     if (count == 0) return content;
-    if (content.size() > kLargestWhole) RaiseSystemError(EFBIG, path);
+    if (content.size() > kLargestWhole) {
+      RaiseSystemError(std::make_error_code(std::errc::file_too_large), path);
+    }
   }
-}
-
-void ExpectReadable(const std::string& path) {
-  if (::access(path.c_str(), R_OK) != 0) RaiseSystemError(errno, path);
-  if (FolderExists(path)) RaiseSystemError(EISDIR, path);
 }
 
 void ReplaceFile(const std::string& path, std::string_view content) {
@@ -302,13 +198,14 @@ void ReplaceFile(const std::string& path, std::string_view content) {
 void ReplaceFile(const std::string& path, std::string_view content, const std::string& temporary) {
   try {
     {
-      const Descriptor file(OpenDescriptor(temporary, O_WRONLY | O_CREAT | O_TRUNC));
-      WriteAll(file.Get(), content, temporary);
-      if (::fsync(file.Get()) != 0) RaiseSystemError(errno, temporary);
+      SystemFile file(temporary, SystemFile::Use::Replace);
+      file.Write(content);
+      file.MakeDurable();
     }
     RenameFile(temporary, path);
   } catch (const Fault&) {
-    ::unlink(temporary.c_str());
+    std::error_code ignored;
+    std::filesystem::remove(PathOf(temporary), ignored);
     throw;
   }
 }

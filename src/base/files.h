@@ -12,6 +12,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/system.h"
+
 namespace fathomline {
 
 // Reads a file line by line in large blocks. A line ends at LF or CR LF, which both are dropped; a
@@ -22,14 +24,11 @@ class LineReader {
   static constexpr std::size_t kLongestLine = std::size_t{16} * 1024 * 1024;
 
   explicit LineReader(const std::string& path);
-  ~LineReader();
-  LineReader(const LineReader&) = delete;
-  LineReader& operator=(const LineReader&) = delete;
 
   // Whether AtEnd and Next can answer, if need be after waiting until then. A file always can; a
   // stream, such as a pipe, has to bring a line or end first. One that nobody writes to has ended.
   bool Ready(std::chrono::steady_clock::time_point until) {
-    return !isStream_ || WaitForLine(until);
+    return !file_.IsStream() || WaitForLine(until);
   }
   // Both raise the system's fault, for a stream that is not ready too.
   bool AtEnd() { return begin_ == end_ && !Fill(); }
@@ -38,7 +37,7 @@ class LineReader {
 
   // Bytes taken so far, and of the whole file; 0 for what has no size, such as a pipe.
   std::uint64_t Position() const { return consumed_; }
-  std::uint64_t Size() const { return size_; }
+  std::uint64_t Size() const { return file_.Size(); }
 
  private:
   enum class Read { Bytes, Nothing, End };
@@ -46,16 +45,14 @@ class LineReader {
   bool Fill();
   bool WaitForLine(std::chrono::steady_clock::time_point until);
 
-  int descriptor_;
+  SystemFile file_;
   std::string path_;
   std::unique_ptr<char[]> buffer_;
   std::size_t capacity_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
   bool exhausted_ = false;
-  bool isStream_ = true;
   std::uint64_t consumed_ = 0;
-  std::uint64_t size_ = 0;
 };
 
 // Open files by number. Numbers 1 to 4 belong to the replay; free ones begin at 5.
@@ -83,7 +80,7 @@ class FileTable {
 
  private:
   struct OpenFile;
-  void OpenForWriting(int number, const std::string& path, int flags);
+  void OpenForWriting(int number, const std::string& path, SystemFile::Use use);
 
   std::map<int, std::unique_ptr<OpenFile>> files_;
 };
@@ -92,11 +89,10 @@ bool FileExists(const std::string& path);
 bool FolderExists(const std::string& path);
 // One level; the folder above must exist.
 void MakeFolder(const std::string& path);
-void RenameFile(const std::string& from, const std::string& to);
+// With all above it, unless they exist.
+void MakeFolders(const std::string& path);
 // PathAccess for a file above 256 MiB, and for what is no file.
 std::string ReadWholeFile(const std::string& path);
-// Raises the fault that reading would begin with. Takes nothing out of a stream.
-void ExpectReadable(const std::string& path);
 
 // Replaces a file by writing a temporary one beside it and renaming, so that a reader finds the
 // old content or the new one whole, whatever happens meanwhile. The temporary one is that file with

@@ -1,16 +1,13 @@
 #include "base/settings.h"
 
-#include <cerrno>
 #include <charconv>
-#include <cstring>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "base/fault.h"
 #include "base/files.h"
+#include "base/system.h"
 
 namespace fathomline {
 
@@ -105,16 +102,15 @@ void SettingsStore::Set(std::string_view section, std::string_view key, std::int
   Set(section, key, std::to_string(number));
 }
 
-IniSettings::IniSettings(std::filesystem::path file) : file_(std::move(file)) {
+IniSettings::IniSettings(std::string file) : file_(std::move(file)) {
   Read();
 }
 
 void IniSettings::Read() {
-  std::error_code error;
-  if (!std::filesystem::exists(file_, error)) return;
+  if (!FileExists(file_) && !FolderExists(file_)) return;
   std::string cause;
   try {
-    std::istringstream in(ReadWholeFile(file_.string()));
+    std::istringstream in(ReadWholeFile(file_));
     std::string section;
     int strange = 0;
     for (std::string line; std::getline(in, line);) {
@@ -125,7 +121,7 @@ void IniSettings::Read() {
     cause = fault.Description();
   }
   if (cause.empty()) return;
-  trouble_ = "The settings in " + file_.string() + " could not be read: " + cause +
+  trouble_ = "The settings in " + file_ + " could not be read: " + cause +
              ".\r\nWhat is missing has its usual value. The file is kept, with \"" +
              std::string(kKept) + "\" behind its name, before it is written anew.";
 }
@@ -148,33 +144,24 @@ bool IniSettings::Take(std::string_view line, std::string& section) {
 
 void IniSettings::Save() {
   if (!changed_) return;
-  std::error_code error;
-  std::filesystem::create_directories(file_.parent_path(), error);
-  std::filesystem::path fresh = file_;
-  fresh += ".new";
-  std::string cause = error ? error.message() : std::string();
-  errno = 0;
-  std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
+  std::string content;
   for (const auto& [name, section] : sections_) {
-    out << '[' << name << "]\n";
+    content.append("[").append(name).append("]\n");
     for (const auto& [key, text] : section) {
-      out << key << '=' << (Survives(text) ? text : Quoted(text)) << '\n';
+      content.append(key).append("=").append(Survives(text) ? text : Quoted(text)).append("\n");
     }
-    out << '\n';
+    content += '\n';
   }
-  out.close();
-  if (cause.empty() && !out) cause = std::strerror(errno != 0 ? errno : EIO);
-  if (cause.empty()) {
-    if (!std::exchange(trouble_, {}).empty()) {
-      std::filesystem::rename(file_, file_.string() + kKept, error);
+  try {
+    MakeFolders(PathText(PathOf(file_).parent_path()));
+    if (!trouble_.empty()) {
+      ResumeNext([this] { RenameFile(file_, file_ + kKept); });
+      trouble_.clear();
     }
-    std::filesystem::rename(fresh, file_, error);
-    if (error) cause = error.message();
-  }
-  if (!cause.empty()) {
-    std::filesystem::remove(fresh, error);
+    ReplaceFile(file_, content, file_ + ".new");
+  } catch (const Fault& fault) {
     Raise(FaultNumber::PathAccess,
-          "The settings could not be saved in " + file_.string() + ": " + cause);
+          "The settings could not be saved in " + file_ + ": " + fault.Description());
   }
   changed_ = false;
 }

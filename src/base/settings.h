@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -44,12 +43,12 @@ class SettingsStore {
 // line ends or outer blanks, stand in double quotes with \n, \r, \" and \\.
 class IniSettings : public SettingsStore {
  public:
-  explicit IniSettings(std::filesystem::path file);
+  explicit IniSettings(std::string file);
 
   // Writes a second file and renames it over the first, so that there is a whole file at any time.
   // Does nothing where nothing has changed. Raises PathAccess with the cause.
   void Save() override;
-  std::string Location() const override { return file_.string(); }
+  std::string Location() const override { return file_; }
   std::string Trouble() const override { return trouble_; }
 
  private:
@@ -57,7 +56,7 @@ class IniSettings : public SettingsStore {
   // Whether the line is one of the format; `section` is where it stands, empty for nowhere.
   bool Take(std::string_view line, std::string& section);
 
-  std::filesystem::path file_;
+  std::string file_;
   std::string trouble_;
 };
 

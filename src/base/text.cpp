@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/system.h"
+
 namespace fathomline {
 namespace {
 
@@ -150,8 +152,9 @@ std::string FromWindows1252(std::string_view bytes) {
 }
 
 std::string FileNamePart(std::string_view name) {
-  return Transformed(name,
-                     [](char32_t c) { return c < 0x20 || c == 0x7F || c == U'/' ? U'_' : c; });
+  std::string part = Transformed(name, [](char32_t c) { return FileNameHolds(c) ? c : U'_'; });
+  if (IsReservedFileName(part)) part += '_';
+  return part;
 }
 
 std::string WithoutQuotes(std::string_view text) {

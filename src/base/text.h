@@ -37,7 +37,8 @@ std::string UpperCase(std::string_view text);
 std::string ToWindows1252(std::string_view text);
 std::string FromWindows1252(std::string_view bytes);
 
-// A name made fit to be part of a file name: "/" and control characters become "_".
+// A name made fit to be part of a file name: what the system's file names cannot hold, such as "/",
+// becomes "_".
 std::string FileNamePart(std::string_view name);
 // A double quote becomes an apostrophe, since the setup file cannot hold one.
 std::string WithoutQuotes(std::string_view text);

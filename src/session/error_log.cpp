@@ -1,5 +1,7 @@
 #include "session/error_log.h"
 
+#include "base/system.h"
+
 namespace fathomline {
 namespace {
 
@@ -20,7 +22,7 @@ void ErrorLog::Append(const std::string& description) {
   const std::string folder = records_.ProgramFolder + "ErrorLog";
   if (!FolderExists(folder)) MakeFolder(folder);
   const int file = files_.FreeFile();
-  files_.OpenForAppend(file, folder + "/ErrorLog.txt");
+  files_.OpenForAppend(file, folder + kPathSeparator + "ErrorLog.txt");
   const auto close = [&] { files_.Close(file); };
   try {
     files_.Write(file, FormatDateTime(clock_.NowLocal(), "yyyy mmm dd hh:mm:ss") +

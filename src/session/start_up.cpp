@@ -1,19 +1,14 @@
 #include "session/start_up.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/file.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
 #include "analysis/running_statistics.h"
 #include "base/files.h"
+#include "base/system.h"
 #include "setup/setup_file.h"
 #include "toolkit/window_places.h"
 
@@ -28,33 +23,13 @@ constexpr const char* kFirstStart =
 }  // namespace
 
 std::string DefaultProgramFolder() {
-  const char* const home = std::getenv("HOME");
-  return std::string(home == nullptr ? "." : home) + "/Keelhaven/Fathomline/";
+  return DataHome() + "Keelhaven" + kPathSeparator + "Fathomline" + kPathSeparator;
 }
 
 void MakeProgramFolder(std::string folder, Records& records) {
-  if (!folder.ends_with('/')) folder.push_back('/');
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
-  if (error) Raise(FaultNumber::PathAccess, error.message() + ": " + folder);
+  folder = PathText(PathOf(folder) / "");
+  MakeFolders(folder);
   records.ProgramFolder = std::move(folder);
-}
-
-FolderLock::~FolderLock() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
-bool FolderLock::Take(const std::string& folder) {
-  const std::string path = folder + ".lock";
-  const auto raise = [&path] {
-    Raise(FaultNumber::PathAccess, std::string(std::strerror(errno)) + ": " + path);
-  };
-  descriptor_ = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-  if (descriptor_ < 0) raise();
-  // Ends with the program, however it ends.
-  if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return true;
-  if (errno != EWOULDBLOCK) raise();
-  return false;
 }
 
 StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
@@ -87,7 +62,7 @@ bool StartUp::Start(const StartOptions& options) {
   try {
     MakeProgramFolder(
         options.programFolder.empty() ? DefaultProgramFolder() : options.programFolder, records_);
-    if (!lock_.Take(records_.ProgramFolder)) {
+    if (!lock_.Take(records_.ProgramFolder + ".lock")) {
       return refuse(std::string(kProgramTitle) + " is already running with the folder " +
                     records_.ProgramFolder);
     }
@@ -135,7 +110,7 @@ void StartUp::ReadSetup(const std::string& path) {
   // Closing the program would overwrite what its user may want to mend.
   std::error_code noSuchFile;
   const std::string written = records_.ProgramFolder + std::string(kSetupFileName);
-  if (!std::filesystem::equivalent(path, written, noSuchFile)) return;
+  if (!std::filesystem::equivalent(PathOf(path), PathOf(written), noSuchFile)) return;
   ResumeNext(
       [&] { KeepFaultySetupFile(written); },
       [this](const Fault& fault) {

@@ -7,6 +7,7 @@
 
 #include "base/clock.h"
 #include "base/settings.h"
+#include "base/system.h"
 #include "pipeline/engine.h"
 #include "session/session_control.h"
 #include "session/windows.h"
@@ -17,7 +18,7 @@
 namespace fathomline {
 
 struct StartOptions {
-  // The program folder; empty: "Keelhaven/Fathomline" in the user's home.
+  // The program folder; empty: the default one.
   std::string programFolder = {};
   // A setup file to be opened in place of the default one.
   std::optional<std::string> setupFile = {};
@@ -27,27 +28,12 @@ struct StartOptions {
 // proposal.
 inline constexpr std::string_view kBinaryStandardIALA = "BinaryStandardIALA";
 
-// "Keelhaven/Fathomline/" in the user's home.
+// "Keelhaven/Fathomline/" in the user's home, on Windows in the root of drive C.
 std::string DefaultProgramFolder();
 
 // Makes the folder of the program's files, with all above it if need be, and names it in the
 // records. Raises the system's fault.
 void MakeProgramFolder(std::string folder, Records& records);
-
-// Holds the program folder against a second program for as long as it lives.
-class FolderLock {
- public:
-  FolderLock() = default;
-  ~FolderLock();
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
-
-  // False where another program holds it. Raises the system's fault.
-  bool Take(const std::string& folder);
-
- private:
-  int descriptor_ = -1;
-};
 
 class StartUp {
  public:
@@ -87,7 +73,7 @@ class StartUp {
   AISDecoder& ais_;
   frmSetup& setupDialog_;
   StartOptions options_;
-  FolderLock lock_;
+  FileLock lock_;
 };
 
 }  // namespace fathomline

@@ -7,6 +7,7 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/system.h"
 #include "base/text.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
@@ -218,7 +219,7 @@ void frmSetup::SelectFile() {
       .title = "Open NMEA raw data File",
       .filter = "NMEA raw data (*.log;*.txt;*.nmea)|*.log;*.txt;*.nmea|All files (*.*)|*.*"};
   if (lblFileName.Text() != kNotSelected) {
-    question.folder = std::filesystem::path(lblFileName.Text()).parent_path().string();
+    question.folder = PathText(PathOf(lblFileName.Text()).parent_path());
   }
   const std::optional<std::string> path = OwningDesktop().ChooseFile(question);
   if (!path || path->empty()) return;

@@ -7,6 +7,7 @@
 #include "base/clock.h"
 #include "base/dialogs.h"
 #include "base/files.h"
+#include "base/system.h"
 #include "records/records.h"
 
 namespace fathomline {
@@ -31,7 +32,7 @@ class RawLog {
   void Stop();
   void CloseLogs();
   std::string FileName(int system, std::string_view begun) const;
-  std::string Folder() const { return records_.ProgramFolder + "log/"; }
+  std::string Folder() const { return records_.ProgramFolder + "log" + kPathSeparator; }
 
   Records& records_;
   FileTable& files_;

@@ -20,7 +20,7 @@ struct IniSettingsTest : testing::Test {
   }
 
   TemporaryFolder folder;
-  std::filesystem::path file = folder / "deeper/settings.ini";
+  std::string file = folder / "deeper/settings.ini";
 };
 
 TEST_F(IniSettingsTest, WhatIsSavedIsReadBack) {
@@ -42,7 +42,7 @@ TEST_F(IniSettingsTest, WhatIsSavedIsReadBack) {
   EXPECT_EQ(settings.Get("Comports", "COM5", "missing"), "/dev/serial/by-id/usb-1");
   EXPECT_EQ(settings.Get("Comports", "Path", "missing"), "C:\\new\\ro\"om\"");
   EXPECT_FALSE(settings.Get("Comports", "MainLeft"));
-  EXPECT_FALSE(std::filesystem::exists(file.string() + ".new"));
+  EXPECT_FALSE(std::filesystem::exists(file + ".new"));
 }
 
 TEST_F(IniSettingsTest, ReadsWhatAPersonHasWritten) {
@@ -66,12 +66,12 @@ TEST_F(IniSettingsTest, RubbishIsPassedOver) {
   }
   EXPECT_FALSE(settings.Get("", "before"));
   EXPECT_FALSE(settings.Get("Settings", "lost"));
-  EXPECT_THAT(settings.Trouble(), testing::AllOf(testing::HasSubstr(file.string()),
+  EXPECT_THAT(settings.Trouble(), testing::AllOf(testing::HasSubstr(file),
                                                  testing::HasSubstr("lines passed over: 8.")));
 }
 
 TEST_F(IniSettingsTest, WhatCannotBeReadIsToldAndKept) {
-  const std::string kept = file.string() + ".bak";
+  const std::string kept = file + ".bak";
   WriteFile("rubbish");
   for (const bool isFolder : {false, true}) {
     if (isFolder) {
@@ -81,7 +81,7 @@ TEST_F(IniSettingsTest, WhatCannotBeReadIsToldAndKept) {
     }
     IniSettings settings(file);
     EXPECT_THAT(settings.Trouble(),
-                testing::StartsWith("The settings in " + file.string() + " could not be read: "));
+                testing::StartsWith("The settings in " + file + " could not be read: "));
     settings.Set("Settings", "Left", 1);
     settings.Save();
     EXPECT_EQ(IniSettings(file).GetNumber("Settings", "Left", 0), 1);
@@ -94,13 +94,13 @@ TEST_F(IniSettingsTest, AFileThatCannotBeWrittenIsAFaultAndStaysAsItWas) {
   WriteFile("[Settings]\nLeft=1\n");
   const std::string before = ReadWholeFile(file);
   // A folder in the way of the second file stops every user, root included.
-  std::filesystem::create_directories(file.string() + ".new/x");
+  std::filesystem::create_directories(file + ".new/x");
   IniSettings settings(file);
   settings.Save();  // nothing has changed
   settings.Set("Settings", "Left", 2);
   EXPECT_THROW(settings.Save(), Fault);
   EXPECT_EQ(ReadWholeFile(file), before);
-  std::filesystem::remove_all(file.string() + ".new");
+  std::filesystem::remove_all(file + ".new");
   settings.Save();
   EXPECT_EQ(ReadWholeFile(file), "[Settings]\nLeft=2\n\n");
 }
