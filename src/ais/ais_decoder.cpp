@@ -3,8 +3,19 @@
 namespace fathomline {
 namespace {
 
-bool CarriesApplicationData(std::int16_t messageId) {
-  return messageId == 6 || messageId == 8 || messageId == 25 || messageId == 26;
+// Application data that say what they are. Ids 25 and 26 may come without that.
+bool CarriesApplicationData(std::int16_t messageId, const AISMessages& messages) {
+  switch (messageId) {
+    case 6:
+    case 8:
+      return true;
+    case 25:
+      return messages.Id25.Structured == 1;
+    case 26:
+      return messages.Id26.Structured == 1;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -29,7 +40,7 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
     throw;
   }
   assembly.clear();
-  if (CarriesApplicationData(receiver.AISMessageId)) {
+  if (CarriesApplicationData(receiver.AISMessageId, receiver.Messages)) {
     receiver.ApplicationMessageId = receiver.AISMessageId;
   }
 }

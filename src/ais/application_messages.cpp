@@ -111,11 +111,10 @@ void DecodeMultiSlot(const AISReception& reception, unsigned id, AISMultiSlotRec
     record.DestinationMMSI = ReadValue<std::int32_t>(reception.bits, 41, 70, {});
     position = 71;
   }
-  if (record.Structured == 1) {
-    ReadIdentifier(reception.bits, record, position);
-    position += 16;
-  }
-  DecodeApplication(reception, id, record, position);
+  // Without an identifier nobody knows what the data are.
+  if (record.Structured != 1) return;
+  ReadIdentifier(reception.bits, record, position);
+  DecodeApplication(reception, id, record, position + 16);
 }
 
 }  // namespace

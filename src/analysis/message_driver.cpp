@@ -6,48 +6,30 @@
 #include "base/text.h"
 
 namespace fathomline {
-namespace {
-
-// Day, month and year of a "ddmmyy" text; the year is of this century. Days and months out of
-// range roll over. Raises TypeMismatch where a pair is no two digits.
-DateTime ReadDate(std::string_view text) {
-  const auto pair = [](std::string_view digits) {
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    if (digits.size() != 2 || !isDigit(digits[0]) || !isDigit(digits[1])) {
-      Raise(FaultNumber::TypeMismatch);
-    }
-    return (digits[0] - '0') * 10 + (digits[1] - '0');
-  };
-  const int day = pair(Mid(text, 1, 2));
-  const int month = pair(Mid(text, 3, 2));
-  const int year = pair(text.size() < 2 ? text : text.substr(text.size() - 2));
-  return DateFromParts(year + 2000, month, day);
-}
-
-constexpr int kFirstYear = 100;
-constexpr int kLastYear = 9999;
-
-}  // namespace
 
 MessageDriver::MessageDriver(Records& records, Statistics& statistics, const Clock& clock,
                              Dialogs& dialogs, MessageViews& views)
-    : records_(records), statistics_(statistics), clock_(clock), dialogs_(dialogs), views_(views) {
-  const DateTime now = clock.NowUtc();
-  records_.MessageTime.Fill(now);
-  records_.LastSentenceTime.Fill(now);
-  records_.MessageDate.Fill(DateOnly(now));
+    : records_(records),
+      statistics_(statistics),
+      clock_(clock),
+      dialogs_(dialogs),
+      views_(views),
+      sentenceClock_(records, clock) {}
+
+void MessageDriver::BeginReplay() {
+  sentenceClock_.BeginReplay();
 }
 
 void MessageDriver::ProcessMessage(int system, SentenceType type) {
-  if (records_.SetTimeFromPC[system]) records_.MessageTime[system] = clock_.NowUtc();
-
+  sentenceClock_.Begin(system);
   if (const AnalyseFlag* const analysed = FindAnalyseFlag(type); analysed == nullptr) {
     StageUnknown(type);
   } else if (!(records_.CommSetups[system].*analysed->flag)) {
     return;
   }
   RunStage(system, type);
-  KeepClock(system);
+  // The points that a chart has taken before have no time of their own.
+  if (sentenceClock_.Finish(system) && records_.OfflineRunning) views_.RestartSeries(system);
 
   const SystemSetup& open = records_.SystemSetups[system];
   if (open[WindowFlag::Numerics]) views_.UpdateNumerics(system, type);
@@ -79,7 +61,7 @@ void MessageDriver::RunStage(int system, SentenceType type) {
       StageRMC(system);
       break;
     case SentenceType::ZDA:
-      StageZDA(system);
+      sentenceClock_.TakeZDA(system, records_.Messages[system].ZDA.Record);
       break;
     case SentenceType::HDT:
       StageHDT(system);
@@ -113,10 +95,6 @@ void MessageDriver::UpdatePlots(int system, SentenceType type) {
   }
 }
 
-void MessageDriver::ReadTime(int system, std::string_view time) {
-  records_.MessageTime[system] = records_.MessageDate[system] + ReadTimeOfDay(Mid(time, 1, 8));
-}
-
 // The first-sample reference follows every sentence until one has been accepted into the mean.
 void MessageDriver::TakePosition(int system, const PositionSample& sample) {
   SystemStatistics& statistics = statistics_[system];
@@ -135,37 +113,30 @@ void MessageDriver::TakePosition(int system, const PositionSample& sample) {
 
 void MessageDriver::StageGGA(int system) {
   const GGARecord& record = records_.Messages[system].GGA.Record;
-  ResumeNext([&] { ReadTime(system, record.Time); });
+  ResumeNext([&] { sentenceClock_.TakeTime(system, record.Time); });
   TakePosition(system, {record.Time, record.Latitude, record.Longitude, record.Altitude,
                         record.Quality != 0});
 }
 
 void MessageDriver::StageGNS(int system) {
   const GNSRecord& record = records_.Messages[system].GNS.Record;
-  ResumeNext([&] { ReadTime(system, record.Time); });
+  ResumeNext([&] { sentenceClock_.TakeTime(system, record.Time); });
   TakePosition(system, {record.Time, record.Latitude, record.Longitude, record.Altitude,
                         record.Mode != "NN"});
 }
 
 void MessageDriver::StageGLL(int system) {
   const GLLRecord& record = records_.Messages[system].GLL.Record;
-  ReadTime(system, record.Time);
+  sentenceClock_.TakeTime(system, record.Time);
   TakePosition(
       system, {record.Time, record.Latitude, record.Longitude, std::nullopt, record.Status == 'A'});
 }
 
 void MessageDriver::StageRMC(int system) {
   const RMCRecord& record = records_.Messages[system].RMC.Record;
-  records_.MessageDate[system] = ReadDate(record.Date);
-  ReadTime(system, record.Time);
+  sentenceClock_.TakeDateAndTime(system, record.Date, record.Time);
   TakePosition(
       system, {record.Time, record.Latitude, record.Longitude, std::nullopt, record.Status == "A"});
-}
-
-void MessageDriver::StageZDA(int system) {
-  const ZDARecord& record = records_.Messages[system].ZDA.Record;
-  if (record.Year < kFirstYear || record.Year > kLastYear) Raise(FaultNumber::InvalidCall);
-  records_.MessageDate[system] = DateFromParts(record.Year, record.Month, record.Day);
 }
 
 void MessageDriver::StageHDT(int system) {
@@ -192,28 +163,21 @@ void MessageDriver::StageATT(int system) {
   const Stamp stamp{MessageTimeText(system), clock_};
   // The difference is taken as it stands here, not wrapped: a heading across north of its
   // reference stays out of the mean.
-  const auto take = [&](SingleStat& mean, float angle, float from) {
-    if (std::abs(angle - from) <= records_.OutlierLimit) AccumulateSingle(mean, angle, stamp);
+  const float heading = SingleDifference(record.Heading, reference.ReferenceHeading);
+  const float pitch = SingleDifference(record.Pitch, reference.ReferencePitch);
+  const float roll = SingleDifference(record.Roll, reference.ReferenceRoll);
+  const auto take = [&](SingleStat& mean, float angle, float difference) {
+    if (std::abs(difference) <= records_.OutlierLimit) AccumulateSingle(mean, angle, stamp);
   };
-  take(statistics.HeadingMean, record.Heading, reference.ReferenceHeading);
-  take(statistics.PitchMean, record.Pitch, reference.ReferencePitch);
-  take(statistics.RollMean, record.Roll, reference.ReferenceRoll);
+  take(statistics.HeadingMean, record.Heading, heading);
+  take(statistics.PitchMean, record.Pitch, pitch);
+  take(statistics.RollMean, record.Roll, roll);
 }
 
 void MessageDriver::StageUnknown(SentenceType type) {
   dialogs_.Ask({.text = "A NMEA message type " + ToText(type) + " is received. No action",
                 .canBeSilenced = true,
                 .kind = "unknown type"});
-}
-
-// A time before the one of the sentence before means that midnight has passed.
-void MessageDriver::KeepClock(int system) {
-  DateTime& time = records_.MessageTime[system];
-  if (DifferenceInSeconds(records_.LastSentenceTime[system], time) < 0) {
-    records_.MessageDate[system] = records_.MessageDate[system] + kOneDay;
-    time = time + kOneDay;
-  }
-  records_.LastSentenceTime[system] = time;
 }
 
 void MessageDriver::MoveReferenceToMean(int system) {

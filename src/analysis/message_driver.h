@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/sentence_clock.h"
 #include "analysis/statistics.h"
 #include "base/clock.h"
 #include "base/dialogs.h"
@@ -22,6 +23,8 @@ class MessageViews {
   virtual void UpdateARPATargets(int /*system*/, SentenceType /*type*/) {}
   virtual void UpdateAISTargets(int /*system*/, SentenceType /*type*/) {}
   virtual void UpdateStatisticsView(int /*system*/, SentenceType /*type*/) {}
+  // The clock of a replay has been told: the points so far have no time of their own.
+  virtual void RestartSeries(int /*system*/) {}
   virtual void UpdateTimeSeries(int /*system*/, SentenceType /*type*/) {}
   virtual void UpdateScatter(int /*system*/, SentenceType /*type*/) {}
   virtual void UpdateSkyplot(int /*system*/) {}
@@ -30,9 +33,11 @@ class MessageViews {
 
 class MessageDriver {
  public:
-  // At start the sentence time of all systems is the present time, and their date the present one.
   MessageDriver(Records& records, Statistics& statistics, const Clock& clock, Dialogs& dialogs,
                 MessageViews& views);
+
+  // A replay begins from rest.
+  void BeginReplay();
 
   // Takes the latest sentence of a type through all steps. A type that is not analysed by the
   // system ends at once. Raises TypeMismatch for a GLL or RMC whose time, an RMC whose date, or a
@@ -54,16 +59,13 @@ class MessageDriver {
   // Scatter and sky plot, which follow a few types only.
   void UpdatePlots(int system, SentenceType type);
   void TakePosition(int system, const PositionSample& sample);
-  void ReadTime(int system, std::string_view time);
   void StageGGA(int system);
   void StageGNS(int system);
   void StageGLL(int system);
   void StageRMC(int system);
-  void StageZDA(int system);
   void StageHDT(int system);
   void StageATT(int system);
   void StageUnknown(SentenceType type);
-  void KeepClock(int system);
   void MoveReferenceToMean(int system);
   std::string_view MessageTimeText(int system);
 
@@ -78,6 +80,7 @@ class MessageDriver {
   const Clock& clock_;
   Dialogs& dialogs_;
   MessageViews& views_;
+  SentenceClock sentenceClock_;
   PerSystem<TimeText> timeTexts_;
 };
 

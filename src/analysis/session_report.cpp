@@ -75,13 +75,13 @@ void WriteAverage(Paper& paper, const SystemStatistics& statistics) {
   const DoubleStat& latitude = statistics.LatitudeMean;
   const DoubleStat& longitude = statistics.LongitudeMean;
   const SingleStat& height = statistics.HeightMean;
+  paper.Line("Average position");
   const NorthEast deviation = DifferenceToNorthEastOnEllipsoid(
       latitude.Mean, longitude.Mean, latitude.Mean + latitude.Sdev, longitude.Mean + longitude.Sdev,
       kSemiMajorAxis, kEccentricitySquared);
   const auto row = [&](const std::string& text, float sdev) {
     paper.Text(text).Tab(30).Text("   Sd ").Line(Format(sdev, "0.00 m"));
   };
-  paper.Line("Average position");
   row(" Latitude  :  " + Coordinate(latitude.Mean, "LAT"), deviation.North);
   row(" Longitude : " + Coordinate(longitude.Mean, "LON"), deviation.East);
   row(" Ellipsoidal Height :" + Format(height.Mean, "0.00 m"), height.Sdev);

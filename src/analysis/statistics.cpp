@@ -8,9 +8,9 @@
 namespace fathomline {
 namespace {
 
-// Height, and the heading and attitude before they are wrapped.
+// Height, and the heading and attitude before they are wrapped. Raises Overflow.
 float Difference(float value, float reference) {
-  return value == NoValue ? NoValue : value - reference;
+  return value == NoValue ? NoValue : SingleDifference(value, reference);
 }
 
 float WrapDegrees(float difference) {

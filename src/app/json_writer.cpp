@@ -10,7 +10,6 @@ void JsonWriter::Value(char character) {
   Value(std::string_view(FromLatin1(std::string_view(&character, 1))));
 }
 
-// Payloads are bytes as they came; what is no UTF-8 in them is read as Latin-1.
 void JsonWriter::WriteQuoted(std::string_view text) {
   constexpr std::string_view kHex = "0123456789abcdef";
   std::string escaped;

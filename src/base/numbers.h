@@ -24,6 +24,14 @@ std::int16_t ToInt16(double value);
 std::int32_t ToInt32(double value);
 float ToSingle(double value);
 
+// Single arithmetic. Each raises Overflow where the result leaves the range of a single.
+inline float SingleSum(float a, float b) {
+  return ToSingle(static_cast<double>(a + b));
+}
+inline float SingleDifference(float a, float b) {
+  return ToSingle(static_cast<double>(a - b));
+}
+
 // The same, chosen by the width of the target.
 template <class Number>
 Number ConvertTo(double value) {

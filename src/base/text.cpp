@@ -58,7 +58,8 @@ char32_t NextCharacter(std::string_view text, std::size_t& at) {
     wellFormed = IsContinuation(text[at + i]);
     character = (character << 6) | (static_cast<unsigned char>(text[at + i]) & 0x3FU);
   }
-  if (!wellFormed || character < smallest || character > 0x10FFFF) {
+  const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+  if (!wellFormed || character < smallest || character > 0x10FFFF || isSurrogate) {
     ++at;
     return lead;
   }

@@ -6,13 +6,23 @@
 
 #include <tuple>
 
+#include "base/text.h"
+
 namespace fathomline {
 
-// Calls visit(name, value) for each field of the record, in the order of its layout.
+// Calls visit(name, value) for each field of the record, in the order of its layout. A field of
+// bytes, marked by `kBytes`, is given as the text that they are in Latin-1.
 template <class Record, class Visitor>
 void VisitFields(const Record& record, Visitor&& visit) {
-  std::apply([&](const auto&... field) { (visit(field.name, record.*(field.member)), ...); },
-             Record::Layout());
+  const auto visitOne = [&](const auto& field) {
+    const auto& value = record.*(field.member);
+    if constexpr (requires { field.kBytes; }) {
+      visit(field.name, FromLatin1(value));
+    } else {
+      visit(field.name, value);
+    }
+  };
+  std::apply([&](const auto&... field) { (visitOne(field), ...); }, Record::Layout());
 }
 
 }  // namespace fathomline

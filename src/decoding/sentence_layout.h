@@ -43,6 +43,7 @@ TimeColumn(const char*, int, std::string Record::*) -> TimeColumn<Record>;
 // Bytes that are no text, kept as they came.
 template <class Record>
 struct BytesColumn {
+  static constexpr bool kBytes = true;
   std::string_view name;
   std::size_t field;
   std::string Record::*member;

@@ -11,6 +11,7 @@
 #include <string>
 #include <tuple>
 
+#include "base/numbers.h"
 #include "decoding/sentence_layout.h"
 
 namespace fathomline {
@@ -277,7 +278,7 @@ struct GSTRecord {
 
 // A radar target. Fields 14 and 15 are read off and not kept.
 struct TTMRecord {
-  std::int16_t TargetNumber = 0;
+  std::int16_t TargetNumber = NoValue;  // no target before the first sentence that names one
   float Distance = 0.0F;
   float Bearing = 0.0F;
   char BearingReference = ' ';

@@ -11,6 +11,8 @@ class LineSink {
   virtual ~LineSink() = default;
   // Takes one line of a system. Raises what its processing raises.
   virtual void ProcessSentence(int system, std::string_view line) = 0;
+  // A replay begins from rest: its lines say nothing of the ones before.
+  virtual void BeginReplay() {}
   // What waits in the input of a system whose monitor is open.
   virtual void ShowInput(int /*system*/, std::string_view /*text*/) {}
   // The system's count of lines that were dropped unread has grown.

@@ -107,6 +107,7 @@ void OfflineReplay::SetFirstButton(std::string_view key) {
 void OfflineReplay::Begin() {
   records_.OfflineRunning = true;
   unreadable_ = false;
+  sink_.BeginReplay();
   for (int system = 1; system <= kSystems; ++system) {
     const std::string& file = records_.CommSetups[system].OfflineFile;
     if (file.empty()) continue;

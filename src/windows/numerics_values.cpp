@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "base/text.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
@@ -29,12 +30,6 @@ struct Writer {
   std::string Longitude(double radians) const { return Coordinate(radians, "LON"); }
   std::string Coordinate(double radians, std::string_view type) const {
     return FormatCoordinate(form.isDMS, form.decimals, radians * kDegreesPerRadian, type);
-  }
-
-  static std::string EllipsoidalHeight(float altitude, float separation) {
-    constexpr float kMissing = NoValue;
-    if (altitude == kMissing || separation == kMissing) return std::string(kNotAvailable);
-    return ValueText(altitude + separation);
   }
 
   static std::string WithLetter(float value, char letter) {
@@ -69,7 +64,7 @@ struct Writer {
   Texts operator()(const GGARecord& r) const {
     return {Latitude(r.Latitude),
             Longitude(r.Longitude),
-            EllipsoidalHeight(r.Altitude, r.GeoidalSeparation),
+            ValueText(EllipsoidalHeight(r.Altitude, r.GeoidalSeparation)),
             WithLetter(r.GeoidalSeparation, r.GeoidalUnit),
             WithLetter(r.Altitude, r.AltitudeUnit),
             Quality(r.Quality),
@@ -83,7 +78,7 @@ struct Writer {
   Texts operator()(const GNSRecord& r) const {
     return {Latitude(r.Latitude),
             Longitude(r.Longitude),
-            EllipsoidalHeight(r.Altitude, r.GeoidalSeparation),
+            ValueText(EllipsoidalHeight(r.Altitude, r.GeoidalSeparation)),
             WithLetter(r.GeoidalSeparation, 'm'),
             WithLetter(r.Altitude, 'm'),
             r.Mode,
@@ -146,6 +141,12 @@ struct Writer {
 };
 
 }  // namespace
+
+float EllipsoidalHeight(float altitude, float separation) {
+  constexpr float kMissing = NoValue;
+  if (altitude == kMissing || separation == kMissing) return kMissing;
+  return SingleSum(altitude, separation);
+}
 
 std::vector<std::string> NumericsValues(const NumericsRecord& record, const CoordinateForm& form) {
   return std::visit(Writer{form}, record);

@@ -19,6 +19,9 @@ using NumericsRecord =
     std::variant<std::monostate, GGARecord, GNSRecord, GLLRecord, RMCRecord, VTGRecord, ZDARecord,
                  HDTRecord, ATTRecord, ROTRecord, VHWRecord, DBTRecord, GSTRecord>;
 
+// Metres; NoValue where either is. Raises Overflow.
+float EllipsoidalHeight(float altitude, float separation);
+
 std::vector<std::string> NumericsValues(const NumericsRecord& record, const CoordinateForm& form);
 
 }  // namespace fathomline

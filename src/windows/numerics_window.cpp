@@ -13,6 +13,10 @@ template <auto Member>
 void Copy(const SystemMessages& messages, NumericsRecord& latest) {
   const auto& record = (messages.*Member).Record;
   using Kind = std::remove_cvref_t<decltype(record)>;
+  // A height that does not fit is a fault of the sentence, not of whoever looks at it later.
+  if constexpr (requires { record.GeoidalSeparation; }) {
+    EllipsoidalHeight(record.Altitude, record.GeoidalSeparation);
+  }
   // Texts within are assigned into what they hold, without an allocation.
   if (auto* const kept = std::get_if<Kind>(&latest)) {
     *kept = record;

@@ -84,55 +84,10 @@ TEST_F(MessageDriverCalls, EndForATypeThatIsNotAnalysedAndGoOnForAnUnknownOne) {
 
 class MessageDriverTest : public testing::Test {
  protected:
-  std::string Time() { return FormatDateTime(test.records.MessageTime[1], "dd mmm yyyy hh:nn:ss"); }
-
   TestProgram test;
   SystemStatistics& statistics = test.program.engine.statistics[1];
   ReferenceSetup& reference = test.records.References[1];
 };
-
-TEST_F(MessageDriverTest, KeepsTheClockOfTheSystem) {
-  test.Analyse({"GGA", "GLL", "RMC", "ZDA", "VTG"});
-  EXPECT_EQ(Time(), "02 Jan 2026 03:04:05") << "the present time until a sentence tells another";
-  struct Step {
-    const char* body;
-    const char* time;
-    const char* why;
-  };
-  for (const Step& step :
-       {Step{"GPGGA,235959.75,,,,,0,,,,M,,M,,", "02 Jan 2026 23:59:59", "whole seconds"},
-        Step{"GPGGA,000001,,,,,0,,,,M,,M,,", "03 Jan 2026 00:00:01", "past midnight"},
-        Step{"GPRMC,000002,V,,,,,,,030126,,,N", "03 Jan 2026 00:00:02", "the same day"},
-        Step{"GPZDA,120000,15,08,2026,00,00", "03 Jan 2026 00:00:02", "it moves the date alone"},
-        Step{"GPGGA,nonsense,,,,,0,,,,M,,M,,", "03 Jan 2026 00:00:02", "passed over by GGA"},
-        Step{"GPGGA,000003,,,,,0,,,,M,,M,,", "15 Aug 2026 00:00:03", "the date of the ZDA"},
-        Step{"GPGGA,000001,,,,,0,,,,M,,M,,", "16 Aug 2026 00:00:01", "a step back is midnight"},
-        // Day 32 of January rolls over, and so does the date behind it.
-        Step{"GPRMC,000001,V,,,,,,,320126,,,N", "02 Feb 2026 00:00:01", "and back in time"}}) {
-    test.Feed(step.body);
-    EXPECT_EQ(Time(), step.time) << step.body << ": " << step.why;
-  }
-
-  test.records.SetTimeFromPC[1] = true;
-  test.clock.Set(DateFromParts(2027, 5, 6) + TimeFromParts(7, 8, 9));
-  test.Feed("GPVTG,054.7,T,034.4,M,005.5,N,010.2,K");
-  EXPECT_EQ(Time(), "06 May 2027 07:08:09");
-}
-
-TEST_F(MessageDriverTest, PassesOnATimeOrDateThatCannotBeRead) {
-  test.Analyse({"GLL", "RMC", "ZDA"});
-  for (const char* const body :
-       {"GPGLL,6000.0,N,00500.0,E,,A,A", "GPGLL,6000.0,N,00500.0,E,240000,A,A",
-        "GPRMC,120000,A,6000.0,N,00500.0,E,1,2,,,,A",
-        "GPRMC,120000,A,6000.0,N,00500.0,E,1,2,1-0126,,,A",
-        "GPRMC,12x000,A,6000.0,N,00500.0,E,1,2,020126,,,A"}) {
-    ExpectFault(FaultNumber::TypeMismatch, [&] { test.Feed(body); });
-  }
-  for (const char* const body : {"GPZDA,120000,01,02,99,00,00", "GPZDA,120000,01,02,,00,00"}) {
-    ExpectFault(FaultNumber::InvalidCall, [&] { test.Feed(body); });
-  }
-  EXPECT_EQ(statistics.LatitudeMean.Count, 0) << "the steps behind the fault are skipped";
-}
 
 TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
   test.Analyse({"GGA", "HDT"});
@@ -146,6 +101,24 @@ TEST_F(MessageDriverTest, LeavesTheTrueReferenceAloneAndHoldsTheMeansInAPause) {
   EXPECT_EQ(reference.ReferenceLatitude, 1.0);
   EXPECT_EQ(statistics.LatitudeMean.Count, 0);
   EXPECT_EQ(statistics.HeadingMean.Count, 0);
+}
+
+TEST_F(MessageDriverTest, FaultsWhereSinglesRunOverAndTakesNoPartOfTheSample) {
+  test.Analyse({"GGA", "HDT", "ATT"});
+  reference.ReferenceUsed = kTruePosition;
+  reference.ReferenceHeight = reference.ReferenceHeading = reference.ReferenceRoll = -3E38F;
+  for (const std::string body : {"GPGGA,120001,6000.0,N,00500.0,E,1,08,1.0,3E38,M,0,M,,",
+                                 "HEHDT,3E38,T", "PFEC,GPatt,0,0,3E38"}) {
+    ExpectFault(FaultNumber::Overflow, [&] { test.Feed(body); });
+  }
+  for (const SentenceType type : {SentenceType::GGA, SentenceType::HDT, SentenceType::ATT}) {
+    EXPECT_EQ(statistics.Of(type).front().Stat.Count, 0) << ToText(type);
+  }
+  EXPECT_EQ(statistics.PitchMean.Count, 0) << "no part of it, the pitch before the roll neither";
+
+  test.program.windows.numerics[1]->Show();
+  ExpectFault(FaultNumber::Overflow,
+              [&] { test.Feed("GPGGA,120002,6000.0,N,00500.0,E,1,08,1.0,2E38,M,3E38,M,,"); });
 }
 
 }  // namespace

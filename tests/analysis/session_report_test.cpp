@@ -33,6 +33,15 @@ TEST_F(SessionReportTest, IsNamedByRoleAndNameAndReplacesOneOfTheSameMinute) {
   EXPECT_EQ(text.find("Start at"), text.rfind("Start at"));
 }
 
+TEST_F(SessionReportTest, KeepsTheLinesBeforeAFigureThatRunsOver) {
+  test.Analyse({"GGA"});
+  FeedThreeFixes();
+  test.program.engine.statistics[1].LatitudeMean.Sdev = 1e300;
+  test.face.ExpectBox("Overflow(SUB: Print_Report)");
+  test.program.engine.report.Print_Report(1);
+  EXPECT_THAT(ReadWholeFile(test.program.engine.report.ReportPath(1)), EndsWith("Average position\r\n"));
+}
+
 TEST_F(SessionReportTest, ShowsTheCauseWhereItCannotBeWritten) {
   folder.Write("Reports", "a file stands where the folder should");
   face.ExpectBox("");

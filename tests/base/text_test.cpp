@@ -26,6 +26,7 @@ TEST(Characters, BytesThatAreNoUtf8CountAsOneEach) {
   EXPECT_EQ(CharacterCount("\xE0\x80\x80"), 3U);
   EXPECT_EQ(CharacterCount("\xE2\x82"), 2U);
   EXPECT_EQ(CharacterCount("\xF4\x90\x80\x80"), 4U);
+  EXPECT_EQ(CharacterCount("\xED\xA0\x80\xED\x9F\xBF"), 4U) << "half a surrogate pair";
   std::size_t at = 0;
   EXPECT_EQ(NextCharacter("\xE5", at), char32_t{0xE5});
 }

@@ -210,6 +210,11 @@ class ARPAWindow : public TargetWindows {
   Grid& radar = arpa.fgARPATargets;
 };
 
+TEST_F(ARPAWindow, ASentenceThatCouldNotBeDecodedMakesNoTarget) {
+  test.Feed("RATTM" + std::string(17, ','));
+  EXPECT_EQ(radar.Rows(), 1);
+}
+
 TEST_F(ARPAWindow, TargetNumbersBeyondTheTableAreFaults) {
   test.Feed("RATTM,32765,1,2,T,3,4,T,5,6,N,LAST,L,,,A");
   EXPECT_EQ(radar.Rows(), 32767);
