@@ -78,7 +78,7 @@ class ChartViews : public QtFixture {
       for (int y = -2; y <= 2; ++y) {
         const QColor seen = image.pixelColor(at + QPoint(x, y));
         // A thin line is blended with its ground.
-        constexpr int kBlended = 190;
+        constexpr int kBlended = 150;
         if (std::abs(seen.red() - colour.red()) + std::abs(seen.green() - colour.green()) +
                 std::abs(seen.blue() - colour.blue()) <
             kBlended) {
