@@ -39,7 +39,8 @@ TEST_F(SessionReportTest, KeepsTheLinesBeforeAFigureThatRunsOver) {
   test.program.engine.statistics[1].LatitudeMean.Sdev = 1e300;
   test.face.ExpectBox("Overflow(SUB: Print_Report)");
   test.program.engine.report.Print_Report(1);
-  EXPECT_THAT(ReadWholeFile(test.program.engine.report.ReportPath(1)), EndsWith("Average position\r\n"));
+  EXPECT_THAT(ReadWholeFile(test.program.engine.report.ReportPath(1)),
+              EndsWith("Average position\r\n"));
 }
 
 TEST_F(SessionReportTest, ShowsTheCauseWhereItCannotBeWritten) {
