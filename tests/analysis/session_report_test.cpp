@@ -34,13 +34,12 @@ TEST_F(SessionReportTest, IsNamedByRoleAndNameAndReplacesOneOfTheSameMinute) {
 }
 
 TEST_F(SessionReportTest, KeepsTheLinesBeforeAFigureThatRunsOver) {
-  test.Analyse({"GGA"});
-  FeedThreeFixes();
-  test.program.engine.statistics[1].LatitudeMean.Sdev = 1e300;
-  test.face.ExpectBox("Overflow(SUB: Print_Report)");
-  test.program.engine.report.Print_Report(1);
-  EXPECT_THAT(ReadWholeFile(test.program.engine.report.ReportPath(1)),
-              EndsWith("Average position\r\n"));
+  Analyse({"GGA"});
+  Feed("GPGGA,120000,6000.0000,N,00500.0000,W,1,08,1.0,10.0,M,40.0,M,,");
+  program.engine.statistics[1].LatitudeMean.Sdev = 1e300;
+  face.ExpectBox("Overflow(SUB: Print_Report)");
+  report.Print_Report(1);
+  EXPECT_THAT(ReadWholeFile(report.ReportPath(1)), EndsWith("Average position\r\n"));
 }
 
 TEST_F(SessionReportTest, ShowsTheCauseWhereItCannotBeWritten) {
