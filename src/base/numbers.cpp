@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <system_error>
 
 #include "base/fault.h"
@@ -20,6 +21,34 @@ constexpr std::uint64_t kExactIntegers = std::uint64_t{1} << 53;
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
+}
+
+// The usual field: digits with or without a point, nothing else up to the end of the text, and few
+// enough of them to be exact. The one division then rounds correctly.
+std::optional<double> ReadPlain(std::string_view text) {
+  constexpr std::ptrdiff_t kMostCharacters = 16;  // fifteen digits and a point
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  const bool negative = at != end && *at == '-';
+  if (negative) ++at;
+  if (at == end || end - at > kMostCharacters) return std::nullopt;
+  std::uint64_t digits = 0;
+  const char* const first = at;
+  for (; at != end && IsDigit(*at); ++at)
+    digits = digits * 10 + static_cast<unsigned char>(*at - '0');
+  const std::ptrdiff_t whole = at - first;
+  std::ptrdiff_t decimals = 0;
+  if (at != end && *at == '.') {
+    const char* const point = ++at;
+    for (; at != end && IsDigit(*at); ++at) {
+      digits = digits * 10 + static_cast<unsigned char>(*at - '0');
+    }
+    decimals = at - point;
+  }
+  if (at != end || whole + decimals == 0 || digits > kExactIntegers) return std::nullopt;
+  auto value = static_cast<double>(digits);
+  if (decimals != 0) value /= kExactPowers[static_cast<std::size_t>(decimals)];
+  return negative ? -value : value;
 }
 
 // The extent of a number in the text, found by one walk, and its digits as an integer as long as
@@ -159,17 +188,20 @@ std::string RoundTripText(Number value) {
 
 template <class Integer>
 Integer RoundTo(double value) {
-  const double rounded = std::nearbyint(value);  // the default mode: ties to even
-  if (!(rounded >= std::numeric_limits<Integer>::min() &&
-        rounded <= std::numeric_limits<Integer>::max())) {
-    Raise(FaultNumber::Overflow);
-  }
+  // One half more or less than the limits rounds into them or ties away from them.
+  constexpr double kLowest = std::numeric_limits<Integer>::min() - 0.5;
+  constexpr double kHighest = std::numeric_limits<Integer>::max() + 0.5;
+  if (!(value >= kLowest && value < kHighest)) Raise(FaultNumber::Overflow);
+  // A double of this size has no place for a fraction, so that adding it rounds, ties to even.
+  constexpr double kUnit = 0x1.8p52;
+  const double rounded = value + kUnit - kUnit;
   return static_cast<Integer>(rounded);
 }
 
 }  // namespace
 
 double ReadNumber(std::string_view text) {
+  if (const std::optional<double> plain = ReadPlain(text)) return *plain;
   const Scan scan = ScanNumber(text);
   if (!scan.anyDigit) return 0.0;
   double value = 0.0;

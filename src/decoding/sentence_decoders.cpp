@@ -12,17 +12,17 @@
 namespace fathomline {
 namespace {
 
-constexpr std::size_t kMostEntries = 20;
-
 // The fields of one sentence, as views into it. Entries that are never reached stay empty.
-struct Fields {
-  std::array<std::string_view, kMostEntries> entry{};
+template <std::size_t Entries>
+struct SentenceFields {
+  std::array<std::string_view, Entries> entry{};
   std::size_t commas = 0;
   std::string_view last;  // behind the last comma taken, up to the first "*"
 };
 
 // Cuts off one field for each comma, as many as there are passes.
-void SplitFields(std::string_view& sentence, std::size_t passes, Fields& fields) {
+template <std::size_t Entries>
+void SplitFields(std::string_view& sentence, std::size_t passes, SentenceFields<Entries>& fields) {
   const char* begin = sentence.data();
   const char* const end = begin + sentence.size();
   const char* at = begin;
@@ -32,7 +32,7 @@ void SplitFields(std::string_view& sentence, std::size_t passes, Fields& fields)
     if (at == end) break;
     const std::string_view field(begin, static_cast<std::size_t>(at - begin));
     // The entry behind the table is not there; its store is what faults.
-    if (commas < kMostEntries) fields.entry[commas] = field;
+    if (commas < Entries) fields.entry[commas] = field;
     begin = ++at;
   }
   fields.commas = commas;
@@ -61,12 +61,12 @@ void StoreValue(std::string& member, std::string_view field) {
   AssignText(member, field);
 }
 
-template <class Record, class Member>
+template <class Record, class Member, class Fields>
 void Store(Record& record, const Column<Record, Member>& column, const Fields& fields) {
   StoreValue(record.*column.member, fields.entry[column.field]);
 }
 
-template <class Record>
+template <class Record, class Fields>
 void Store(Record& record, const TimeColumn<Record>& column, const Fields& fields) {
   const std::string_view field = fields.entry[column.field];
   std::string& time = record.*column.member;
@@ -76,18 +76,18 @@ void Store(Record& record, const TimeColumn<Record>& column, const Fields& field
   AssignText(time, std::string_view(time));
 }
 
-template <class Record>
+template <class Record, class Fields>
 void Store(Record& record, const BytesColumn<Record>& column, const Fields& fields) {
   (record.*column.member).assign(fields.entry[column.field]);
 }
 
-template <class Record>
+template <class Record, class Fields>
 void Store(Record& record, const LatitudeColumn<Record>& column, const Fields& fields) {
   record.*column.member =
       LatitudeFromText(fields.entry[column.field], fields.entry[column.field + 1]);
 }
 
-template <class Record>
+template <class Record, class Fields>
 void Store(Record& record, const LongitudeColumn<Record>& column, const Fields& fields) {
   record.*column.member =
       LongitudeFromText(fields.entry[column.field], fields.entry[column.field + 1]);
@@ -114,14 +114,14 @@ class DecoderFaults {
   Dialogs& dialogs_;
 };
 
-template <class Record, class RowOfLayout>
+template <class Record, class RowOfLayout, class Fields>
 void StoreGuarded(Record& record, const RowOfLayout& row, const Fields& fields,
                   const DecoderFaults& faults) {
   ResumeNext([&] { Store(record, row, fields); }, faults);
 }
 
 // Each element of an array is a statement of its own.
-template <class Record, class Element, std::size_t Count>
+template <class Record, class Element, std::size_t Count, class Fields>
 void StoreGuarded(Record& record, const ArrayColumn<Record, Element, Count>& row,
                   const Fields& fields, const DecoderFaults& faults) {
   for (std::size_t i = 0; i < Count; ++i) {
@@ -133,10 +133,9 @@ void StoreGuarded(Record& record, const ArrayColumn<Record, Element, Count>& row
 // Fills the record from its layout.
 template <class Record>
 void Extract(std::string_view& sentence, Record& record, Dialogs& dialogs) {
-  static_assert(Record::kForm.entries <= kMostEntries);
   const DecoderFaults faults(Record::kForm, sentence, dialogs);
 
-  Fields fields;
+  SentenceFields<Record::kForm.entries> fields;
   SplitFields(sentence, Record::kForm.passes, fields);
   if (Record::kForm.leavesWhenTooLong && fields.commas == Record::kForm.passes) return;
   ResumeNext(
