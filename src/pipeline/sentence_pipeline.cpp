@@ -1,5 +1,6 @@
 #include "pipeline/sentence_pipeline.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 
@@ -85,14 +86,40 @@ const SentencePipeline::Recogniser* SentencePipeline::Recognise(std::string_view
       at(Place::Fourth, "VDO", T::VDM, &P::DecodeVDM),
   }};
 
-  std::array<std::uint32_t, kPlaces.size()> letters{};
-  for (std::size_t i = 0; i < kPlaces.size(); ++i) {
-    letters[i] = PackLetters(Mid(sentence, kPlaces[i], 3));
+  // Nearly all stand at the fourth place, one type at most for three letters: they are found by a
+  // table of slots instead of one by one.
+  constexpr std::uint32_t kSlotCount = 68;  // the fewest that keep all types apart
+  constexpr auto slotOf = [](std::uint32_t letters) { return letters % kSlotCount; };
+  static constexpr auto kSlots = [slotOf] {
+    std::array<const Recogniser*, kSlotCount> slots{};
+    for (const Recogniser& row : kRecognisers) {
+      if (row.place != Place::Fourth) continue;
+      if (slots[slotOf(row.letters)] != nullptr) throw "two types in one slot";
+      slots[slotOf(row.letters)] = &row;
+    }
+    return slots;
+  }();
+
+  static constexpr auto kElsewhere = [] {
+    constexpr auto count = std::count_if(kRecognisers.begin(), kRecognisers.end(),
+                                         [](auto& row) { return row.place != Place::Fourth; });
+    std::array<const Recogniser*, count> rows{};
+    std::size_t found = 0;
+    for (const Recogniser& row : kRecognisers) {
+      if (row.place != Place::Fourth) rows[found++] = &row;
+    }
+    return rows;
+  }();
+
+  const std::uint32_t fourth = PackLetters(Mid(sentence, 4, 3));
+  const Recogniser* found = kSlots[slotOf(fourth)];
+  if (found != nullptr && found->letters != fourth) found = nullptr;
+  for (const Recogniser* const row : kElsewhere) {
+    if (found != nullptr && found < row) break;
+    const std::size_t place = kPlaces[static_cast<std::size_t>(row->place)];
+    if (PackLetters(Mid(sentence, place, 3)) == row->letters) return row;
   }
-  for (const Recogniser& row : kRecognisers) {
-    if (letters[static_cast<std::size_t>(row.place)] == row.letters) return &row;
-  }
-  return nullptr;
+  return found;
 }
 
 void SentencePipeline::ProcessSentence(int system, std::string_view line) {
