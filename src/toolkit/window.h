@@ -128,8 +128,12 @@ class Window {
   //                                               colour; y of a null point is empty, x of a Gantt
   //                                               bar is "start/end"
   // Numbers are written in digits that read back exactly; a control character within a text
-  // becomes a blank.
-  void Write(std::ostream& out);
+  // becomes a blank. With the words, a window's caption and all texts that stand in it whatever it
+  // is fed with come before that, shown or not:
+  //   words  what  text  text ...                 what: "caption", "layout", or the name of the
+  //                                               control, with "tip", "axes" or "note" behind it
+  enum class Texts : std::uint8_t { Shown, WithWords };
+  void Write(std::ostream& out, Texts texts = Texts::Shown);
 
  protected:
   // Run while the window loads, with all controls in their design state.

@@ -3,10 +3,14 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/numbers.h"
+#include "toolkit/bars.h"
 #include "toolkit/chart.h"
+#include "toolkit/choices.h"
 #include "toolkit/grid.h"
+#include "toolkit/picture.h"
 #include "toolkit/window.h"
 
 namespace fathomline {
@@ -55,10 +59,73 @@ void ForEachShown(const Window& window, ControlKind kind, Action&& action) {
   }
 }
 
+using WordList = std::vector<std::string>;
+
+// A line, unless there is nothing to say.
+void WriteWords(std::ostream& out, std::string_view what, const WordList& words) {
+  if (std::all_of(words.begin(), words.end(), [](const auto& word) { return word.empty(); })) {
+    return;
+  }
+  out << "words\t" << what;
+  for (const std::string& word : words) out << '\t' << OnOneLine(word);
+  out << '\n';
+}
+
+void CollectWords(const Layout& layout, WordList& words) {
+  if (layout.ShownKind() == Layout::Kind::Words) words.push_back(layout.Text());
+  for (const Layout& child : layout.Children()) CollectWords(child, words);
+}
+
+WordList WordsOf(const Control& control) {
+  WordList words;
+  switch (control.Kind()) {
+    case ControlKind::Choices: {
+      const auto& choices = static_cast<const Choices&>(control);
+      for (int i = 0; i < choices.Count(); ++i) words.push_back(choices.EntryText(i));
+      break;
+    }
+    case ControlKind::ToolBar: {
+      const auto& bar = static_cast<const ToolBar&>(control);
+      for (int i = 1; i <= bar.Buttons(); ++i) words.push_back(bar.ButtonAt(i).caption);
+      break;
+    }
+    case ControlKind::StatusBar: {
+      const auto& bar = static_cast<const StatusBar&>(control);
+      for (int i = 1; i <= bar.Panels(); ++i) words.push_back(bar.PanelText(i));
+      break;
+    }
+    case ControlKind::Picture:
+      for (const Shape& shape : static_cast<const Picture&>(control).Persistent()) {
+        if (shape.kind == ShapeKind::Text) words.push_back(shape.text);
+      }
+      break;
+    default:
+      words.push_back(control.Text());
+  }
+  return words;
+}
+
+void WriteControlWords(std::ostream& out, const Control& control) {
+  WriteWords(out, control.Name(), WordsOf(control));
+  WriteWords(out, control.Name() + " tip", {control.ToolTip()});
+  if (control.Kind() != ControlKind::Chart) return;
+  const auto& chart = static_cast<const Chart&>(control);
+  WriteWords(out, control.Name() + " axes",
+             {chart.Left().Title(), chart.Bottom().Title(), chart.Right().Title()});
+  WriteWords(out, control.Name() + " note", {chart.Note()});
+}
+
 }  // namespace
 
-void Window::Write(std::ostream& out) {
+void Window::Write(std::ostream& out, Texts texts) {
   Act([this] { Refresh(); });
+  if (texts == Texts::WithWords) {
+    WriteWords(out, "caption", {caption_});
+    WordList words;
+    CollectWords(content_, words);
+    WriteWords(out, "layout", words);
+    for (const Control* control : controls_) WriteControlWords(out, *control);
+  }
   ForEachShown(*this, ControlKind::Label, [&out](const Control& label) {
     out << "label\t" << label.Name() << '\t' << OnOneLine(label.Text()) << '\n';
   });

@@ -39,26 +39,10 @@ class TimeSeriesWindowTest : public ChartSession {
   frmTimeSeries& position = Window(SentenceType::GGA);
 };
 
-TEST_F(TimeSeriesWindowTest, HaveTheirCaptionsChartsAndSeries) {
-  struct Case {
-    SentenceType type;
-    std::string caption;
-    std::vector<int> series;
-  };
-  for (const Case& one :
-       std::vector<Case>{{SentenceType::GGA, "Position Time Series 1 - Bridge", {3, 3, 2, 3}},
-                         {SentenceType::GSA, "GSA Time 1 - Bridge", {4, 152}},
-                         {SentenceType::GST, "GST Time Series 1 - Bridge", {1, 3, 3}},
-                         {SentenceType::GSV, "GSV Time Series 1 - Bridge", {152, 152, 152}},
-                         {SentenceType::HDT, "HDT Time Series 1 - Bridge", {4}},
-                         {SentenceType::DBT, "DBT Time Series 1 - Bridge", {1}}}) {
-    frmTimeSeries& window = Window(one.type);
-    EXPECT_EQ(window.Caption(), one.caption);
-    std::vector<int> series;
-    for (const Chart& chart : window.TChart) series.push_back(chart.SeriesCount());
-    EXPECT_EQ(series, one.series) << one.caption;
-  }
+TEST_F(TimeSeriesWindowTest, HaveASeriesForEachSatellite) {
+  EXPECT_EQ(Window(SentenceType::GSA).TChart(1).SeriesCount(), 152);
   const Chart& elevations = Window(SentenceType::GSV).TChart(0);
+  EXPECT_EQ(elevations.SeriesCount(), 152);
   EXPECT_EQ(elevations.Series(7).Title(), "07");
   EXPECT_EQ(elevations.Series(151).Title(), "151");
   EXPECT_EQ(elevations.Series(20).ShownColour(), elevations.Series(1).ShownColour());

@@ -364,7 +364,38 @@ TEST_F(WindowTest, WritesWhatItShows) {
 
   window.frameOuter.SetVisible(false);
   window.tchMain.SetVisible(false);
-  EXPECT_EQ(Written(), "label\tlblSv(1)\t*\nlabel\tlblSv(3)\ta b  c\n");
+  const std::string shown = "label\tlblSv(1)\t*\nlabel\tlblSv(3)\ta b  c\n";
+  EXPECT_EQ(Written(), shown);
+
+  window.txtName.SetToolTip("For the\ncaption");
+  window.tchMain.Left().SetTitle("m");
+  window.tchMain.Right().SetTitle("deg");
+  window.tchMain.SetNote("Bars");
+  window.picMain.Text(0, 0, "North");
+  std::ostringstream words;
+  window.Write(words, Window::Texts::WithWords);
+  EXPECT_EQ(words.str(),
+            "words\tcaption\tSample\n"
+            "words\tframeOuter\tOuter\n"
+            "words\tframeInner\tInner\n"
+            "words\tlblInfo\trefreshed\n"
+            "words\tlblSv(1)\t*\n"
+            "words\tlblSv(2)\t*\n"
+            "words\tlblSv(3)\ta b  c\n"
+            "words\ttxtName\tSYSTEM 1\n"
+            "words\ttxtName tip\tFor the caption\n"
+            "words\tchkOn\tOn\n"
+            "words\tcmbMode\tAutomatic\tManual\n"
+            "words\ttchMain axes\tm\t\tdeg\n"
+            "words\ttchMain note\tBars\n"
+            "words\tpicMain\tNorth\n"
+            "words\tsbMain\tone\ttwo\n"
+            "words\ttbMain\tSTART\tSTOP\n"
+            "words\tmnuFile\t&File\n"
+            "words\tmnuNew\t&New\n"
+            "words\tcmdOk\tOK\n"
+            "words\tcmdCancel\tCancel\n" +
+                shown);
 }
 
 TEST_F(WindowTest, ArrangesVisibleChildrenAndKeepsFixedSizes) {
