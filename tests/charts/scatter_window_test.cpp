@@ -88,6 +88,7 @@ TEST_F(ScatterTest, SwitchesTheCirclesOfTheHorizontalFigures) {
   EXPECT_FALSE(chart.Tools(2).Design().visible);
   Send("$GPGGA,120000,0000.0010,N,00000.0000,E,1,9,1.2,12.5,M,0.0,M,,*00");
   scatter.mnuCircle95.Click();
+  EXPECT_TRUE(scatter.mnuCircle95.Checked());
   EXPECT_TRUE(chart.Tools(3).Design().visible);
   EXPECT_FALSE(chart.Tools(2).Design().visible);
   scatter.Refresh();

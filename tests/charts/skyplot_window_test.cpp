@@ -129,10 +129,11 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   EXPECT_EQ(records.ElevationMask, 89);
   EXPECT_TRUE(enter("5"));
   const auto& shapes = sky.picSkyplot.Persistent();
-  const auto circle = std::find_if(shapes.begin(), shapes.end(),
-                                   [](const Shape& shape) { return shape.pen.dashed; });
-  ASSERT_NE(circle, shapes.end());
-  EXPECT_EQ(circle->radius, 85.0);
+  std::vector<double> radii;
+  for (const Shape& shape : shapes) {
+    if (shape.kind == ShapeKind::Circle) radii.push_back(shape.radius);
+  }
+  EXPECT_EQ(radii, (std::vector<double>{30.0, 60.0, 90.0, 85.0}));
   EXPECT_EQ(shapes.back().text, "05\u00B0");
   EXPECT_EQ(shapes.back().y, -75.0) << "moved up by 10";
 }
@@ -150,8 +151,11 @@ TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
   EXPECT_EQ(Row(1), "*|*|*|*");
   EXPECT_TRUE(Drawn().empty());
   EXPECT_FALSE(charts.SkyplotOf(2).Loaded());
+  SendSatellite(9, 20, 200);
   sky.UserClose();
   EXPECT_FALSE(records.SystemSetups[1][WindowFlag::Skyplot]);
+  sky.Show();
+  EXPECT_TRUE(Drawn().empty());
   EXPECT_TRUE(settings.Get("Settings", "SkyplotWidth1"));
 }
 

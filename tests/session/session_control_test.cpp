@@ -45,6 +45,9 @@ TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
   mainWindow().mnuModeOffline.Click();
   EXPECT_EQ(records().Mode, kOffline);
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : OFFLINE");
+  EXPECT_TRUE(mainWindow().mnuModeOffline.Checked() && !mainWindow().mnuModeOnline.Checked());
+  mainWindow().Refresh();
+  EXPECT_THAT(mainWindow().lblHint.Text(), testing::HasSubstr("then press PLAY"));
   EXPECT_TRUE(mainWindow().tbOffline.Visible());
   EXPECT_FALSE(mainWindow().tbOnline.Visible());
   EXPECT_FALSE(records().OnlinePaused);

@@ -2,6 +2,8 @@
 #include "support/session.h"
 
 #include <gmock/gmock.h>
+#include <set>
+#include <vector>
 
 #include "support/sentences.h"
 
@@ -90,6 +92,27 @@ TEST_F(LiveSession, AFaultOfASocketLineGoesToTheErrorLog) {
   for (int i = 0; i < 3; ++i) Receive("\\\\\\\\\\\\\\\\\\\\\\\n");
   EXPECT_THAT(face.Boxes().back().text, HasSubstr("The error log cannot be written"));
   records().ProgramFolder = folder.Path();
+}
+
+TEST(Views, AreFlaggedWhileTheyAreOpen) {
+  TestProgram session;
+  const auto flags = [&session] {
+    std::vector<std::size_t> set;
+    for (std::size_t i = 0; i < kWindowFlags; ++i) {
+      if (session.records.SystemSetups[1][static_cast<WindowFlag>(i)]) set.push_back(i);
+    }
+    return set;
+  };
+  std::set<std::size_t> all;
+  for (Window* const window : session.program.desktop.Windows()) {
+    if (window->Index() != 1) continue;
+    window->Show();
+    EXPECT_EQ(flags().size(), 1U) << window->FullName();
+    for (const std::size_t flag : flags()) all.insert(flag);
+    window->Close();
+    EXPECT_EQ(flags().size(), 0U) << window->FullName();
+  }
+  EXPECT_EQ(all.size(), 22U) << "one for all SNR windows";
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ TEST_F(SetupDialogTest, OkWithoutAChangeMovesNothing) {
                            0.001F,           -0.004F};
   records.MessagesToAnalyse[1] = {"GLL", "VDM"};
   records.OutlierLimit = 12.345F;
+  records.SetTimeFromPC[1] = true;
   const std::string before = WriteSetup(records);
   Open();
   EXPECT_EQ(dialog.optReference.Choice(), 2);
@@ -95,6 +96,15 @@ TEST_F(SetupDialogTest, OkWithoutAChangeMovesNothing) {
   EXPECT_EQ(WriteSetup(records), before);
   EXPECT_EQ(records.OutlierLimit, 12.345F);
   EXPECT_FALSE(FileExists(folder / kReferenceFileName));
+}
+
+TEST_F(SetupDialogTest, OkStoresTheTypeThatIsChosen) {
+  Open(2);
+  dialog.optType.UserChoose(2);
+  dialog.chkSetTimeFromPC.Click();
+  Ok();
+  EXPECT_EQ(Setup(2).SystemType, "Gyro");
+  EXPECT_TRUE(records.SetTimeFromPC[2]);
 }
 
 TEST_F(SetupDialogTest, CancelAndTheCloseBoxChangeNothing) {
@@ -220,12 +230,12 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
 
   links.MSComm1(3).refusal = "Permission denied";
-  links.MSComm1(12).info.present = links.MSComm1(13).info.present = true;
-  links.MSComm1(13).Open();  // by ourselves, for a system that has since been disabled
+  links.MSComm1(12).info.present = links.MSComm1(16).info.present = true;
+  links.MSComm1(16).Open();  // by ourselves, for a system that has since been disabled
   dialog.cmdRefreshPorts.Click();
   EXPECT_EQ(dialog.cmbComPort.Text(), "COM1 - current");
   EXPECT_EQ(dialog.cmbComPort.EntryText(3), "COM12 - free");
-  EXPECT_EQ(dialog.cmbComPort.EntryText(4), "COM13 - busy");
+  EXPECT_EQ(dialog.cmbComPort.EntryText(4), "COM16 - busy");
   dialog.cmbComPort.UserChoose(4);
   EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
   dialog.cmbComPort.UserChoose(2);

@@ -8,8 +8,8 @@ namespace {
 
 struct RawLogging : ::testing::Test, TestProgram {
   RawLogging() {
-    records.CommSetups[3].Enabled = true;
-    records.CommSetups[3].Name = "../Gyro";
+    records.CommSetups[4].Enabled = true;
+    records.CommSetups[4].Name = "../Gyro";
   }
 
   void Toggle(const std::string& box) {
@@ -21,7 +21,7 @@ struct RawLogging : ::testing::Test, TestProgram {
   RawLog& log = program.session.rawLog;
   const std::string place = folder.Path() + "log/\r\n";
   const std::string prim = "20260102-0304-Prim-DGPS.log";
-  const std::string sec = "20260102-0304-Sec2-.._Gyro.log";
+  const std::string sec = "20260102-0304-Sec3-.._Gyro.log";
 };
 
 TEST_F(RawLogging, NamesItsFilesAndWritesEachLineAtOnce) {
@@ -34,7 +34,7 @@ TEST_F(RawLogging, NamesItsFilesAndWritesEachLineAtOnce) {
 
   log.LogRawData(1, "$GPGGA\r\n");
   EXPECT_EQ(Content(prim), "$GPGGA\r\n");
-  log.LogRawData(3, "from a file");
+  log.LogRawData(4, "from a file");
   records.CommSetups[2].Enabled = true;
   log.LogRawData(2, "no log, as the system was not enabled when logging began");
   records.CommSetups[2].Enabled = false;
@@ -46,7 +46,7 @@ TEST_F(RawLogging, NamesItsFilesAndWritesEachLineAtOnce) {
   Toggle(started + both);
   EXPECT_EQ(Content(prim), "") << "replaced in the same minute";
   Toggle(stopped + both);
-  records.CommSetups[1].Enabled = records.CommSetups[3].Enabled = false;
+  records.CommSetups[1].Enabled = records.CommSetups[4].Enabled = false;
   Toggle(started);
 }
 
