@@ -25,12 +25,12 @@ namespace fs = std::filesystem;
 const std::map<std::string, int> kLevels = {
     {"base", 0},    {"toolkit", 1}, {"decoding", 1}, {"faces/qt", 2}, {"faces/headless", 2},
     {"records", 2}, {"ais", 2},     {"analysis", 3}, {"views", 3},    {"pipeline", 4},
-    {"trial", 4},   {"charts", 4},  {"windows", 4},  {"setup", 5},    {"sources", 5},
-    {"session", 6}, {"app", 7}};
+    {"watch", 2},   {"trial", 4},   {"charts", 4},   {"windows", 4},  {"setup", 5},
+    {"sources", 5}, {"session", 6}, {"app", 7}};
 
 // The library without a window in sight.
 const std::set<std::string> kEngine = {"base",     "decoding", "records", "ais",
-                                       "analysis", "pipeline", "trial"};
+                                       "analysis", "pipeline", "trial",   "watch"};
 
 std::string RoomOf(const std::string& file) {
   const std::size_t end = file.rfind('/');
