@@ -18,13 +18,12 @@ constexpr int kLastPortClosedForOffline = 10;
 constexpr std::int32_t kLastTcpPort = 65535;
 constexpr int kAddressNotAvailable = 10049;  // as sockets number their errors
 
-// Baud rate, first letter of the parity, data bits, stop bits.
-std::string SettingsText(const ComportSetup& row) {
+}  // namespace
+
+std::string SerialSettingsText(const ComportSetup& row) {
   return PlainText(row.Baud) + "," + std::string(FirstCharacters(row.Parity, 1)) + "," +
          PlainText(row.DataBits) + "," + PlainText(row.StopBits);
 }
-
-}  // namespace
 
 LiveInput::LiveInput(Records& records, Links& links, Desktop& desktop, LineSink& sink,
                      FaultLog& faults)
@@ -73,7 +72,12 @@ void LiveInput::OpenPorts() {
   }
 }
 
+bool LiveInput::Watched(int system, const std::string& cause) {
+  return watcher_ != nullptr && watcher_->LinkFailed(system, cause);
+}
+
 void LiveInput::OpenPort(int system) {
+  if (watcher_ != nullptr) watcher_->LinkAsked(system);
   const CommSetup& setup = records_.CommSetups[system];
   if (setup.UseTCPIP) {
     OpenTcp(system);
@@ -119,13 +123,14 @@ void LiveInput::OpenSerial(int system) {
   ComportSetup& row = records_.Comport(port);
   // A setup file from before the port had a row leaves it without an owner.
   if (row.System == 0) row.System = static_cast<std::int16_t>(system);
-  link.SetSettings(SettingsText(row));
+  link.SetSettings(SerialSettingsText(row));
   link.Open();
   desktop_.Start(link);
 }
 
 void LiveInput::RefusePort(int system, const Fault& fault, std::string_view kind,
                            std::int32_t port) {
+  if (Watched(system, fault.Description())) return;
   CommSetup& setup = records_.CommSetups[system];
   desktop_.Say(fault.Description() + ". " + std::string(kind) + PlainText(port) +
                " not available! System " + PlainText(system) + " -" + setup.Name + " disabled");
@@ -134,6 +139,7 @@ void LiveInput::RefusePort(int system, const Fault& fault, std::string_view kind
 }
 
 void LiveInput::CloseLinks(int system) {
+  if (watcher_ != nullptr) watcher_->LinkAsked(system);
   links_.Winsock1(system).Close();
   links_.WinsockUDP(system).Close();
   const int port = records_.CommSetups[system].ComPort;
@@ -149,6 +155,7 @@ void LiveInput::CloseForOffline() {
     if (links_.MSComm1(port).PortOpen()) links_.MSComm1(port).Close();
   }
   for (int system = 1; system <= kSystems; ++system) {
+    if (watcher_ != nullptr) watcher_->LinkAsked(system);
     links_.Winsock1(system).Close();
     links_.WinsockUDP(system).Close();
   }
@@ -216,9 +223,11 @@ void LiveInput::IgnoreWaitingLines(int system, Backlog& buffer) {
 // The system keeps its port, so that a device that comes back can be opened again.
 void LiveInput::LoseSerial(int port, const std::string& cause) {
   Buffer(port).Clear();
-  std::string text = cause + ". Comport " + PlainText(port) + " has been closed!";
   const int system = records_.Comport(port).System;
-  if (system >= 1 && system <= kSystems) {
+  const bool owned = system >= 1 && system <= kSystems;
+  if (owned && Watched(system, cause)) return;
+  std::string text = cause + ". Comport " + PlainText(port) + " has been closed!";
+  if (owned) {
     text += " System " + PlainText(system) + " -" + records_.CommSetups[system].Name;
   }
   desktop_.Ask({.text = text, .icon = BoxIcon::Exclamation});
@@ -238,8 +247,10 @@ void LiveInput::ReceiveText(int system, const std::string& text) {
 }
 
 void LiveInput::TcpError(int system, int number, const std::string& description) {
-  desktop_.Say("TCP/IP Error, system " + PlainText(system) + " :" + PlainText(number) + " - " +
-               description);
+  if (!Watched(system, description)) {
+    desktop_.Say("TCP/IP Error, system " + PlainText(system) + " :" + PlainText(number) + " - " +
+                 description);
+  }
   TcpLink& link = links_.Winsock1(system);
   if (link.State() != LinkState::Closed) link.Close();
 }

@@ -15,12 +15,29 @@
 
 namespace fathomline {
 
+// Baud rate, first letter of the parity, data bits, stop bits: "4800,N,8,1".
+std::string SerialSettingsText(const ComportSetup& row);
+
+// Who follows what becomes of the links.
+class LinkWatcher {
+ public:
+  virtual ~LinkWatcher() = default;
+  // The link of a system could not be opened, or has gone. True: the watcher deals with it; no box
+  // tells of it, and the system stays enabled.
+  virtual bool LinkFailed(int system, const std::string& cause) = 0;
+  // It has been opened or closed on purpose.
+  virtual void LinkAsked(int system) = 0;
+};
+
 class LiveInput {
  public:
   LiveInput(Records& records, Links& links, Desktop& desktop, LineSink& sink, FaultLog& faults);
   ~LiveInput();
   LiveInput(const LiveInput&) = delete;
   LiveInput& operator=(const LiveInput&) = delete;
+
+  // The watcher outlives the links, or is taken away before; none: failures are told in boxes.
+  void Watch(LinkWatcher* watcher) { watcher_ = watcher; }
 
   // Opens the link of every enabled system: TCP, else UDP, else its serial port. A port that cannot
   // be opened is told in a box; its system is then disabled and has no port any more.
@@ -54,6 +71,7 @@ class LiveInput {
     std::size_t taken_ = 0;
   };
 
+  bool Watched(int system, const std::string& cause);
   void OpenTcp(int system);
   void OpenUdp(int system);
   void OpenSerial(int system);
@@ -72,6 +90,7 @@ class LiveInput {
   Desktop& desktop_;
   LineSink& sink_;
   FaultLog& faults_;
+  LinkWatcher* watcher_ = nullptr;
   std::array<Backlog, kSerialPorts> lineBuffers_;
 };
 

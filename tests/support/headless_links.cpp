@@ -66,6 +66,7 @@ void HeadlessTcpLink::Close() {
 }
 
 void HeadlessTcpLink::Connect() {
+  statesAtConnect.push_back(state_);
   if (refusal) {
     Fail(refusal->first, refusal->second);
   } else {

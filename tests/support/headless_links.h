@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "base/fault.h"
 #include "base/per_system.h"
@@ -55,6 +56,8 @@ class HeadlessTcpLink : public TcpLink {
   // An error of the connection.
   void Fail(int number, std::string description);
   int RemotePort() const { return port_; }
+  // In which it was told to connect.
+  std::vector<LinkState> statesAtConnect;
 
   LinkState State() const override { return state_; }
   void Close() override;
