@@ -1,5 +1,7 @@
 #include "base/clock.h"
 
+#include <chrono>
+#include <cmath>
 #include <ctime>
 
 #include "base/system.h"
@@ -24,6 +26,12 @@ DateTime SystemClock::NowLocal() const {
     zoneSeconds_ = static_cast<double>(LocalOffset(now).count());
   }
   return FromUnixSeconds(static_cast<double>(now) + zoneSeconds_);
+}
+
+DateTime SystemClock::NowLocalExact() const {
+  const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
+  const DateTime zone = NowLocal() - NowUtc();
+  return FromUnixSeconds(now.count()) + DateTime{std::round(zone.days * 96.0) / 96.0};
 }
 
 }  // namespace fathomline

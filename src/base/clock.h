@@ -12,12 +12,15 @@ class Clock {
   // time.
   virtual DateTime NowUtc() const = 0;
   virtual DateTime NowLocal() const = 0;
+  // With its fraction of a second, where the clock has one.
+  virtual DateTime NowLocalExact() const { return NowLocal(); }
 };
 
 class SystemClock : public Clock {
  public:
   DateTime NowUtc() const override;
   DateTime NowLocal() const override;
+  DateTime NowLocalExact() const override;
 
  private:
   // The zone is asked for once a minute, since asking costs more than reading the clock.

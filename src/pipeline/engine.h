@@ -11,6 +11,7 @@
 #include "base/files.h"
 #include "pipeline/sentence_pipeline.h"
 #include "records/records.h"
+#include "watch/watch.h"
 
 namespace fathomline {
 
@@ -29,6 +30,7 @@ struct Engine {
   Statistics statistics;
   AISDecoder ais;
   AISStore targets;
+  Watch watch;
   MessageDriver driver;
   SentencePipeline pipeline;
   SessionReport report;

@@ -57,6 +57,7 @@ class Program::Lines : public LineSink, public LineObservers {
   explicit Lines(Program& program) : program_(program) {}
 
   void ProcessSentence(int system, std::string_view line) override {
+    program_.engine.watch.Take(system, line, program_.desktop.SliceTime());
     if (listener == nullptr) {
       program_.engine.pipeline.ProcessSentence(system, line);
       return;

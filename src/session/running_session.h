@@ -12,9 +12,11 @@
 #include "session/session_control.h"
 #include "session/session_setup.h"
 #include "session/start_up.h"
+#include "session/tools.h"
 #include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/line_sink.h"
+#include "sources/link_keeper.h"
 #include "sources/live_input.h"
 #include "sources/offline_replay.h"
 #include "sources/raw_log.h"
@@ -42,6 +44,7 @@ struct RunningSession {
                  around.endProcess),
         rawLog(around.engine.records, around.engine.files, around.clock, around.desktop),
         input(around.engine.records, around.links, around.desktop, around.lines, errorLog),
+        keeper(around.engine.records, around.links, input, around.desktop, around.settings),
         control(around.engine, around.desktop, input, rawLog, around.windows, setupDialog),
         setup(around.engine.records, around.links, input, control, around.windows),
         setupDialog(around.desktop, around.engine.records, around.engine.statistics, around.clock,
@@ -52,17 +55,21 @@ struct RunningSession {
         startUp(around.engine, around.desktop, around.clock, around.settings, around.windows,
                 setupDialog, control, input),
         menu(around.engine, around.desktop, around.settings, around.windows, setupDialog, control,
-             startUp) {}
+             startUp),
+        tools(around.engine, around.desktop, around.clock, around.settings, keeper,
+              around.windows) {}
 
   ErrorLog errorLog;
   RawLog rawLog;
   LiveInput input;
+  LinkKeeper keeper;
   SessionControl control;
   SessionSetup setup;
   frmSetup setupDialog;
   OfflineReplay replay;
   StartUp startUp;
   MainMenu menu;
+  Tools tools;
 };
 
 }  // namespace fathomline

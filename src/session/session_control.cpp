@@ -88,6 +88,7 @@ void SessionControl::ToggleLog() {
 }
 
 void SessionControl::ResetAll() {
+  watch_.Reset();
   ResetNumerics();
   ResetStatisticsAll();
   ResetTimeSeries();

@@ -20,6 +20,7 @@ class SessionControl : public SessionReset {
                  frmSetup& setupDialog)
       : records_(engine.records),
         statistics_(engine.statistics),
+        watch_(engine.watch),
         desktop_(desktop),
         input_(input),
         log_(log),
@@ -54,6 +55,7 @@ class SessionControl : public SessionReset {
 
   Records& records_;
   Statistics& statistics_;
+  Watch& watch_;
   Desktop& desktop_;
   LiveInput& input_;
   RawLog& log_;

@@ -24,25 +24,25 @@ LinkKeeper::~LinkKeeper() {
   input_.Watch(nullptr);
 }
 
-LinkKind LinkKeeper::KindOf(int system) const {
+SourceKind LinkKeeper::KindOf(int system) const {
   const CommSetup& setup = records_.CommSetups[system];
-  if (records_.Offline()) return setup.OfflineFile.empty() ? LinkKind::None : LinkKind::File;
-  if (setup.UseTCPIP) return LinkKind::Tcp;
-  if (setup.UseUDP) return LinkKind::Udp;
-  return setup.ComPort >= 1 && setup.ComPort <= kComports ? LinkKind::Serial : LinkKind::None;
+  if (records_.Offline()) return setup.OfflineFile.empty() ? SourceKind::None : SourceKind::File;
+  if (setup.UseTCPIP) return SourceKind::Tcp;
+  if (setup.UseUDP) return SourceKind::Udp;
+  return setup.ComPort >= 1 && setup.ComPort <= kComports ? SourceKind::Serial : SourceKind::None;
 }
 
 bool LinkKeeper::Opened(int system) {
   switch (KindOf(system)) {
-    case LinkKind::Tcp:
+    case SourceKind::Tcp:
       return links_.Winsock1(system).State() == LinkState::Connected;
-    case LinkKind::Udp:
+    case SourceKind::Udp:
       return links_.WinsockUDP(system).State() == LinkState::Open;
-    case LinkKind::Serial:
+    case SourceKind::Serial:
       return links_.MSComm1(records_.CommSetups[system].ComPort).PortOpen();
-    case LinkKind::File:
+    case SourceKind::File:
       return records_.OfflineRunning;
-    case LinkKind::None:
+    case SourceKind::None:
       break;
   }
   return false;
@@ -53,7 +53,7 @@ LinkCondition LinkKeeper::Look(int system) {
   const State& state = states_[system];
   LinkCondition seen{.kind = KindOf(system), .address = {}, .cause = state.cause};
   switch (seen.kind) {
-    case LinkKind::Tcp: {
+    case SourceKind::Tcp: {
       seen.address = setup.IPAddress + ":" + PlainText(setup.TCPPort);
       const LinkState link = links_.Winsock1(system).State();
       if (link == LinkState::ResolvingHost || link == LinkState::Connecting) {
@@ -61,24 +61,26 @@ LinkCondition LinkKeeper::Look(int system) {
       }
       break;
     }
-    case LinkKind::Udp:
+    case SourceKind::Udp:
       seen.address = "port " + PlainText(setup.UDPPort);
       break;
-    case LinkKind::Serial:
+    case SourceKind::Serial:
       seen.address = "COM" + PlainText(setup.ComPort) + " (" +
                      SerialDevice(settings_, setup.ComPort) + ") " +
                      SerialSettingsText(records_.Comport(setup.ComPort));
       break;
-    case LinkKind::File:
+    case SourceKind::File:
       seen.address = setup.OfflineFile;
       break;
-    case LinkKind::None:
+    case SourceKind::None:
       break;
   }
   seen.tries = state.tries;
   if (Opened(system)) {
     seen.stage = LinkStage::Open;
     seen.cause.clear();
+    const std::chrono::duration<double> open = desktop_.Now() - state.openSince;
+    if (state.steady) seen.openFor = open.count();
   } else if (state.lost && seen.stage != LinkStage::Opening) {
     seen.stage = state.waiting ? LinkStage::Waiting : LinkStage::Lost;
     const std::chrono::duration<double> left = state.due - desktop_.Now();
@@ -98,8 +100,8 @@ void LinkKeeper::SetKeeping(bool keeping) {
 }
 
 void LinkKeeper::Reconnect(int system) {
-  const LinkKind kind = KindOf(system);
-  if (!records_.CommSetups[system].Enabled || kind == LinkKind::File || kind == LinkKind::None) {
+  const SourceKind kind = KindOf(system);
+  if (!records_.CommSetups[system].Enabled || kind == SourceKind::File || kind == SourceKind::None) {
     return;
   }
   states_[system] = {};
@@ -133,7 +135,7 @@ void LinkKeeper::LinkAsked(int system) {
 void LinkKeeper::Schedule(int system) {
   State& state = states_[system];
   int delay = kLookInterval;
-  if (KindOf(system) == LinkKind::Tcp) {
+  if (KindOf(system) == SourceKind::Tcp) {
     const auto last = static_cast<int>(kDelays.size()) - 1;
     delay = kDelays[static_cast<std::size_t>(std::min(state.tries, last))];
   }
@@ -143,7 +145,7 @@ void LinkKeeper::Schedule(int system) {
 
 // A device is looked for before it is opened, since its absence is no failure of a try.
 bool LinkKeeper::WorthTrying(int system) {
-  if (KindOf(system) != LinkKind::Serial) return true;
+  if (KindOf(system) != SourceKind::Serial) return true;
   const SerialPortInfo info = links_.Probe(records_.CommSetups[system].ComPort);
   return info.present && !info.busy;
 }

@@ -60,7 +60,7 @@ class LinkKeeper : public LinkDesk, public LinkWatcher, public Task {
     std::string cause;
   };
 
-  LinkKind KindOf(int system) const;
+  SourceKind KindOf(int system) const;
   bool Opened(int system);
   bool WorthTrying(int system);
   void Try(int system);

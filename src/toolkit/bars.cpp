@@ -18,8 +18,9 @@ auto& NumberedFromOne(Table& table, int number) {
 
 }  // namespace
 
-StatusBar::StatusBar(Parent parent, std::string_view name, const std::vector<std::string>& texts)
-    : Control(ControlKind::StatusBar, parent, name) {
+StatusBar::StatusBar(Parent parent, std::string_view name, const std::vector<std::string>& texts,
+                     int atRight)
+    : Control(ControlKind::StatusBar, parent, name), atRight_(atRight) {
   SetPanels(texts);
 }
 
@@ -44,6 +45,20 @@ void StatusBar::SetPanelText(int panel, std::string_view text) {
 
 void StatusBar::SetPanelVisible(int panel, bool visible) {
   Change(PanelAt(panel).visible, visible);
+}
+
+void StatusBar::SetPanelColour(int panel, std::optional<Colour> colour) {
+  Change(PanelAt(panel).colour, colour);
+}
+
+void StatusBar::SetPanelToolTip(int panel, std::string_view text) {
+  Change(PanelAt(panel).toolTip, text);
+}
+
+void StatusBar::ClickPanel(int panel) {
+  OwningWindow().Act([this, panel] {
+    if (onClickPanel && PanelVisible(panel)) onClickPanel(panel);
+  });
 }
 
 void StatusBar::Seal() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,9 @@ namespace fathomline {
 // Panels count from 1. A panel that is not there raises OutOfRange.
 class StatusBar : public Control {
  public:
-  StatusBar(Parent parent, std::string_view name, const std::vector<std::string>& texts = {});
+  // The last ones, so many, stand at the right end.
+  StatusBar(Parent parent, std::string_view name, const std::vector<std::string>& texts = {},
+            int atRight = 0);
 
   int Panels() const { return static_cast<int>(panels_.size()); }
   // Replaces all panels; the new ones are visible.
@@ -22,6 +25,16 @@ class StatusBar : public Control {
   void SetPanelText(int panel, std::string_view text);
   bool PanelVisible(int panel) const { return PanelAt(panel).visible; }
   void SetPanelVisible(int panel, bool visible);
+  // None: as the desktop draws its texts.
+  std::optional<Colour> PanelColour(int panel) const { return PanelAt(panel).colour; }
+  void SetPanelColour(int panel, std::optional<Colour> colour);
+  const std::string& PanelToolTip(int panel) const { return PanelAt(panel).toolTip; }
+  void SetPanelToolTip(int panel, std::string_view text);
+  int PanelsAtRight() const { return atRight_; }
+
+  // The user clicks a panel. Only a bar with a handler can be clicked.
+  void ClickPanel(int panel);
+  std::function<void(int panel)> onClickPanel;
 
  protected:
   void Seal() override;
@@ -30,6 +43,8 @@ class StatusBar : public Control {
  private:
   struct Panel {
     std::string text;
+    std::string toolTip = {};
+    std::optional<Colour> colour = {};
     bool visible = true;
 
     bool operator==(const Panel&) const = default;
@@ -40,6 +55,7 @@ class StatusBar : public Control {
 
   std::vector<Panel> panels_;
   std::vector<Panel> design_;
+  int atRight_ = 0;
 };
 
 // Buttons count from 1; the key tells the handler which one was pressed, and may change.

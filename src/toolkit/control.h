@@ -50,6 +50,7 @@ enum class ControlKind : std::uint8_t {
   Progress,
   Choices,
   Grid,
+  LongList,
   Chart,
   Picture,
   StatusBar,

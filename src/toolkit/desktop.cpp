@@ -166,6 +166,7 @@ Desktop::Outcome Desktop::Turn() {
     Task* const task = tasks_[i];
     if (task == nullptr || task->onStack_) continue;
     const OnStack guard(task->onStack_);
+    sliceTime_ = Now();
     try {
       if (task->RunSlice(std::chrono::steady_clock::now() + kLongestSlice)) outcome.busy = true;
     } catch (const Fault& fault) {

@@ -75,6 +75,7 @@ class Desktop : public Dialogs {
   Answer Ask(const MessageBox& box) override;
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void Beep() override { face_.Beep(); }
+  void CopyText(std::string_view text) { face_.CopyText(text); }
   void ShowPageSetup() { face_.ShowPageSetup(); }
   bool ShowHelp(HelpStart start) { return face_.ShowHelp(start); }
 
@@ -91,6 +92,9 @@ class Desktop : public Dialogs {
   void Start(Task& task);
   void Stop(Task& task);
   std::chrono::steady_clock::time_point Now() const { return face_.Now(); }
+  // When the present, or latest, slice of a task began: the time of what it does, to a few
+  // milliseconds, for who asks so often that a look at the clock would cost too much.
+  std::chrono::steady_clock::time_point SliceTime() const { return sliceTime_; }
 
   // Ends every RunUntil.
   void Quit() { quitting_ = true; }
@@ -118,6 +122,7 @@ class Desktop : public Dialogs {
   std::vector<Task*> tasks_;
   std::set<std::pair<std::string, std::string>> silenced_;
   Area childArea_;
+  std::chrono::steady_clock::time_point sliceTime_{};
   std::uint64_t frontOrder_ = 0;
   int turns_ = 0;
   bool quitting_ = false;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "base/dialogs.h"
 
@@ -33,6 +34,8 @@ class Face {
   // False where there is no help to show.
   virtual bool ShowHelp(HelpStart start) = 0;
   virtual void Beep() = 0;
+  // Puts a text where the user can paste it from.
+  virtual void CopyText(std::string_view text) = 0;
   virtual void ArrangeIcons() = 0;
 
   // One turn of the event loop: user actions that wait, then a turn of the desktop.

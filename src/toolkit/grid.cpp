@@ -39,6 +39,7 @@ void Grid::Reshape() {
 void Grid::SetRows(int rows) {
   if (Size(rows) == state_.rows.size()) return;
   state_.rows.resize(Size(rows));
+  state_.colours.erase(state_.colours.lower_bound({rows, 0}), state_.colours.end());
   Reshape();
 }
 
@@ -79,6 +80,22 @@ void Grid::Set(int row, int column, std::string_view text) {
   Change(cells[Size(column)], text);
 }
 
+std::optional<Colour> Grid::CellColour(int row, int column) const {
+  const auto found = state_.colours.find({row, column});
+  return found == state_.colours.end() ? std::optional<Colour>() : found->second;
+}
+
+void Grid::SetCellColour(int row, int column, std::optional<Colour> colour) {
+  Check(row, column);
+  if (CellColour(row, column) == colour) return;
+  if (colour) {
+    state_.colours[{row, column}] = *colour;
+  } else {
+    state_.colours.erase({row, column});
+  }
+  Touch();
+}
+
 void Grid::MarkRow(int row) {
   if (row < 0 || row >= Rows()) Raise(FaultNumber::OutOfRange);
   markedRow_ = row;
@@ -102,6 +119,12 @@ void Grid::ClickRow(int row, int x, int y) {
   });
 }
 
+void Grid::ClickHead(int column) {
+  OwningWindow().UserAct(*this, [this, column] {
+    if (onClickHead) onClickHead(column);
+  });
+}
+
 void Grid::Seal() {
   Control::Seal();
   design_ = state_;
@@ -110,6 +133,7 @@ void Grid::Seal() {
 void Grid::Reset() {
   Control::Reset();
   markedRow_ = 0;
+  order_ = {};
   if (state_ == design_) return;
   state_ = design_;
   Reshape();

@@ -5,8 +5,11 @@
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "toolkit/control.h"
@@ -37,6 +40,10 @@ class Grid : public Control {
   const std::string& Text(int row, int column) const;
   void Set(int row, int column, std::string_view text);
 
+  // Of the text of a cell; none: as the desktop draws such texts.
+  std::optional<Colour> CellColour(int row, int column) const;
+  void SetCellColour(int row, int column, std::optional<Colour> colour);
+
   // The row that the program has picked out, such as one that was searched for; 0 for none. The
   // desktop selects it and brings it into view whenever the number of marks has grown.
   void MarkRow(int row);
@@ -49,6 +56,20 @@ class Grid : public Control {
   // Grows when rows, columns or widths change; the revision grows with the texts too.
   std::uint64_t Shape() const { return shape_; }
 
+  // The column by which the rows stand in order, for the desktop to mark; none: -1.
+  struct Order {
+    int column = -1;
+    bool descending = false;
+
+    bool operator==(const Order&) const = default;
+  };
+  const Order& ShownOrder() const { return order_; }
+  void SetOrder(Order order) { Change(order_, order); }
+
+  // The user clicks the head of a column. Only a grid with a handler can be clicked there.
+  void ClickHead(int column);
+  std::function<void(int column)> onClickHead;
+
   // The user clicks into a row with the left button; x and y in twips from the window's corner.
   void ClickRow(int row, int x, int y);
   std::function<void(int row, int x, int y)> onClickRow;
@@ -60,6 +81,7 @@ class Grid : public Control {
  private:
   struct Cells {
     std::vector<std::vector<std::string>> rows;  // a row is empty until it is written
+    std::map<std::pair<int, int>, Colour> colours;
     std::vector<int> widths;
     int columns = 0;
 
@@ -72,6 +94,7 @@ class Grid : public Control {
   Heads heads_;
   Cells state_;
   Cells design_;
+  Order order_;
   std::uint64_t shape_ = 0;
   std::uint64_t marks_ = 0;
   int markedRow_ = 0;

@@ -22,8 +22,33 @@ void Picture::Dot(double x, double y) {
   Draw({.kind = ShapeKind::Dot, .pen = {}, .x = x, .y = y});
 }
 
-void Picture::Text(double x, double y, std::string_view text) {
-  Draw({.kind = ShapeKind::Text, .pen = {}, .x = x, .y = y, .text = std::string(text)});
+void Picture::Text(double x, double y, std::string_view text, Anchor anchor) {
+  Draw({.kind = ShapeKind::Text,
+        .pen = {},
+        .x = x,
+        .y = y,
+        .text = std::string(text),
+        .anchor = anchor});
+}
+
+void Picture::Mark(double x, double y, MarkShape mark, double radius, bool filled) {
+  Draw({.kind = ShapeKind::Mark,
+        .pen = {},
+        .x = x,
+        .y = y,
+        .radius = radius,
+        .mark = mark,
+        .filled = filled});
+}
+
+void Picture::Box(double x, double y, double toX, double toY, bool filled) {
+  Draw({.kind = ShapeKind::Box,
+        .pen = {},
+        .x = x,
+        .y = y,
+        .toX = toX,
+        .toY = toY,
+        .filled = filled});
 }
 
 void Picture::Clear() {
@@ -40,12 +65,14 @@ void Picture::ClearTransient() {
 void Picture::Seal() {
   Control::Seal();
   designLower_ = lower_;
+  designLeast_ = least_;
 }
 
 void Picture::Reset() {
   Control::Reset();
   Clear();
   lower_ = designLower_;
+  least_ = designLeast_;
   pen_ = {};
   persistent_ = true;
 }

@@ -77,6 +77,11 @@ std::uint64_t FilteredLog::Number(int index) const {
                : numbers_[static_cast<std::size_t>(index)];
 }
 
+bool FilteredLog::Held(int index) const {
+  return index >= 0 && index < Count() && Number(index) >= log_.First() &&
+         Number(index) < log_.End();
+}
+
 int FilteredLog::Find(std::string_view text, int from, bool backwards) const {
   const int count = Count();
   if (count == 0 || text.empty()) return -1;

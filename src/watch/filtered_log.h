@@ -41,6 +41,8 @@ class FilteredLog {
   // How many of the lines that passed before have gone from the front, in all.
   std::uint64_t Gone() const { return gone_; }
   SentenceLog::Line At(int index) const { return log_.At(Number(index)); }
+  // Whether the log still has it.
+  bool Held(int index) const;
   // The next line behind, or before, an index that contains a text, going round at the end; -1
   // where there is none.
   int Find(std::string_view text, int from, bool backwards) const;

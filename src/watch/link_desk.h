@@ -6,7 +6,7 @@
 
 namespace fathomline {
 
-enum class LinkKind : std::uint8_t { None, Tcp, Udp, Serial, File };
+enum class SourceKind : std::uint8_t { None, Tcp, Udp, Serial, File };
 
 enum class LinkStage : std::uint8_t {
   Closed,   // nobody has asked for it
@@ -17,12 +17,13 @@ enum class LinkStage : std::uint8_t {
 };
 
 struct LinkCondition {
-  LinkKind kind = LinkKind::None;
+  SourceKind kind = SourceKind::None;
   LinkStage stage = LinkStage::Closed;
   std::string address;   // "10.0.0.1:8040", "port 10110", "COM5 (/dev/ttyUSB0) 4800,N,8,1", a path
   std::string cause;     // why it is lost
   int tries = 0;         // since it was lost
   double nextTry = 0.0;  // seconds until then, while it waits
+  double openFor = 0.0;  // seconds
 };
 
 class LinkDesk {

@@ -52,7 +52,13 @@ frmMain::frmMain(Desktop& desktop, const Records& records, const Clock& clock,
   for (int system = mnuSetupSystem.First(); system <= mnuSetupSystem.Last(); ++system) {
     mnuSetupSystem(system).SetText("Secondary System &" + PlainText(system - 1) + " - not defined");
   }
-  clockTimer.onTick = [this] { ShowClock(); };
+  for (int system = 1; system <= kSystems; ++system) {
+    sbStatusBar.SetPanelVisible(kSourcePanel + system, false);
+  }
+  clockTimer.onTick = [this] {
+    ShowClock();
+    if (onSecond) onSecond();
+  };
   SetContent(Layout::Column({lblHint}));
 }
 
@@ -61,6 +67,7 @@ void frmMain::Load() {
   ShowClock();
   ShowLogging();
   if (onOpen) onOpen();
+  if (onSecond) onSecond();
 }
 
 bool frmMain::QueryUnload(CloseReason reason) {
@@ -87,6 +94,19 @@ void frmMain::ShowChecksumErrors(int system, std::int32_t count) {
 
 void frmMain::ShowIgnoredMessages(int system, std::int32_t count) {
   sbStatusBar.SetPanelText(kIgnoredPanel + system, PlainText(count));
+}
+
+void frmMain::ShowSource(int system, std::string_view text, Colour colour,
+                         std::string_view toolTip) {
+  const int panel = kSourcePanel + system;
+  sbStatusBar.SetPanelText(panel, text);
+  sbStatusBar.SetPanelColour(panel, colour);
+  sbStatusBar.SetPanelToolTip(panel, toolTip);
+  sbStatusBar.SetPanelVisible(panel, true);
+}
+
+void frmMain::HideSource(int system) {
+  sbStatusBar.SetPanelVisible(kSourcePanel + system, false);
 }
 
 void frmMain::ShowMode() {

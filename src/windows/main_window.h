@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
 
 #include "base/clock.h"
 #include "base/settings.h"
@@ -29,9 +30,13 @@ class frmMain : public Window {
   static constexpr int kChecksumPanel = 3;  // of system n: kChecksumPanel + n
   static constexpr int kIgnoredPanel = 8;   // likewise
   static constexpr int kClockPanel = 13;
+  static constexpr int kSourcePanel = 13;  // of system n: kSourcePanel + n
 
   void ShowChecksumErrors(int system, std::int32_t count);
   void ShowIgnoredMessages(int system, std::int32_t count);
+  // The mark of a system's source at the right end of the status bar.
+  void ShowSource(int system, std::string_view text, Colour colour, std::string_view toolTip);
+  void HideSource(int system);
   // Menu checks, tool bars and panel 1, by the mode of the records.
   void ShowMode();
   // The button and panel 2, by the records.
@@ -45,6 +50,8 @@ class frmMain : public Window {
   std::function<void()> onOpen;
   std::function<void()> onClosing;
   std::function<void()> onUnload;
+  // Run with every second of the clock.
+  std::function<void()> onSecond;
 
   MenuItem mnuFile{*this, "mnuFile", "&File"};
   MenuItem mnuFileNew{mnuFile, "mnuFileNew", "&New"};
@@ -85,6 +92,13 @@ class frmMain : public Window {
                                         "&Session Information..."};
   MenuItem mnuOptionsBinaryStandardIALA{mnuOptions, "mnuOptionsBinaryStandardIALA",
                                         "AIS Binary Messages by &IALA Proposal"};
+  MenuItem mnuOptionsBar1{mnuOptions, "mnuOptionsBar1", "-"};
+  MenuItem mnuOptionsReconnect{mnuOptions, "mnuOptionsReconnect", "&Reconnect Lost Links"};
+
+  MenuItem mnuTools{*this, "mnuTools", "&Tools"};
+  MenuItem mnuToolsSources{mnuTools, "mnuToolsSources", "&Sources"};
+  MenuItem mnuToolsSentenceLog{mnuTools, "mnuToolsSentenceLog", "Sentence &Log"};
+  MenuItem mnuToolsSatellites{mnuTools, "mnuToolsSatellites", "Sa&tellites"};
 
   MenuItem mnuHelp{*this, "mnuHelp", "&Help"};
   MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents"};
@@ -116,10 +130,12 @@ class frmMain : public Window {
   // Tells what to do next while no view is open.
   Label lblHint{*this, "lblHint"};
 
-  StatusBar sbStatusBar{*this,
-                        "sbStatusBar",
-                        {"Mode : ONLINE", "Logging : Off", "  Checksum errors :  ", "n/a", "n/a",
-                         "n/a", "n/a", "Ignored msg : ", "n/a", "n/a", "n/a", "n/a", ""}};
+  StatusBar sbStatusBar{
+      *this,
+      "sbStatusBar",
+      {"Mode : ONLINE", "Logging : Off", "  Checksum errors :  ", "n/a", "n/a", "n/a", "n/a",
+       "Ignored msg : ", "n/a", "n/a", "n/a", "n/a", "", "", "", "", ""},
+      kSystems};
   Timer clockTimer{*this, "clockTimer", 1000, true};
 
  protected:

@@ -23,6 +23,7 @@ class HeadlessFace : public Face {
   void ShowPageSetup() override {}
   bool ShowHelp(HelpStart /*start*/) override { return false; }
   void Beep() override { ++beeps_; }
+  void CopyText(std::string_view text) override { copied_ = text; }
   void ArrangeIcons() override {}
 
   void Turn() override;
@@ -33,6 +34,7 @@ class HeadlessFace : public Face {
   // Lets the time pass, with all that falls into it.
   void Advance(std::chrono::milliseconds span);
   int Beeps() const { return beeps_; }
+  const std::string& CopiedText() const { return copied_; }
 
  protected:
   // Something that the absent user does in the next turn of a wait. False: nothing.
@@ -43,6 +45,7 @@ class HeadlessFace : public Face {
  private:
   std::chrono::steady_clock::time_point now_{};
   int beeps_ = 0;
+  std::string copied_;
 };
 
 // For batch runs: tells every message box to a listener and answers every question Yes; cancels

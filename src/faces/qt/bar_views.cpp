@@ -3,12 +3,14 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPolygon>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 #include "faces/qt/qt_face.h"
 #include "toolkit/window.h"
 
@@ -63,6 +65,27 @@ QIcon IconOfKey(const std::string& key) {
 
 }  // namespace
 
+// A panel that can be clicked.
+class StatusBarView::Panel : public QLabel {
+ public:
+  Panel(StatusBarView& view, int number) : view_(view), number_(number) {
+    setTextFormat(Qt::PlainText);
+    setContentsMargins(4, 0, 4, 0);
+    if (view.bar_.onClickPanel) setCursor(Qt::PointingHandCursor);
+  }
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QLabel::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton || !rect().contains(event->pos())) return;
+    view_.User([this] { view_.bar_.ClickPanel(number_); });
+  }
+
+ private:
+  StatusBarView& view_;
+  int number_;
+};
+
 StatusBarView::StatusBarView(ViewContext& context, StatusBar& bar)
     : ControlView(context, bar), bar_(bar), widget_(new QStatusBar) {
   widget_->setSizeGripEnabled(false);
@@ -71,11 +94,14 @@ StatusBarView::StatusBarView(ViewContext& context, StatusBar& bar)
 
 void StatusBarView::Update() {
   while (static_cast<int>(panels_.size()) < bar_.Panels()) {
-    auto* const panel = new QLabel(widget_);
-    panel->setTextFormat(Qt::PlainText);
-    panel->setContentsMargins(4, 0, 4, 0);
-    panel->setObjectName(ToQt(bar_.Name()) + QStringLiteral("[%1]").arg(panels_.size() + 1));
-    widget_->addWidget(panel);
+    const int number = static_cast<int>(panels_.size()) + 1;
+    auto* const panel = new Panel(*this, number);
+    panel->setObjectName(ToQt(bar_.Name()) + QStringLiteral("[%1]").arg(number));
+    if (number > bar_.Panels() - bar_.PanelsAtRight()) {
+      widget_->addPermanentWidget(panel);
+    } else {
+      widget_->addWidget(panel);
+    }
     panels_.push_back(panel);
   }
   for (int i = 1; i <= static_cast<int>(panels_.size()); ++i) {
@@ -88,6 +114,12 @@ void StatusBarView::Update() {
       panel.setText(text);
       panel.setAccessibleName(text);
     }
+    if (panel.toolTip() != ToQt(bar_.PanelToolTip(i))) panel.setToolTip(ToQt(bar_.PanelToolTip(i)));
+    QPalette palette;
+    if (const auto colour = bar_.PanelColour(i)) {
+      palette.setColor(QPalette::WindowText, PaintOf(*colour, ColourUse::Text));
+    }
+    if (panel.palette() != palette) panel.setPalette(palette);
     // Figures that run must not push their neighbours to and fro.
     panel.setMinimumWidth(std::max(panel.minimumWidth(), panel.sizeHint().width()));
   }

@@ -24,6 +24,8 @@ class StatusBarView : public ControlView {
   void Update() override;
 
  private:
+  class Panel;
+
   StatusBar& bar_;
   QStatusBar* widget_;
   std::vector<QLabel*> panels_;

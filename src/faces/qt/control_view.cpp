@@ -8,6 +8,7 @@
 #include "faces/qt/choices_views.h"
 #include "faces/qt/conversions.h"
 #include "faces/qt/grid_view.h"
+#include "faces/qt/long_list_view.h"
 #include "faces/qt/picture_view.h"
 #include "faces/qt/qt_face.h"
 #include "faces/qt/simple_views.h"
@@ -16,6 +17,7 @@
 #include "toolkit/choices.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
+#include "toolkit/long_list.h"
 #include "toolkit/picture.h"
 #include "toolkit/window.h"
 
@@ -124,6 +126,8 @@ std::unique_ptr<ControlView> MakeControlView(ViewContext& context, Control& cont
       return MakeChoicesView(context, static_cast<Choices&>(control));
     case ControlKind::Grid:
       return std::make_unique<GridView>(context, static_cast<Grid&>(control));
+    case ControlKind::LongList:
+      return std::make_unique<LongListView>(context, static_cast<LongList&>(control));
     case ControlKind::Chart:
       return std::make_unique<ChartView>(context, static_cast<Chart&>(control));
     case ControlKind::Picture:

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 
 namespace fathomline {
 namespace {
@@ -143,6 +144,10 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       const bool right = HasColumnHeads() && IsFigure(Cell(row, column));
       return QVariant::fromValue(
           Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
+    }
+    case Qt::ForegroundRole: {
+      const auto colour = grid_->CellColour(row, column);
+      return colour ? QVariant(PaintOf(*colour, ColourUse::Text)) : QVariant();
     }
     default:
       return {};

@@ -154,6 +154,12 @@ GridView::GridView(ViewContext& context, Grid& grid)
   if (!model_->HasRowHeads()) table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->horizontalHeader()->setHighlightSections(false);
   table_->verticalHeader()->setHighlightSections(false);
+  if (grid.onClickHead) {
+    table_->horizontalHeader()->setSectionsClickable(true);
+    QObject::connect(
+        table_->horizontalHeader(), &QHeaderView::sectionClicked, table_,
+        [this](int column) { User([&] { grid_.ClickHead(model_->GridColumn(column)); }); });
+  }
   SetWidget(table_);
   Resize();
 }
@@ -166,6 +172,13 @@ void GridView::Update() {
   if (model_->Follow()) widths_.clear();
   Resize();
   table_->viewport()->update();
+  const Grid::Order& order = grid_.ShownOrder();
+  table_->horizontalHeader()->setSortIndicatorShown(order.column >= 0);
+  if (order.column >= 0) {
+    table_->horizontalHeader()->setSortIndicator(
+        order.column - model_->GridColumn(0),
+        order.descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+  }
   if (marks_ == grid_.Marks()) return;
   marks_ = grid_.Marks();
   const int row = grid_.MarkedRow() - model_->GridRow(0);

@@ -1,6 +1,7 @@
 #include "faces/qt/qt_face.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDialog>
 #include <QMdiArea>
 #include <QPrinter>
@@ -158,6 +159,10 @@ bool QtFace::ShowHelp(HelpStart start) {
   if (help_ == nullptr) help_ = std::make_unique<HelpWindow>();
   help_->Open(start);
   return true;
+}
+
+void QtFace::CopyText(std::string_view text) {
+  QApplication::clipboard()->setText(ToQt(text));
 }
 
 void QtFace::Beep() {

@@ -41,6 +41,7 @@ class QtFace : public Face {
   void ShowPageSetup() override;
   bool ShowHelp(HelpStart start) override;
   void Beep() override;
+  void CopyText(std::string_view text) override;
   void ArrangeIcons() override;
   void Turn() override;
   void RunUntil(const std::function<bool()>& done) override;

@@ -1,0 +1,17 @@
+// Marks: the shapes that tell apart what colours do not.
+#pragma once
+
+#include <QColor>
+#include <QPointF>
+
+#include "base/look.h"
+
+class QPainter;
+
+namespace fathomline {
+
+// Around the point, so many logical pixels to each side; filled, or a ring of a pixel and a half.
+void DrawMark(QPainter& painter, const QPointF& at, MarkShape mark, double radius,
+              const QColor& colour, bool filled);
+
+}  // namespace fathomline

@@ -1,0 +1,27 @@
+#include "session/tools.h"
+
+namespace fathomline {
+
+Tools::Tools(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
+             LinkDesk& links, Windows& windows)
+    : sources(desktop, engine.records, links, engine.watch.Activity(), settings),
+      sentenceLog(desktop, engine.records, engine.watch, clock, settings),
+      satellites(desktop, engine.records, engine.watch, settings),
+      marks(engine.records, desktop, links, engine.watch, windows.main) {
+  PlugMenu(windows.main, links);
+}
+
+void Tools::PlugMenu(frmMain& main, LinkDesk& links) {
+  main.mnuToolsSources.onClick = [this] { sources.Show(); };
+  main.mnuToolsSentenceLog.onClick = [this] { sentenceLog.Show(); };
+  main.mnuToolsSatellites.onClick = [this] { satellites.Show(); };
+  main.mnuOptionsReconnect.onClick = [&main, &links] {
+    links.SetKeeping(!links.Keeping());
+    main.mnuOptionsReconnect.SetChecked(links.Keeping());
+  };
+  main.sbStatusBar.onClickPanel = [this](int panel) {
+    if (panel > frmMain::kSourcePanel) sources.Show();
+  };
+}
+
+}  // namespace fathomline

@@ -1,0 +1,256 @@
+// The windows that watch the sources: Sources with its marks in the status bar, the sentence log,
+// and the satellites.
+#include <gmock/gmock.h>
+#include <sstream>
+
+#include "base/files.h"
+#include "support/sentences.h"
+#include "support/session.h"
+
+namespace fathomline {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+struct WatchWindows : ::testing::Test {
+  WatchWindows() {
+    session.Prepare([](Records& records) {
+      for (const int system : {1, 3}) {
+        CommSetup& setup = records.CommSetups[system];
+        setup.Enabled = true;
+        setup.UseTCPIP = true;
+        setup.IPAddress = "10.1.2.3";
+        setup.TCPPort = 8040 + system;
+        setup.Name = system == 1 ? "Bridge" : "";
+      }
+      records.ChecksumTest[1] = true;
+    });
+    EXPECT_TRUE(session.Start());
+    Second();
+  }
+  ~WatchWindows() override { session.program.reset(); }
+
+  Program& program() { return *session.program; }
+  frmMain& mainWindow() { return session.mainWindow(); }
+  HeadlessTcpLink& Tcp(int system) { return session.links.Winsock1(system); }
+  void Send(int system, const std::string& line) {
+    Tcp(system).Arrive(line + "\r\n");
+    session.face.Advance(std::chrono::milliseconds(1));
+  }
+  void Second() { session.face.Advance(std::chrono::seconds(1)); }
+  static std::vector<std::string> Row(const Grid& grid, int row) {
+    std::vector<std::string> cells;
+    for (int column = 0; column < grid.Columns(); ++column) cells.push_back(grid.Text(row, column));
+    return cells;
+  }
+  std::string MarkOfSystem(int system) {
+    const int panel = frmMain::kSourcePanel + system;
+    const StatusBar& bar = mainWindow().sbStatusBar;
+    return bar.PanelVisible(panel) ? bar.PanelText(panel) : "hidden";
+  }
+
+  Session session;
+};
+
+TEST_F(WatchWindows, SourcesTellStateAndReasonAndOpenALinkAgain) {
+  for (int i = 0; i < 20; ++i) {
+    Send(1, Sentence("GPZDA,120000,01,01,2026,00,00"));
+    Send(1, Sentence("HEHDT,1.0,T"));
+    Second();
+  }
+  Send(1, "$HEHDT,1.0,T*00");
+  Second();
+  EXPECT_EQ(MarkOfSystem(1), "● 1 alive 1 s");
+  EXPECT_EQ(MarkOfSystem(2), "hidden");
+  EXPECT_EQ(MarkOfSystem(3), "▲ 3 late") << "open for twenty seconds without a line";
+
+  mainWindow().sbStatusBar.ClickPanel(frmMain::kSourcePanel + 1);
+  frmSources& sources = program().session.tools.sources;
+  ASSERT_TRUE(sources.Visible());
+  sources.Refresh();
+  EXPECT_THAT(Row(sources.fgSources, 1),
+              ElementsAre("● alive", "1 - Bridge", "TCP", "10.1.2.3:8041", "connected", "2.0",
+                          "1.0 s ago", "1"));
+  EXPECT_THAT(Row(sources.fgSources, 2), ElementsAre("▲ late", "3", "TCP", "10.1.2.3:8043",
+                                                     "connected", "0.0", "", "not tested"));
+  EXPECT_THAT(Row(sources.fgSentences, 1),
+              ElementsAre("● alive", "1", "GP", "ZDA", "1.0", "2.0 s", "20"));
+  EXPECT_THAT(Row(sources.fgSentences, 2),
+              ElementsAre("● alive", "1", "HE", "HDT", "1.0", "1.0 s", "21"));
+  EXPECT_EQ(sources.fgSentences.Rows(), 3);
+
+  // The link goes, with the box that is told; by hand it comes back, and nothing is forgotten.
+  session.face.ExpectBox("TCP/IP Error, system 1 :10054 - The remote host closed the connection");
+  Tcp(1).Fail(10054, "The remote host closed the connection");
+  Second();
+  EXPECT_THAT(MarkOfSystem(1), HasSubstr("■ 1 dead"));
+  sources.Refresh();
+  EXPECT_EQ(sources.fgSources.Text(1, 4), "The remote host closed the connection");
+  EXPECT_TRUE(sources.cmdReconnect(1).Shown());
+  EXPECT_FALSE(sources.cmdReconnect(2).Shown());
+  sources.cmdReconnect(1).Click();
+  sources.Refresh();
+  EXPECT_EQ(sources.fgSources.Text(1, 4), "connected");
+  Send(1, Sentence("HEHDT,1.0,T"));
+  EXPECT_EQ(session.records().SentenceCount, 42);
+
+  // The option stands at two places, and is kept.
+  EXPECT_FALSE(mainWindow().mnuOptionsReconnect.Checked());
+  sources.chkReconnect.Click();
+  Second();
+  EXPECT_TRUE(mainWindow().mnuOptionsReconnect.Checked());
+  EXPECT_EQ(session.settings.GetNumber("Settings", "ReconnectLostLinks", 0), 1);
+  Tcp(1).refusal = {10061, "Connection refused"};
+  Tcp(1).Fail(10054, "reset");
+  session.face.Advance(std::chrono::milliseconds(1500));
+  sources.Refresh();
+  EXPECT_EQ(sources.fgSources.Text(1, 4), "Connection refused; try 2 in 2 s");
+  mainWindow().mnuOptionsReconnect.Click();
+  session.face.Advance(std::chrono::milliseconds(300));
+  sources.Refresh();
+  EXPECT_FALSE(sources.chkReconnect.Checked());
+  EXPECT_EQ(sources.fgSources.Text(1, 4), "Connection refused");
+}
+
+TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
+  const std::string hdt = Sentence("HEHDT,1.0,T");
+  const std::string zda = Sentence("GPZDA,120000,01,01,2026,00,00");
+  Send(1, hdt);
+  mainWindow().mnuToolsSentenceLog.Click();
+  frmSentenceLog& log = program().session.tools.sentenceLog;
+  const LongListSource& lines = log.lstLines.Source();
+  Second();
+  for (const auto& [system, line] :
+       {std::pair(1, hdt), {1, "$HEHDT,9.0,T*00"}, {3, zda}, {3, "no sentence"}}) {
+    Send(system, line);
+  }
+  log.Refresh();
+  EXPECT_EQ(log.lblShown.Text(), "4 of 4 shown");
+  EXPECT_EQ(lines.Cell(0, 0), "03:04:06.000") << "a second after it was opened";
+  EXPECT_EQ(lines.Cell(2, 1) + lines.Cell(2, 2), "3" + zda);
+
+  log.cmbTalker.UserChoose(2);
+  EXPECT_EQ(log.cmbTalker.Text(), "HE");
+  EXPECT_EQ(log.lblShown.Text(), "2 of 4 shown");
+  log.cmbChecksum.UserChoose(2);
+  ASSERT_EQ(log.lblShown.Text(), "1 of 4 shown");
+  EXPECT_EQ(lines.Cell(0, 2), "$HEHDT,9.0,T*00");
+  log.cmbTalker.UserChoose(0);
+  log.cmbChecksum.UserChoose(0);
+  log.cmbSystem.UserChoose(2);
+  log.txtText.UserText("zda");
+  EXPECT_EQ(log.lblShown.Text(), "1 of 4 shown");
+  log.cmbSystem.UserChoose(0);
+  log.txtText.UserText("");
+
+  log.txtFind.UserText("hehdt");
+  for (const std::uint64_t row : {0, 1, 0}) {
+    log.cmdNext.Click();
+    EXPECT_THAT(log.lstLines.Selection(), ElementsAre(LongList::Range{row, row}));
+  }
+  log.cmdPrevious.Click();
+  log.lstLines.Copy();
+  EXPECT_EQ(session.face.CopiedText(), "$HEHDT,9.0,T*00\n");
+  const int beeps = session.face.Beeps();
+  log.txtFind.UserText("nothing");
+  log.cmdNext.Click();
+  EXPECT_EQ(session.face.Beeps(), beeps + 1);
+
+  log.cmdPause.Click();
+  Send(1, zda);
+  log.Refresh();
+  EXPECT_EQ(log.lblShown.Text(), "4 of 4 shown, paused: 1 have passed by");
+  log.cmdPause.Click();
+  Send(1, zda);
+  log.cmbChecksum.UserChoose(1);
+  const std::string path = session.folder.Path() + "/saved.log";
+  session.face.ExpectFile(path);
+  log.cmdSave.Click();
+  EXPECT_EQ(ReadWholeFile(path), hdt + "\r\n" + zda + "\r\n" + zda + "\r\n");
+  session.face.ExpectFile(session.folder.Path() + "/no/such/folder.log");
+  session.face.ExpectBox("");
+  log.cmdSave.Click();
+  EXPECT_THAT(session.face.Boxes().back().text, HasSubstr("could not be saved"));
+
+  log.Close();
+  EXPECT_FALSE(program().engine.watch.Log().Running());
+  Send(1, hdt);
+  log.Show();
+  log.Refresh();
+  EXPECT_EQ(log.lblShown.Text(), "0 of 0 shown");
+}
+
+TEST_F(WatchWindows, SatellitesOfTheChosenSystemAreListedSortedAndDrawn) {
+  mainWindow().mnuToolsSatellites.Click();
+  frmSatellites& window = program().session.tools.satellites;
+  const auto column = [&](int at) {
+    std::string cells;
+    for (int row = 1; row < window.fgSatellites.Rows(); ++row) {
+      cells += window.fgSatellites.Text(row, at) + " ";
+    }
+    return cells;
+  };
+  for (const char* const body :
+       {"GNGSA,A,3,07,,,,,,,,,,,,1.2,0.7,1.0,1", "GNGSA,A,3,19,,,,,,,,,,,,1.2,0.7,1.0,4",
+        "GPGSV,1,1,02,07,40,083,46,09,05,010,,1", "GPGSV,1,1,01,07,40,083,41,8",
+        "GBGSV,1,1,01,19,50,120,44,1"}) {
+    Send(1, Sentence(body));
+  }
+  Send(3, Sentence("GAGSV,1,1,01,05,60,120,50,7"));
+  window.Refresh();
+  EXPECT_THAT(Row(window.fgSatellites, 1),
+              ElementsAre("G07", "GPS", "7", "L1 C/A", "46", "40", "83", "yes"));
+  EXPECT_EQ(column(0), "G07 G07 G09 C19 ");
+  EXPECT_EQ(window.lblSolution.Text(),
+            "Fix 3D    PDOP 1.2    HDOP 0.7    VDOP 1.0    3 in view, 2 used");
+  window.fgSatellites.ClickHead(4);
+  EXPECT_EQ(column(4), "41 44 46  ");
+  window.fgSatellites.ClickHead(4);
+  EXPECT_EQ(column(4), "46 44 41  ") << "what has no value stays behind";
+  window.fgSatellites.ClickHead(4);
+  EXPECT_EQ(column(0), "G07 G07 G09 C19 ");
+
+  const auto marks = [](const Picture& picture, bool filled) {
+    return std::count_if(picture.Persistent().begin(), picture.Persistent().end(),
+                         [&](const Shape& shape) {
+                           return shape.kind == ShapeKind::Mark && shape.filled == filled;
+                         });
+  };
+  const auto bars = [&] {
+    return std::count_if(window.picSignals.Persistent().begin(),
+                         window.picSignals.Persistent().end(),
+                         [](const Shape& shape) { return shape.kind == ShapeKind::Box; });
+  };
+  EXPECT_EQ(marks(window.picSky, true), 2);
+  EXPECT_EQ(marks(window.picSky, false), 1);
+  EXPECT_EQ(bars(), 3);
+  // Nothing leaves the pictures, however small they are.
+  for (const Picture::Size size : {Picture::Size{240, 240}, Picture::Size{900, 300}}) {
+    for (Picture* const picture : {&window.picSky, &window.picSignals}) {
+      picture->SetSurface(size, {});
+      window.Refresh();
+      EXPECT_FALSE(picture->Persistent().empty());
+      for (const Shape& shape : picture->Persistent()) {
+        EXPECT_TRUE(shape.x >= 0.0 && shape.x <= size.width && shape.y >= 0.0 &&
+                    shape.y <= std::max(size.height, picture->Least().height))
+            << picture->Name() << " " << shape.x << " " << shape.y << " " << shape.text;
+      }
+    }
+  }
+
+  window.cmbSystem.UserChoose(1);
+  Send(3, Sentence("GAGSV,1,1,01,05,60,120,50,7"));
+  Second();
+  window.Refresh();
+  EXPECT_EQ(column(0), "E05 ");
+  session.records().CommSetups[3].Enabled = false;
+  window.Refresh();
+  EXPECT_EQ(window.cmbSystem.Text(), "1 - Bridge");
+  EXPECT_EQ(column(0), "");
+  window.Close();
+  EXPECT_EQ(program().engine.watch.SystemOfSatellites(), 0);
+}
+
+}  // namespace
+}  // namespace fathomline
