@@ -60,6 +60,11 @@ int TakeScreenshots(Program& program, QtFace& face, const StartOptions& options,
   for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
     program.windows.OpenView(kind, kSystem);
   }
+  for (Window* const window : std::initializer_list<Window*>{&program.session.tools.sources,
+                                                             &program.session.tools.sentenceLog,
+                                                             &program.session.tools.satellites}) {
+    window->Show();
+  }
   camera.Settle();
   program.windows.main.tbOffline.Click("PLAY");
   program.desktop.RunUntil([&] { return !program.engine.records.OfflineRunning; });

@@ -31,6 +31,11 @@ class EveryWindow : public ProgramFixture {
     for (const ViewKind kind : {ViewKind::Scatter, ViewKind::Skyplot, ViewKind::NMEA}) {
       program().windows.OpenView(kind, 1);
     }
+    for (Window* const window : std::initializer_list<Window*>{
+             &program().session.tools.sources, &program().session.tools.sentenceLog,
+             &program().session.tools.satellites}) {
+      window->Show();
+    }
     program().session.setupDialog.Open(1);
     for (Window* const window : program().desktop.Windows()) {
       if (window->Style() == WindowStyle::Dialog && !window->Loaded()) window->Show();
