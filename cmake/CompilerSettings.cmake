@@ -18,6 +18,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(fathomline_settings INTERFACE -Wno-restrict)
 endif()
 
+if(WIN32)
+  # Windows 10 is the oldest that is served; its headers name min and max only where asked to.
+  target_compile_definitions(fathomline_settings INTERFACE
+    _WIN32_WINNT=0x0A00 WIN32_LEAN_AND_MEAN NOMINMAX)
+endif()
+
 if(FATHOMLINE_SANITIZE)
   set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(fathomline_settings INTERFACE ${sanitizers})

@@ -1,17 +1,16 @@
-// The newest of what is called here came with Windows 10.
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
+// The others rely on the first.
+// clang-format off
 #include <windows.h>
-// Behind windows.h, on which they rely.
+#include <psapi.h>
+#include <shellapi.h>
+// clang-format on
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <fcntl.h>
 #include <io.h>
 #include <iterator>
-#include <limits>
-#include <psapi.h>
-#include <shellapi.h>
 #include <thread>
 
 #include "base/fault.h"

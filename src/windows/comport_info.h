@@ -11,12 +11,7 @@ class frmComportInfo : public Window {
  public:
   frmComportInfo(Desktop& desktop, const SettingsStore& settings);
 
-  Label lblInfo{*this, "lblInfo",
-                "Only comports with a number up to 16 are served.\r\n"
-                "Ports with higher numbers are ignored by the setup.\r\n\r\n"
-                "COM1 to COM4 :  /dev/ttyS0 to ttyS3\r\n"
-                "COM5 to COM10 :  /dev/ttyUSB0 to ttyUSB5\r\n"
-                "COM11 to COM16 :  /dev/ttyACM0 to ttyACM5"};
+  Label lblInfo{*this, "lblInfo"};
   Label lblOtherDevices{*this, "lblOtherDevices"};
   Button cmdOk{*this, "cmdOk", "&OK", Button::Role::Default};
 };

@@ -1,10 +1,12 @@
 // The replay, driven through the keys of its tool bar.
 #include "sources/offline_replay.h"
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
+#if !defined(_WIN32)
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 #include "support/session.h"
 
@@ -203,6 +205,7 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   EXPECT_EQ(records().SentenceCount, 0);
 }
 
+#if !defined(_WIN32)
 TEST_F(OfflineReplayTest, APipeIsReadAsItsLinesComeAndHoldsNobodyUp) {
   const std::string pipe = folder / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -227,6 +230,7 @@ TEST_F(OfflineReplayTest, APipeIsReadAsItsLinesComeAndHoldsNobodyUp) {
   ::close(writer);
   EXPECT_EQ(program->session.errorLog.Written(), 0);
 }
+#endif
 
 TEST_F(OfflineReplayTest, AFolderIsNoRecording) {
   records().CommSetups[1].OfflineFile = folder.Path();

@@ -2,20 +2,24 @@
 
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
-#include <stdlib.h>
+#include <random>
 #include <string>
 #include <string_view>
 
+#include "base/system.h"
+
 namespace fathomline {
 
-// A folder that is gone with its content at the end of the test.
+// A folder that is gone with its content at the end of the test. Its name has letters beyond ASCII,
+// as users' names have.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "fathomline-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    path_ = name;
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() /
+              PathOf("fathomline-prøve-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
   }
   ~TemporaryFolder() {
     std::error_code ignored;
@@ -25,18 +29,17 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   // With its trailing separator.
-  std::string Path() const { return path_ + "/"; }
-  std::string operator/(std::string_view name) const { return Path().append(name); }
+  std::string Path() const { return PathText(path_ / ""); }
+  std::string operator/(std::string_view name) const { return PathText(path_ / PathOf(name)); }
 
   // Makes a file of the given bytes and returns its path.
   std::string Write(std::string_view name, std::string_view bytes) const {
-    const std::string path = *this / name;
-    std::ofstream(path, std::ios::binary) << bytes;
-    return path;
+    std::ofstream(path_ / PathOf(name), std::ios::binary) << bytes;
+    return *this / name;
   }
 
  private:
-  std::string path_;
+  std::filesystem::path path_;
 };
 
 }  // namespace fathomline

@@ -11,6 +11,7 @@
 #include <system_error>
 
 #include "base/fault.h"
+#include "base/system.h"
 #include "simulator/live_server.h"
 #include "simulator/truth_file.h"
 
@@ -127,7 +128,7 @@ constexpr OptionRow kOptions[] = {
      [](Settings& settings, std::string_view, std::string_view value) {
        settings.command.outlets.push_back({OutletKind::Udp, ParseEndpoint(value), {}});
      }},
-    {"--pty", "", "serve on a pseudo-terminal, as on a serial port",
+    {"--pty", "", "serve on a pseudo-terminal, as on a serial port (not on Windows)",
      [](Settings& settings, std::string_view, std::string_view) {
        settings.command.outlets.push_back({OutletKind::Terminal, {}, {}});
      }},
@@ -205,7 +206,7 @@ void WriteHelp(std::ostream& out) {
 
 std::ofstream Open(const std::string& path) {
   errno = 0;
-  std::ofstream file(path, std::ios::binary);
+  std::ofstream file(PathOf(path), std::ios::binary);
   if (!file) RefuseFile(path, errno);
   return file;
 }
@@ -274,7 +275,7 @@ std::unique_ptr<Outlet> MakeOutlet(const OutletChoice& choice, std::ostream& log
     case OutletKind::Terminal:
       break;
   }
-  return std::make_unique<TerminalOutlet>(choice.linkPath, log);
+  return MakeTerminalOutlet(choice.linkPath, log);
 }
 
 void Serve(const SimulateCommand& command, const LiveServer::Source& source, std::ostream& out,

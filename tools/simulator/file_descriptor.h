@@ -1,18 +1,12 @@
-// Open files, sockets and terminals of the operating system.
+// Open files and terminals of a POSIX system.
 #pragma once
 
-#include <cerrno>
-#include <string>
-#include <string_view>
-#include <system_error>
 #include <unistd.h>
 #include <utility>
 
-#include "base/fault.h"
-
 namespace fathomline::simulator {
 
-// Owns an open file, socket or terminal.
+// Owns an open file or terminal.
 class FileDescriptor {
  public:
   FileDescriptor() = default;
@@ -32,13 +26,5 @@ class FileDescriptor {
  private:
   int number_ = -1;
 };
-
-// "cannot listen on 127.0.0.1:80: Permission denied"
-[[noreturn]] inline void RaiseSystemFault(std::string_view action, std::string_view object,
-                                          int error = errno) {
-  std::string text = "cannot ";
-  text.append(action).append(" ").append(object).append(": ");
-  Raise(FaultNumber::DeviceError, text + std::generic_category().message(error));
-}
 
 }  // namespace fathomline::simulator

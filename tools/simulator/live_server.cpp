@@ -1,7 +1,6 @@
 #include "simulator/live_server.h"
 
 #include <algorithm>
-#include <sys/signalfd.h>
 #include <utility>
 
 namespace fathomline::simulator {
@@ -22,21 +21,7 @@ constexpr int kMostEpochsInTurn = 256;
 
 LiveServer::LiveServer(std::vector<std::unique_ptr<Outlet>> outlets, double speed, Source source)
     : outlets_(std::move(outlets)), speed_(speed), source_(std::move(source)) {
-  sigset_t ending;
-  ::sigemptyset(&ending);
-  ::sigaddset(&ending, SIGINT);
-  ::sigaddset(&ending, SIGTERM);
-  ::sigprocmask(SIG_BLOCK, &ending, &maskBefore_);
-  signals_ = FileDescriptor(::signalfd(-1, &ending, SFD_NONBLOCK | SFD_CLOEXEC));
   pending_ = source_(epoch_);
-}
-
-LiveServer::~LiveServer() {
-  // The signal that has ended this must not end the process behind it.
-  signalfd_siginfo taken;
-  while (::read(signals_.Get(), &taken, sizeof taken) > 0) {
-  }
-  ::sigprocmask(SIG_SETMASK, &maskBefore_, nullptr);
 }
 
 bool LiveServer::AnyPeer() const {
@@ -73,20 +58,15 @@ bool LiveServer::Ended() {
   return drained_ >= kDrainLooks || Clock::now() - ended_ >= kPatience;
 }
 
-bool LiveServer::Stopped() const {
-  signalfd_siginfo signal;
-  return ::read(signals_.Get(), &signal, sizeof signal) > 0;
-}
-
 void LiveServer::Wait(milliseconds longest) {
   watched_.clear();
-  watched_.push_back({signals_.Get(), POLLIN, 0});
+  stop_.Watch(watched_);
   for (const auto& outlet : outlets_) outlet->Watch(watched_);
-  ::poll(watched_.data(), watched_.size(), static_cast<int>(longest.count()));
+  WaitFor(watched_, longest);
 }
 
 bool LiveServer::Step(milliseconds longest) {
-  if (Stopped()) return false;
+  if (stop_.Taken()) return false;
   for (const auto& outlet : outlets_) outlet->Serve();
   if (!started_ && AnyPeer()) {
     started_ = true;

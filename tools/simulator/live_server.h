@@ -4,12 +4,11 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <signal.h>
 #include <vector>
 
-#include "simulator/file_descriptor.h"
 #include "simulator/outlets.h"
 #include "simulator/simulator.h"
+#include "simulator/stop_signal.h"
 
 namespace fathomline::simulator {
 
@@ -26,9 +25,6 @@ class LiveServer {
 
   // `speed` is simulated seconds a second. SIGINT and SIGTERM end the server as long as it lives.
   LiveServer(std::vector<std::unique_ptr<Outlet>> outlets, double speed, Source source);
-  ~LiveServer();
-  LiveServer(const LiveServer&) = delete;
-  LiveServer& operator=(const LiveServer&) = delete;
 
   // Sends what is due and waits for what comes next, at most so long. False when the simulation is
   // over and read by all who listen, or a signal has ended it.
@@ -43,13 +39,11 @@ class LiveServer {
   bool Ended();
   std::chrono::milliseconds UntilDue() const;
   void Wait(std::chrono::milliseconds longest);
-  bool Stopped() const;
 
   std::vector<std::unique_ptr<Outlet>> outlets_;
   double speed_;
   Source source_;
-  sigset_t maskBefore_{};
-  FileDescriptor signals_;
+  StopSignal stop_;
   std::vector<pollfd> watched_;
   Epoch epoch_;
   bool pending_ = false;

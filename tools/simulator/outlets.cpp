@@ -3,16 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <fcntl.h>
-#include <filesystem>
-#include <memory>
-#include <netdb.h>
-#include <netinet/tcp.h>
-#include <sys/ioctl.h>
-#include <sys/socket.h>
 #include <system_error>
-#include <termios.h>
 #include <utility>
+
+#include "base/fault.h"
 
 namespace fathomline::simulator {
 namespace {
@@ -26,6 +20,7 @@ std::string Text(const Endpoint& endpoint) {
 
 // A name that stands for both is taken for the older kind of address, on which receivers listen.
 AddressList Resolve(const Endpoint& endpoint, int kind, std::string_view action) {
+  UseNetwork();
   addrinfo wanted{};
   wanted.ai_socktype = kind;
   wanted.ai_flags = AI_NUMERICSERV;
@@ -37,7 +32,7 @@ AddressList Resolve(const Endpoint& endpoint, int kind, std::string_view action)
     if (error == 0) return {found, &::freeaddrinfo};
   }
   Raise(FaultNumber::DeviceError,
-        "cannot " + std::string(action) + " " + Text(endpoint) + ": " + ::gai_strerror(error));
+        "cannot " + std::string(action) + " " + Text(endpoint) + ": " + ResolverMessage(error));
 }
 
 // In numbers.
@@ -49,10 +44,6 @@ Endpoint NameOf(const sockaddr* address, socklen_t length) {
     return {"?", "0"};
   }
   return {host.data(), port.data()};
-}
-
-bool MayComeLater(int error) {
-  return error == EAGAIN || error == EWOULDBLOCK || error == EINTR;
 }
 
 int PortNumber(std::string_view text) {
@@ -92,11 +83,13 @@ bool SendQueue::Add(std::string_view bytes) {
   return true;
 }
 
-SendQueue::State SendQueue::Flush(const std::function<ssize_t(const char*, std::size_t)>& write) {
+SendQueue::State SendQueue::Flush(
+    const std::function<std::optional<std::size_t>(std::string_view)>& write) {
   while (Size() > 0) {
-    const ssize_t written = write(waiting_.data() + taken_, Size());
-    if (written < 0) return MayComeLater(errno) ? State::Fine : State::Gone;
-    taken_ += static_cast<std::size_t>(written);
+    const auto written = write(std::string_view(waiting_).substr(taken_));
+    if (!written) return State::Gone;
+    if (*written == 0) return State::Fine;
+    taken_ += *written;
     moved_ = std::chrono::steady_clock::now();
   }
   Clear();
@@ -115,21 +108,19 @@ bool SendQueue::Stalled() const {
 TcpOutlet::TcpOutlet(const Endpoint& endpoint, std::ostream& log) : log_(log) {
   constexpr std::string_view kAction = "listen on";
   const AddressList addresses = Resolve(endpoint, SOCK_STREAM, kAction);
-  listener_ = FileDescriptor(
-      ::socket(addresses->ai_family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_TCP));
-  if (!listener_.Valid()) RaiseSystemFault(kAction, Text(endpoint));
-  // A server that was ended a moment ago does not hold the port.
-  const int on = 1;
-  ::setsockopt(listener_.Get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-  if (::bind(listener_.Get(), addresses->ai_addr, addresses->ai_addrlen) != 0 ||
+  listener_ = Socket(addresses->ai_family, SOCK_STREAM, IPPROTO_TCP);
+  if (!listener_.Valid()) RaiseSystemFault(kAction, Text(endpoint), NetworkError());
+  listener_.ReuseAddress();
+  if (::bind(listener_.Get(), addresses->ai_addr, static_cast<socklen_t>(addresses->ai_addrlen)) !=
+          0 ||
       ::listen(listener_.Get(), SOMAXCONN) != 0) {
-    RaiseSystemFault(kAction, Text(endpoint));
+    RaiseSystemFault(kAction, Text(endpoint), NetworkError());
   }
   sockaddr_storage bound{};
   socklen_t length = sizeof bound;
   auto* const address = reinterpret_cast<sockaddr*>(&bound);
   if (::getsockname(listener_.Get(), address, &length) != 0) {
-    RaiseSystemFault(kAction, Text(endpoint));
+    RaiseSystemFault(kAction, Text(endpoint), NetworkError());
   }
   const Endpoint name = NameOf(address, length);
   address_ = Text(name);
@@ -153,15 +144,12 @@ void TcpOutlet::Accept() {
     sockaddr_storage peer{};
     socklen_t length = sizeof peer;
     auto* const address = reinterpret_cast<sockaddr*>(&peer);
-    FileDescriptor socket(
-        ::accept4(listener_.Get(), address, &length, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    Socket socket = listener_.Accept(address, &length);
     if (!socket.Valid()) return;
     // Each moment's lines leave at once, and whole.
-    const int on = 1;
-    ::setsockopt(socket.Get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    socket.Set(IPPROTO_TCP, TCP_NODELAY, 1);
     // What is kept for a client is kept here, where it is counted.
-    const int sendBuffer = 1 << 16;
-    ::setsockopt(socket.Get(), SOL_SOCKET, SO_SNDBUF, &sendBuffer, sizeof sendBuffer);
+    socket.Set(SOL_SOCKET, SO_SNDBUF, 1 << 16);
     clients_.push_back({std::move(socket), Text(NameOf(address, length)), {}});
     log_ << "client " << clients_.back().name << " connected" << std::endl;
   }
@@ -170,13 +158,11 @@ void TcpOutlet::Accept() {
 std::string_view TcpOutlet::Attend(Client& client) const {
   constexpr std::string_view kLeft = "has left";
   std::array<char, 4096> ignored;
-  ssize_t length = 0;
-  while ((length = ::recv(client.socket.Get(), ignored.data(), ignored.size(), 0)) > 0) {
+  std::optional<std::size_t> heard;
+  while ((heard = client.socket.Receive(ignored.data(), ignored.size())) > 0U) {
   }
-  if (length == 0 || !MayComeLater(errno)) return kLeft;
-  const auto send = [&client](const char* bytes, std::size_t count) {
-    return ::send(client.socket.Get(), bytes, count, MSG_NOSIGNAL);
-  };
+  if (!heard) return kLeft;
+  const auto send = [&client](std::string_view bytes) { return client.socket.Send(bytes); };
   if (client.queue.Flush(send) == SendQueue::State::Gone) return kLeft;
   return client.queue.Stalled() ? "reads too slowly and was dropped" : std::string_view{};
 }
@@ -207,15 +193,12 @@ std::size_t TcpOutlet::Backlog() const {
 UdpOutlet::UdpOutlet(const Endpoint& endpoint) : endpoint_(endpoint) {
   constexpr std::string_view kAction = "send to";
   const AddressList addresses = Resolve(endpoint, SOCK_DGRAM, kAction);
-  addressLength_ = addresses->ai_addrlen;
+  addressLength_ = static_cast<socklen_t>(addresses->ai_addrlen);
   std::copy_n(reinterpret_cast<const char*>(addresses->ai_addr), addressLength_,
               reinterpret_cast<char*>(&address_));
-  socket_ = FileDescriptor(
-      ::socket(addresses->ai_family, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, IPPROTO_UDP));
-  const int on = 1;
-  if (!socket_.Valid() ||
-      ::setsockopt(socket_.Get(), SOL_SOCKET, SO_BROADCAST, &on, sizeof on) != 0) {
-    RaiseSystemFault(kAction, Text(endpoint));
+  socket_ = Socket(addresses->ai_family, SOCK_DGRAM, IPPROTO_UDP);
+  if (!socket_.Valid() || !socket_.Set(SOL_SOCKET, SO_BROADCAST, 1)) {
+    RaiseSystemFault(kAction, Text(endpoint), NetworkError());
   }
 }
 
@@ -227,92 +210,9 @@ void UdpOutlet::Send(const LineBatch& lines) {
   std::size_t from = 0;
   const std::string& text = lines.Text();
   for (std::size_t end; (end = text.find('\n', from)) != std::string::npos; from = end + 1) {
-    ::sendto(socket_.Get(), text.data() + from, end + 1 - from, MSG_NOSIGNAL,
-             reinterpret_cast<const sockaddr*>(&address_), addressLength_);
+    socket_.SendTo(std::string_view(text).substr(from, end + 1 - from),
+                   reinterpret_cast<const sockaddr*>(&address_), addressLength_);
   }
-}
-
-TerminalOutlet::TerminalOutlet(std::string linkPath, std::ostream& log)
-    : log_(log), linkPath_(std::move(linkPath)) {
-  constexpr std::string_view kAction = "make";
-  constexpr std::string_view kObject = "a pseudo-terminal";
-  master_ = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  std::array<char, 64> path{};
-  if (!master_.Valid() || ::grantpt(master_.Get()) != 0 || ::unlockpt(master_.Get()) != 0) {
-    RaiseSystemFault(kAction, kObject);
-  }
-  if (const int error = ::ptsname_r(master_.Get(), path.data(), path.size()); error != 0) {
-    RaiseSystemFault(kAction, kObject, error);
-  }
-  path_ = path.data();
-  // Only a terminal that was open once tells that nobody has it open.
-  const FileDescriptor reader(::open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
-  termios settings{};
-  if (!reader.Valid() || ::tcgetattr(reader.Get(), &settings) != 0) {
-    RaiseSystemFault(kAction, kObject);
-  }
-  // Bytes as they are, and no echo.
-  ::cfmakeraw(&settings);
-  ::tcsetattr(reader.Get(), TCSANOW, &settings);
-  if (linkPath_.empty()) return;
-  std::error_code error;
-  if (std::filesystem::is_symlink(linkPath_, error)) std::filesystem::remove(linkPath_, error);
-  std::filesystem::create_symlink(path_, linkPath_, error);
-  if (error) RaiseSystemFault("link", "\"" + linkPath_ + "\"", error.value());
-}
-
-TerminalOutlet::~TerminalOutlet() {
-  if (linkPath_.empty()) return;
-  // A later simulation may have taken the place.
-  std::error_code ignored;
-  if (std::filesystem::read_symlink(linkPath_, ignored) == path_) {
-    std::filesystem::remove(linkPath_, ignored);
-  }
-}
-
-std::string TerminalOutlet::Where() const {
-  return "pty " + path_ + (linkPath_.empty() ? "" : " " + linkPath_);
-}
-
-bool TerminalOutlet::HasPeer() const {
-  pollfd terminal{master_.Get(), 0, 0};
-  return ::poll(&terminal, 1, 0) == 0 || (terminal.revents & POLLHUP) == 0;
-}
-
-// Without a reader there would be no end of the news that there is none.
-void TerminalOutlet::Watch(std::vector<pollfd>& watched) const {
-  if (!HasPeer()) return;
-  const int events = queue_.Size() > 0 ? POLLIN | POLLOUT : POLLIN;
-  watched.push_back({master_.Get(), static_cast<short>(events), 0});
-}
-
-void TerminalOutlet::Serve() {
-  if (!HasPeer()) {
-    queue_.Clear();
-    return;
-  }
-  std::array<char, 4096> ignored;
-  while (::read(master_.Get(), ignored.data(), ignored.size()) > 0) {
-  }
-  queue_.Flush([this](const char* bytes, std::size_t count) {
-    return ::write(master_.Get(), bytes, count);
-  });
-}
-
-void TerminalOutlet::Send(const LineBatch& lines) {
-  if (!HasPeer()) return;
-  if (!queue_.Stalled() && queue_.Add(lines.Text())) return;
-  if (!std::exchange(lossTold_, true)) {
-    log_ << "the reader of " << path_ << " reads too slowly and loses lines" << std::endl;
-  }
-}
-
-bool TerminalOutlet::Drained() const {
-  if (!HasPeer()) return true;
-  if (Backlog() > 0) return false;
-  const FileDescriptor reader(::open(path_.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  int unread = 0;
-  return !reader.Valid() || ::ioctl(reader.Get(), FIONREAD, &unread) != 0 || unread == 0;
 }
 
 }  // namespace fathomline::simulator

@@ -8,15 +8,14 @@
 #include <cstddef>
 #include <functional>
 #include <list>
-#include <netinet/in.h>
+#include <memory>
+#include <optional>
 #include <ostream>
-#include <poll.h>
 #include <string>
 #include <string_view>
-#include <sys/socket.h>
 #include <vector>
 
-#include "simulator/file_descriptor.h"
+#include "simulator/network.h"
 #include "simulator/sentence_writer.h"
 
 namespace fathomline::simulator {
@@ -64,8 +63,8 @@ class SendQueue {
 
   // False, with nothing added, where it would grow beyond the limit.
   bool Add(std::string_view bytes);
-  // Writes what the peer takes. `write` is told the bytes and returns as ::write does.
-  State Flush(const std::function<ssize_t(const char*, std::size_t)>& write);
+  // Writes what the peer takes. `write` is told the bytes and returns as Socket::Send does.
+  State Flush(const std::function<std::optional<std::size_t>(std::string_view)>& write);
   void Clear();
 
   std::size_t Size() const { return waiting_.size() - taken_; }
@@ -97,7 +96,7 @@ class TcpOutlet : public Outlet {
 
  private:
   struct Client {
-    FileDescriptor socket;
+    Socket socket;
     std::string name;
     SendQueue queue;
   };
@@ -109,7 +108,7 @@ class TcpOutlet : public Outlet {
   std::ostream& log_;
   std::string address_;
   int port_ = 0;
-  FileDescriptor listener_;
+  Socket listener_;
   std::list<Client> clients_;
 };
 
@@ -129,36 +128,11 @@ class UdpOutlet : public Outlet {
   Endpoint endpoint_;
   sockaddr_storage address_{};
   socklen_t addressLength_ = 0;
-  FileDescriptor socket_;
+  Socket socket_;
 };
 
-// A pseudo-terminal that is opened like a serial port. Without a reader lines are lost, as on a
-// cable that leads nowhere; so they are behind a reader that does not read, and `log` is told once.
-class TerminalOutlet : public Outlet {
- public:
-  // With a path, a symbolic link there leads to the terminal as long as the outlet lives. A link
-  // that stands there already is replaced; anything else is a fault.
-  TerminalOutlet(std::string linkPath, std::ostream& log);
-  ~TerminalOutlet() override;
-
-  std::string Where() const override;
-  void Watch(std::vector<pollfd>& watched) const override;
-  void Serve() override;
-  void Send(const LineBatch& lines) override;
-  bool HasPeer() const override;
-  std::size_t Backlog() const override { return queue_.Stalled() ? 0 : queue_.Size(); }
-  // A reader sees the end of the terminal before what it has not read of it.
-  bool Drained() const override;
-
-  const std::string& Path() const { return path_; }
-
- private:
-  std::ostream& log_;
-  std::string path_;
-  std::string linkPath_;
-  FileDescriptor master_;
-  SendQueue queue_;
-  bool lossTold_ = false;
-};
+// A pseudo-terminal that is opened like a serial port; with a path, a symbolic link there leads to
+// it. Raises DeviceError where the system has no such thing.
+std::unique_ptr<Outlet> MakeTerminalOutlet(const std::string& linkPath, std::ostream& log);
 
 }  // namespace fathomline::simulator

@@ -1,13 +1,6 @@
 #include "faces/qt/qt_links.h"
 
-#include <QFile>
-#include <QSerialPortInfo>
-#include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "base/serial_devices.h"
-#include "faces/qt/conversions.h"
 #include "faces/qt/serial_link.h"
 #include "faces/qt/socket_links.h"
 
@@ -26,7 +19,7 @@ QtLinks::QtLinks(const SettingsStore& settings) : settings_(settings) {
   int port = 0;
   for (auto& link : serial_) {
     ++port;
-    link = std::make_unique<QtSerialLink>([this, port] { return SerialDevice(settings_, port); });
+    link = MakeSerialLink([this, port] { return SerialDevice(settings_, port); });
   }
   for (auto& link : tcp_) link = std::make_unique<QtTcpLink>();
   for (auto& link : udp_) link = std::make_unique<QtUdpLink>();
@@ -49,19 +42,11 @@ UdpLink& QtLinks::WinsockUDP(int system) {
 SerialPortInfo QtLinks::Probe(int port) {
   SerialPortInfo info;
   info.device = SerialDevice(settings_, port);
-  const QString resolved = QFile(ToQt(info.device)).symLinkTarget();
-  const QSerialPortInfo known(resolved.isEmpty() ? ToQt(info.device) : resolved);
-  if (!known.isNull()) info.description = FromQt(known.description());
+  info.description = DescribeSerialDevice(info.device);
   if (MSComm1(port).PortOpen()) {
     info.present = info.busy = true;
-    return info;
-  }
-  const int file = ::open(info.device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  if (file >= 0) {
-    info.present = ::isatty(file) == 1;
-    ::close(file);
-  } else if (errno == EBUSY || errno == EACCES || errno == EPERM) {
-    info.present = info.busy = true;
+  } else {
+    ProbeSerialDevice(info);
   }
   return info;
 }

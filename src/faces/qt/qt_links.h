@@ -1,4 +1,4 @@
-// Serial ports, TCP clients and UDP ports of the machine, by Qt SerialPort and Qt Network.
+// Serial ports, TCP clients and UDP ports of the machine.
 #pragma once
 
 #include <array>
@@ -11,7 +11,6 @@
 
 namespace fathomline {
 
-class QtSerialLink;
 class QtTcpLink;
 class QtUdpLink;
 
@@ -28,7 +27,7 @@ class QtLinks : public Links {
 
  private:
   const SettingsStore& settings_;
-  std::array<std::unique_ptr<QtSerialLink>, kSerialPorts> serial_;
+  std::array<std::unique_ptr<SerialLink>, kSerialPorts> serial_;
   std::array<std::unique_ptr<QtTcpLink>, kSystems> tcp_;
   std::array<std::unique_ptr<QtUdpLink>, kSystems> udp_;
 };
