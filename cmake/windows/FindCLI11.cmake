@@ -1,0 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/HostHeaders.cmake)
+if(NOT TARGET CLI11::CLI11)
+  host_headers(CLI11::CLI11 CLI)
+endif()
+set(CLI11_FOUND TRUE)

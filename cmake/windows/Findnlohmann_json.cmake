@@ -1,0 +1,5 @@
+include(${CMAKE_CURRENT_LIST_DIR}/HostHeaders.cmake)
+if(NOT TARGET nlohmann_json::nlohmann_json)
+  host_headers(nlohmann_json::nlohmann_json nlohmann)
+endif()
+set(nlohmann_json_FOUND TRUE)

@@ -1,0 +1,17 @@
+# Sourced by the scripts beside it: a wine of their own, under build/wine, and quiet.
+export WINEPREFIX=${FATHOMLINE_WINEPREFIX:-$PWD/build/wine}
+export WINEDEBUG=-all
+# Neither .NET nor a browser: both would ask to be installed.
+export WINEDLLOVERRIDES="mscoree=;mshtml="
+mkdir -p "$WINEPREFIX"
+
+start_wine() {
+  [ -e "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1
+  # Kept, since a server for each of many programs would take longer than most of them.
+  wineserver --persistent 2>/dev/null || true
+  trap stop_wine EXIT
+}
+
+stop_wine() {
+  wineserver --kill 2>/dev/null || true
+}
