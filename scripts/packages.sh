@@ -8,7 +8,8 @@ test_packages="libgtest-dev libgmock-dev locales-all appstream
   desktop-file-utils"
 # For ./test windows and scripts/windows: the cross compiler, and wine to run what it makes.
 windows_packages="g++ cmake ninja-build g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev googletest"
-windows_qt_packages="qt6-base-dev qt6-base-dev-tools libgl-dev"
+windows_qt_packages="qt6-base-dev qt6-base-dev-tools libgl-dev librsvg2-bin icoutils nsis zip unzip
+  xvfb xdotool imagemagick"
 
 need() {
   local missing=() package

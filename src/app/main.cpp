@@ -1,12 +1,14 @@
 // The desktop program.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QStandardPaths>
 #include <cstdlib>
 
 #include "app/screenshots.h"
 #include "base/clock.h"
 #include "base/settings.h"
+#include "base/system.h"
 #include "faces/qt/qt_face.h"
 #include "faces/qt/qt_links.h"
 #include "session/run_desktop.h"
@@ -43,6 +45,7 @@ void AnswerOnConsole(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   using namespace fathomline;
+  PrepareStandardStreams();
   QCoreApplication::setApplicationName(QString::fromUtf8(kProgramTitle).toLower());
   QCoreApplication::setApplicationVersion(QString::fromUtf8(kVersion));
   AnswerOnConsole(argc, argv);
@@ -53,7 +56,8 @@ int main(int argc, char** argv) {
   parser.process(application);
 
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
-  IniSettings settings((folder + QStringLiteral("/settings.ini")).toStdString());
+  IniSettings settings(
+      QDir::toNativeSeparators(folder + QStringLiteral("/settings.ini")).toStdString());
   const SystemClock clock;
   QtLinks links(settings);
   QtFace face;

@@ -60,8 +60,10 @@ bool StartUp::Start(const StartOptions& options) {
     return false;
   };
   try {
-    MakeProgramFolder(
-        options.programFolder.empty() ? DefaultProgramFolder() : options.programFolder, records_);
+    MakeProgramFolder(options.programFolder.empty()
+                          ? settings_.Get(kSettingsSection, kProgramFolder, DefaultProgramFolder())
+                          : options.programFolder,
+                      records_);
     if (!lock_.Take(records_.ProgramFolder + ".lock")) {
       return refuse(std::string(kProgramTitle) + " is already running with the folder " +
                     records_.ProgramFolder);
@@ -69,7 +71,13 @@ bool StartUp::Start(const StartOptions& options) {
     desktop_.Show(mainWindow_);
     return true;
   } catch (const Fault& fault) {
-    return refuse(std::string(kProgramTitle) + " cannot start. " + fault.Description());
+    std::string cause = std::string(kProgramTitle) + " cannot start. " + fault.Description();
+    if (options.programFolder.empty() && !settings_.Location().empty()) {
+      cause.append("\r\n\r\nAnother folder can be named in ").append(settings_.Location());
+      cause.append(" :\r\n\r\n[").append(kSettingsSection).append("]\r\n");
+      cause.append(kProgramFolder).append("=");
+    }
+    return refuse(cause);
   }
 }
 

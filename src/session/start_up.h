@@ -18,7 +18,7 @@
 namespace fathomline {
 
 struct StartOptions {
-  // The program folder; empty: the default one.
+  // The program folder; empty: what the settings name, or the default one.
   std::string programFolder = {};
   // A setup file to be opened in place of the default one.
   std::optional<std::string> setupFile = {};
@@ -27,6 +27,8 @@ struct StartOptions {
 // In the section "Settings" of the settings store: 1 where AIS binary messages are read by the IALA
 // proposal.
 inline constexpr std::string_view kBinaryStandardIALA = "BinaryStandardIALA";
+// In the same section: the program folder, where it is to be another than the default one.
+inline constexpr std::string_view kProgramFolder = "ProgramFolder";
 
 // "Keelhaven/Fathomline/" in the user's home, on Windows in the root of drive C.
 std::string DefaultProgramFolder();

@@ -116,7 +116,8 @@ TEST_F(Starting, WhatKeepsTheProgramFromStartingIsTold) {
   ASSERT_TRUE(Start());
   face.ExpectBox("Fathomline is already running with the folder " + folder.Path());
   Program second({face, clock, settings, [] {}});
-  EXPECT_EQ(RunDesktop(second, {.programFolder = folder.Path()}), 1);
+  settings.Set("Settings", "ProgramFolder", folder.Path());
+  EXPECT_EQ(RunDesktop(second, {}), 1);
   EXPECT_FALSE(second.windows.main.Loaded());
   face.Expect({});
   EXPECT_FALSE(second.session.startUp.Start({.programFolder = folder.Write("file", "") + "/x"}));

@@ -1,6 +1,7 @@
 #include "faces/qt/modal_dialogs.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPageSetupDialog>
@@ -116,7 +117,7 @@ std::optional<std::string> ShowFileDialog(const DialogStand& stand, const FileQu
   const bool accepted = stand.run(dialog);
   const QStringList files = dialog.selectedFiles();
   if (!accepted || files.isEmpty()) return {};
-  return FromQt(files.front());
+  return FromQt(QDir::toNativeSeparators(files.front()));
 }
 
 void ShowPageSetupDialog(const DialogStand& stand, QPrinter& printer) {
