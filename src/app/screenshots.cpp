@@ -22,6 +22,8 @@ class Camera {
 
   void Take(const Window& window) {
     Settle();
+    // Not all of it need stand on the screen.
+    face_.DrawWhole(window);
     if (QWidget* const host = face_.HostOf(window)) Save(*host, window.FullName());
   }
 

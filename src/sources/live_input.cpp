@@ -196,9 +196,12 @@ void LiveInput::ReceiveSerial(int port) {
 // At most one line per event; whole lines behind it wait for the next one.
 void LiveInput::AssembleLine(int port) {
   Backlog& buffer = Buffer(port);
-  buffer.Append(links_.MSComm1(port).Input());
+  const std::string input = links_.MSComm1(port).Input();
+  buffer.Append(input);
   const int system = records_.Comport(port).System;
-  if (records_.SystemSetups[system][WindowFlag::NMEA]) sink_.ShowInput(system, buffer.Text());
+  // An event behind one that has taken all shows nothing new.
+  const bool monitored = records_.SystemSetups[system][WindowFlag::NMEA];
+  if (monitored && !input.empty()) sink_.ShowInput(system, buffer.Text());
   const std::size_t feed = buffer.Text().find('\n');
   if (feed == std::string_view::npos) {
     if (buffer.Text().size() > kLongestFragment) buffer.Clear();

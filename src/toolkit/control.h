@@ -82,6 +82,10 @@ class Control {
   // What is told to who points at it; empty: nothing.
   const std::string& ToolTip() const { return state_.toolTip; }
   void SetToolTip(std::string_view text) { Change(state_.toolTip, text); }
+  // Asks the desktop, whenever the number has grown, to select what the control says, so that the
+  // user can type over it.
+  void SelectText() { ++selections_, ++revision_; }
+  std::uint64_t Selections() const { return selections_; }
   // A text that the program keeps with the control; nobody sees it.
   const std::string& Tag() const { return state_.tag; }
   void SetTag(std::string_view tag) { state_.tag = tag; }
@@ -138,6 +142,7 @@ class Control {
   Window& window_;
   const Frame* frame_;
   std::uint64_t revision_ = 0;
+  std::uint64_t selections_ = 0;
   ControlKind kind_;
   bool sealed_ = false;
 };

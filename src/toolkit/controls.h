@@ -20,8 +20,9 @@ class Frame : public Control {
 class Label : public Control {
  public:
   // A swatch shows its colour as a filled field; a path is shortened in its middle where there is
-  // no room for all of it.
-  enum class Look : std::uint8_t { Text, Swatch, Path };
+  // no room for all of it. A line, for what has been received, takes the room that there is: cut at
+  // its end, whole in its tool tip, it never changes the size of anything around it.
+  enum class Look : std::uint8_t { Text, Swatch, Path, Line };
 
   Label(Parent parent, std::string_view name, std::string_view text = {}, Look look = Look::Text)
       : Control(ControlKind::Label, parent, name, text), look_(look) {}

@@ -64,6 +64,14 @@ void Grid::SetColumnWidth(int column, int twips) {
   Reshape();
 }
 
+bool Grid::HoldsText(int column) const {
+  return std::find(textColumns_.begin(), textColumns_.end(), column) != textColumns_.end();
+}
+
+void Grid::SetHoldsText(int column) {
+  if (!HoldsText(column)) textColumns_.push_back(column);
+}
+
 const std::string& Grid::Text(int row, int column) const {
   Check(row, column);
   const auto& cells = state_.rows[Size(row)];

@@ -36,6 +36,11 @@ class Grid : public Control {
   int ColumnWidth(int column) const;
   void SetColumnWidth(int column, int twips);
 
+  // A column of figures, as all are from the beginning, stands right-aligned, one of texts
+  // left-aligned.
+  bool HoldsText(int column) const;
+  void SetHoldsText(int column);
+
   // Both count from 0. A cell that is not there raises OutOfRange.
   const std::string& Text(int row, int column) const;
   void Set(int row, int column, std::string_view text);
@@ -92,6 +97,7 @@ class Grid : public Control {
   void Reshape();
 
   Heads heads_;
+  std::vector<int> textColumns_;
   Cells state_;
   Cells design_;
   Order order_;

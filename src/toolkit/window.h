@@ -72,6 +72,8 @@ class Window {
   // Grows with every load.
   std::uint64_t Loads() const { return loads_; }
   bool Visible() const { return visible_; }
+  // Why it has been closed the last time, or is being.
+  CloseReason ClosedBy() const { return closedBy_; }
   // Grows when the window is brought forward: the front window has the highest.
   std::uint64_t FrontOrder() const { return frontOrder_; }
 
@@ -88,6 +90,8 @@ class Window {
   // The place in normal state. Set by the program it runs no handler.
   const WindowPlace& Place() const { return place_; }
   void SetPlace(const WindowPlace& place);
+  // The one that it is built with.
+  const WindowPlace& DesignPlace() const { return design_.place; }
   // Grows when the program moves the window.
   std::uint64_t PlaceRevision() const { return placeRevision_; }
 
@@ -171,6 +175,7 @@ class Window {
   std::uint64_t loads_ = 0;
   int depth_ = 0;
   WindowState state_ = WindowState::Normal;
+  CloseReason closedBy_ = CloseReason::Program;
   bool loaded_ = false;
   bool visible_ = false;
   bool sized_ = false;

@@ -36,12 +36,13 @@ std::string ROTText(const TargetView& view) {
 struct ListColumn {
   std::string_view heading;
   TargetCell text;
-  int width = 0;  // twips; 0 leaves it to the desktop
+  int width = 0;           // twips; 0 leaves it to the desktop
+  bool holdsText = false;  // no figures
 };
 
 constexpr std::array<ListColumn, 10> kColumns = {{
     {"MMSI", MMSIText},
-    {"Name", TargetText<&AISTarget::Name>, 3200},
+    {"Name", TargetText<&AISTarget::Name>, 3200, true},
     {"Lat", TargetLatitude, 1500},
     {"Lon", TargetLongitude},
     {"SOG", TargetValue<&AISTarget::SOG>},
@@ -110,6 +111,7 @@ frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
   for (const ListColumn& design : kColumns) {
     fgAISTargets.Set(0, column, design.heading);
     fgAISTargets.SetColumnWidth(column, design.width);
+    if (design.holdsText) fgAISTargets.SetHoldsText(column);
     ++column;
   }
   SetContent(Layout::Column({Layout::Form({{"&Search :", txtSearch}}), fgAISTargets,

@@ -30,7 +30,7 @@ class frmAISTargets : public SystemView {
   TextBox txtSearch{*this, "txtSearch"};
   Grid fgAISTargets;
   // The latest message with application data.
-  Label lblDescription{*this, "lblDescription", "n/a"};
+  Label lblDescription{*this, "lblDescription", "n/a", Label::Look::Line};
 
  protected:
   void LoadView() override;

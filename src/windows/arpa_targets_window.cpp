@@ -42,23 +42,24 @@ std::string Time(const ARPATarget& target) {
 struct ListColumn {
   std::string_view heading;
   Cell text;
-  int width = 0;  // twips; 0 leaves it to the desktop
+  int width = 0;           // twips; 0 leaves it to the desktop
+  bool holdsText = false;  // no figures
 };
 
 constexpr std::array<ListColumn, 15> kColumns = {{
     {"No", Number, 400},
-    {"Name", Text<&TTMRecord::Name>, 3200},
+    {"Name", Text<&TTMRecord::Name>, 3200, true},
     {"Distance", Value<&TTMRecord::Distance>},
     {"Bearing", Value<&TTMRecord::Bearing>},
-    {"T/R", Letter<&TTMRecord::BearingReference>, 400},
+    {"T/R", Letter<&TTMRecord::BearingReference>, 400, true},
     {"Speed", Value<&TTMRecord::Speed>},
     {"Course", Value<&TTMRecord::Course>},
-    {"T/R", Letter<&TTMRecord::CourseReference>, 400},
+    {"T/R", Letter<&TTMRecord::CourseReference>, 400, true},
     {"CPA", Value<&TTMRecord::CPA>},
     {"TCPA", Value<&TTMRecord::TCPA>},
-    {"Unit", Letter<&TTMRecord::Unit>},
-    {"Status", Letter<&TTMRecord::Status>, 600},
-    {"Ref Target", Text<&TTMRecord::ReferenceTarget>},
+    {"Unit", Letter<&TTMRecord::Unit>, 0, true},
+    {"Status", Letter<&TTMRecord::Status>, 600, true},
+    {"Ref Target", Text<&TTMRecord::ReferenceTarget>, 0, true},
     {"First msg", Time<&ARPATarget::firstMessage>},
     {"Last msg", Time<&ARPATarget::lastMessage>},
 }};
@@ -77,6 +78,7 @@ frmARPATargets::frmARPATargets(const ViewSurroundings& surroundings, int system)
   for (const ListColumn& design : kColumns) {
     fgARPATargets.Set(0, column, design.heading);
     fgARPATargets.SetColumnWidth(column, design.width);
+    if (design.holdsText) fgARPATargets.SetHoldsText(column);
     ++column;
   }
   SetContent(fgARPATargets);

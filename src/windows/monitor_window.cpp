@@ -39,6 +39,16 @@ constexpr std::array<StateText, 9> kStateTexts = {{
     {LinkState::Error, "Error", false, 1000},
 }};
 
+// Received text in one line: each of its line ends is a blank.
+std::string InOneLine(std::string_view bytes) {
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes.substr(i).starts_with(kLineEnd)) ++i;
+    text += bytes[i] == '\r' || bytes[i] == '\n' ? ' ' : bytes[i];
+  }
+  return FromLatin1(text);
+}
+
 void Count(std::int32_t& counter) {
   if (counter < std::numeric_limits<std::int32_t>::max()) ++counter;
 }
@@ -64,7 +74,7 @@ frmNMEA::frmNMEA(const ViewSurroundings& surroundings, int system,
   cmdResetCounters.onClick = [this] { ResetCounters(); };
   timer_State.onTick = [this] { ShowState(); };
   SetContent(Layout::Column(
-      {Layout::Row({lblInputBuffer1, lblInputBuffer2, Layout::Space()}), txtNMEA,
+      {Layout::Row({lblInputBuffer1, lblInputBuffer2}), txtNMEA,
        Layout::Row(
            {Layout::Form({{"Number of messages", lblMessages},
                           {"Recognized as NMEA", lblNMEACount},
@@ -189,7 +199,7 @@ void frmNMEA::ResetCounters() {
 void frmNMEA::Refresh() {
   // A change of mode leaves the window open.
   if (shownOffline_ != records_.Offline()) ShowLink();
-  if (std::exchange(inputDue_, false)) lblInputBuffer2.SetText(FromLatin1(input_));
+  if (std::exchange(inputDue_, false)) lblInputBuffer2.SetText(InOneLine(input_));
   lblMessages.SetText(PlainText(counters_.MonitorMessages));
   lblNMEACount.SetText(PlainText(counters_.MonitorNMEACount));
   lblAISCount.SetText(PlainText(counters_.MonitorAISCount));

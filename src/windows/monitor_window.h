@@ -35,7 +35,7 @@ class frmNMEA : public SystemView {
   void Refresh() override;
 
   Label lblInputBuffer1{*this, "lblInputBuffer1"};
-  Label lblInputBuffer2{*this, "lblInputBuffer2"};
+  Label lblInputBuffer2{*this, "lblInputBuffer2", "", Label::Look::Line};
   TextBox txtNMEA{*this, "txtNMEA", "", TextBox::Lines::Many};
   Label lblMessages{*this, "lblMessages", "0"};
   Label lblNMEACount{*this, "lblNMEACount", "0"};

@@ -83,7 +83,7 @@ TEST_F(Monitor, FrozenItCountsOn) {
   Receive("two\r\n");
   EXPECT_EQ(window->txtNMEA.Text(), "one\r\n  \r\n");
   window->Refresh();
-  EXPECT_EQ(window->lblInputBuffer2.Text(), "two\r\n");
+  EXPECT_EQ(window->lblInputBuffer2.Text(), "two ");
   window->cmdFreeze.Click();
   EXPECT_EQ(window->cmdFreeze.Text(), "Freeze");
   Receive("three\r\n");

@@ -72,6 +72,7 @@ void ComboView::Update() {
   if (QLineEdit* const edit = combo_->lineEdit()) {
     const QString text = ToQt(choices_.Text());
     if (edit->text() != text) edit->setText(text);
+    if (SelectionDue()) edit->selectAll();
   }
 }
 

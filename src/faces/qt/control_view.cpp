@@ -23,6 +23,16 @@
 
 namespace fathomline {
 
+ActionOnStack::ActionOnStack(ViewContext& context) : context_(context) {
+  ++context_.onStack;
+  context_.face.BeginAction(context_);
+}
+
+ActionOnStack::~ActionOnStack() {
+  context_.face.EndAction();
+  --context_.onStack;
+}
+
 void ControlView::SetWidget(QWidget* widget) {
   widget_ = widget;
   widget->setObjectName(ToQt(control_.Name()));
@@ -97,6 +107,10 @@ void ControlView::Write() {
   if (!control_.ToolTip().empty()) widget_->setToolTip(ToQt(control_.ToolTip()));
   Update();
   writing_ = outer;
+}
+
+bool ControlView::SelectionDue() {
+  return std::exchange(selections_, control_.Selections()) != control_.Selections();
 }
 
 void ControlView::User(const std::function<void()>& action) {

@@ -25,8 +25,8 @@ struct ViewContext {
 // Counts a user action as being on the stack as long as it lives.
 class ActionOnStack {
  public:
-  explicit ActionOnStack(ViewContext& context) : context_(context) { ++context_.onStack; }
-  ~ActionOnStack() { --context_.onStack; }
+  explicit ActionOnStack(ViewContext& context);
+  ~ActionOnStack();
   ActionOnStack(const ActionOnStack&) = delete;
   ActionOnStack& operator=(const ActionOnStack&) = delete;
 
@@ -61,7 +61,8 @@ class ControlView {
   virtual void Forget() {}
 
  protected:
-  ControlView(ViewContext& context, Control& control) : context_(context), control_(control) {}
+  ControlView(ViewContext& context, Control& control)
+      : context_(context), control_(control), selections_(control.Selections()) {}
 
   void SetWidget(QWidget* widget);
   // What a screen reader says of a control that has no words: its name without the kind in front.
@@ -74,6 +75,8 @@ class ControlView {
   // handler made of it.
   void User(const std::function<void()>& action);
   bool Writing() const { return writing_; }
+  // The program has asked, since the last time, to have the text selected.
+  bool SelectionDue();
 
  private:
   bool Appears() const;
@@ -84,6 +87,7 @@ class ControlView {
   QPointer<QWidget> widget_;
   std::vector<QPointer<QWidget>> companions_;
   std::optional<std::uint64_t> revision_;  // none while it has never been written
+  std::uint64_t selections_;
   bool drawn_ = false;
   bool shown_ = true;
   bool usable_ = true;

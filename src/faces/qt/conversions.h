@@ -25,6 +25,11 @@ inline QString WithoutMnemonics(std::string_view text) {
   return ToQt(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+// A tool tip that shows the text as it is, whatever marks it holds.
+inline QString ToolTipOf(const QString& text) {
+  return text.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
+}
+
 inline QColor ToQt(Colour colour) {
   return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
 }

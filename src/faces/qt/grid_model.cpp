@@ -6,30 +6,6 @@
 #include "faces/qt/look.h"
 
 namespace fathomline {
-namespace {
-
-// Units behind a figure are no longer than this: "deg", "dBHz".
-constexpr int kLongestUnit = 4;
-
-}  // namespace
-
-bool IsFigure(QStringView text) {
-  text = text.trimmed();
-  if (text.isEmpty()) return false;
-  if (text.startsWith(u"n/a")) return true;
-  if (text.front() == u'>' || text.front() == u'<') text = text.sliced(1).trimmed();
-  if (text.isEmpty()) return false;
-  const QChar first = text.front();
-  const bool sign = first == u'-' || first == u'+' || first == u'.';
-  if (!first.isDigit() && !(sign && text.size() > 1 && text[1].isDigit())) return false;
-  int letters = 0;
-  for (const QChar c : text) {
-    letters = c.isLetter() ? letters + 1 : 0;
-    if (letters > kLongestUnit) return false;
-  }
-  return true;
-}
-
 GridModel::GridModel(const Grid& grid) : grid_(&grid), heads_(grid.ShownHeads()) {
   Follow();
 }
@@ -137,11 +113,11 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
       return HasColumnHeads() ? Cell(row, column) : Cell(row, column).trimmed();
     case Qt::ToolTipRole: {
       const QString text = Cell(row, column);
-      return text.size() > kWidestCharacters ? text : QVariant();
+      return text.size() > kWidestCharacters ? ToolTipOf(text) : QVariant();
     }
     case Qt::TextAlignmentRole: {
       // The values of a form have nothing in common and stand beside their names.
-      const bool right = HasColumnHeads() && IsFigure(Cell(row, column));
+      const bool right = HasColumnHeads() && grid_ != nullptr && !grid_->HoldsText(column);
       return QVariant::fromValue(
           Qt::Alignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter));
     }

@@ -58,7 +58,4 @@ class GridModel : public QAbstractTableModel {
   QStringList rowHeads_;
 };
 
-// Whether a cell holds a figure, which stands right-aligned.
-bool IsFigure(QStringView text);
-
 }  // namespace fathomline

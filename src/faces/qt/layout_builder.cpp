@@ -44,7 +44,14 @@ class Builder {
     auto* const column = new QVBoxLayout(body);
     column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     column->setSpacing(kSpacing);
-    Put(*column, MakePiece(context_.window->Content()));
+    const Layout& layout = context_.window->Content();
+    if (EndsInButtons(layout)) {
+      const auto& rows = layout.Children();
+      Put(*column, MakePiece(Layout::Column({rows.begin(), rows.end() - 1})));
+      content_.foot = MakeFoot(rows.back());
+    } else {
+      Put(*column, MakePiece(layout));
+    }
     for (Control* control : context_.window->Controls()) {
       if (Placed(*control) || control->Kind() == ControlKind::Frame ||
           control->Kind() == ControlKind::MenuItem) {
@@ -61,6 +68,27 @@ class Builder {
   }
 
  private:
+  // The buttons of a dialog stay in sight where the rest has to scroll.
+  bool EndsInButtons(const Layout& layout) const {
+    if (context_.window->Style() != WindowStyle::Dialog) return false;
+    if (layout.ShownKind() != Layout::Kind::Column || layout.Children().size() < 2) return false;
+    const Layout& last = layout.Children().back();
+    return last.ShownKind() == Layout::Kind::Row &&
+           std::all_of(last.Children().begin(), last.Children().end(), [](const Layout& child) {
+             return child.ShownKind() == Layout::Kind::Space ||
+                    (child.ShownKind() == Layout::Kind::Item &&
+                     child.Shown()->Kind() == ControlKind::Button);
+           });
+  }
+
+  QWidget* MakeFoot(const Layout& buttons) {
+    auto* const foot = new QWidget;
+    QLayout* const line = MakePiece(buttons).layout;
+    line->setContentsMargins(kMargin, 0, kMargin, kMargin);
+    foot->setLayout(line);
+    return foot;
+  }
+
   bool Placed(const Control& control) const {
     return std::any_of(content_.views.begin(), content_.views.end(),
                        [&](const auto& view) { return &view->Plain() == &control; });
@@ -82,13 +110,16 @@ class Builder {
     return table != nullptr && !TakesWidth(*table) ? Qt::AlignLeft : Qt::Alignment();
   }
 
-  // Whether such a table stands in it. Before they have a parent, widgets do not say so themselves.
+  // Whether such a table, or a label that takes all room, stands in it. Before they have a parent,
+  // widgets do not say so themselves.
   static bool TakesWidth(QLayoutItem& item) {
     if (QLayout* const layout = item.layout()) {
       for (int i = 0; i < layout->count(); ++i) {
         if (TakesWidth(*layout->itemAt(i))) return true;
       }
     }
+    const auto* const label = qobject_cast<const QLabel*>(item.widget());
+    if (label != nullptr) return label->sizePolicy().horizontalPolicy() == QSizePolicy::Expanding;
     const auto* const table = qobject_cast<const QTableView*>(item.widget());
     return table != nullptr && TakesWidth(*table);
   }

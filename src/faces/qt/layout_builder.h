@@ -11,6 +11,7 @@ namespace fathomline {
 
 struct BuiltContent {
   QWidget* body = nullptr;
+  QWidget* foot = nullptr;  // the row of buttons that ends a dialog; none elsewhere
   std::vector<std::unique_ptr<ControlView>> views;
 };
 

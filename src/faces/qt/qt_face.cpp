@@ -106,6 +106,7 @@ bool QtFace::Quitting() const {
 }
 
 bool QtFace::RunDialog(QDialog& dialog) {
+  const QPointer<QWidget> active = QApplication::activeWindow();
   std::optional<int> result;
   const auto finished = QObject::connect(&dialog, &QDialog::finished, &dialog,
                                          [&result](int code) { result = code; });
@@ -113,17 +114,22 @@ bool QtFace::RunDialog(QDialog& dialog) {
   dialog.show();
   RunUntil([&] { return result || Quitting(); });
   QObject::disconnect(finished);
+  // A box of the background does not take the input away from where the user types.
+  if (active != nullptr && active != dialog.parentWidget() && active->isVisible()) {
+    dialog.hide();
+    active->activateWindow();
+  }
   DrawSoon();
   return result == QDialog::Accepted;
 }
 
 QWidget* QtFace::DialogParent() const {
   if (QWidget* const modal = QApplication::activeModalWidget()) return modal;
-  // The window at work stays until its handler has returned, and gets the input back.
-  for (const auto& view : windows_) {
-    if (view->Shown() && view->Host()->isActiveWindow() && !view->CanGo()) {
-      return view->Host()->window();
-    }
+  // The window at work stays until its handler has returned, and gets the input back. Behind a box
+  // that has just gone, no window may have it yet.
+  for (auto at = atWork_.rbegin(); at != atWork_.rend(); ++at) {
+    const WindowView* const view = (*at)->window != nullptr ? ViewOf(*(*at)->window) : nullptr;
+    if (view != nullptr && view->Shown()) return view->Host()->window();
   }
   return MainHost();
 }
@@ -232,6 +238,11 @@ void QtFace::DrawWhenDue() {
 
 void QtFace::Draw() {
   DrawFor({});
+}
+
+void QtFace::DrawWhole(const Window& window) {
+  Draw();
+  if (WindowView* const view = ViewOf(window)) view->WriteAll();
 }
 
 bool QtFace::DrawFor(std::optional<Span> time) {

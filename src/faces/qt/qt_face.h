@@ -30,6 +30,7 @@ class HelpWindow;
 class InputWatcher;
 class WindowView;
 struct DialogStand;
+struct ViewContext;
 
 class QtFace : public Face {
  public:
@@ -54,6 +55,9 @@ class QtFace : public Face {
   void Register(QWidget& widget, ControlView& view);
   // The view that a widget belongs to, itself or as a part of it.
   ControlView* ViewOf(QObject* widget) const;
+  // An action of the user begins in that window, and ends before any that began earlier.
+  void BeginAction(const ViewContext& context) { atWork_.push_back(&context); }
+  void EndAction() { atWork_.pop_back(); }
   // The user has done something and should see at once what came of it.
   void DrawSoon() { drawSoon_ = true; }
   // What changes now is the program's doing, not the user's.
@@ -71,6 +75,8 @@ class QtFace : public Face {
 
   // Brings everything in line now.
   void Draw();
+  // The same, and all of this window, whether or not it can be seen.
+  void DrawWhole(const Window& window);
   // The outermost widget of a window, none while it has not been seen.
   QWidget* HostOf(const Window& window) const;
   QWidget* WidgetOf(const Control& control) const;
@@ -102,6 +108,7 @@ class QtFace : public Face {
   std::unique_ptr<HelpWindow> help_;
   std::vector<std::unique_ptr<WindowView>> windows_;
   QHash<const QObject*, ControlView*> views_;
+  std::vector<const ViewContext*> atWork_;
   // With which the next drawing begins. It may have gone by then.
   const Window* nextInTurn_ = nullptr;
   std::chrono::steady_clock::time_point nextDraw_{};

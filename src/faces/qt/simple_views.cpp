@@ -26,6 +26,7 @@ constexpr int kLeastLineWidth = 90;
 constexpr int kUsualPathWidth = 480;
 // What a label shows at most; a text may be as long as a received line.
 constexpr qsizetype kLongestLabel = 400;
+constexpr qsizetype kLongestToolTip = 4000;
 
 // The colour of the text of a widget, or the usual one.
 void SetTextColour(QWidget& widget, const std::optional<Colour>& colour) {
@@ -68,31 +69,46 @@ class ClickableLabel : public QLabel {
   LabelView& view_;
 };
 
-class PathLabel : public QLabel {
+// One line, shortened to the room that it has.
+class CutLabel : public QLabel {
  public:
-  QSize sizeHint() const override { return Narrowed(QLabel::sizeHint(), kUsualPathWidth); }
+  explicit CutLabel(Label::Look look) : look_(look) {
+    if (look == Label::Look::Line) setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  }
+
+  QSize sizeHint() const override {
+    const int width = look_ == Label::Look::Line
+                          ? kLeastLineWidth
+                          : std::min(QLabel::sizeHint().width(), kUsualPathWidth);
+    return {width, Height()};
+  }
   QSize minimumSizeHint() const override {
-    return Narrowed(QLabel::minimumSizeHint(), kLeastLineWidth);
+    return {std::min(sizeHint().width(), kLeastLineWidth), Height()};
   }
 
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
     const QRect room = contentsRect();
-    style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter, palette(), isEnabled(),
-                          fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()),
-                          foregroundRole());
+    const auto mode = look_ == Label::Look::Line ? Qt::ElideRight : Qt::ElideMiddle;
+    style()->drawItemText(&painter, room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                          palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), mode, room.width()), foregroundRole());
   }
 
  private:
-  static QSize Narrowed(const QSize& size, int width) {
-    return {std::min(size.width(), width), size.height()};
+  int Height() const {
+    const QMargins margins = contentsMargins();
+    return fontMetrics().height() + margins.top() + margins.bottom();
   }
+
+  Label::Look look_;
 };
 
 QLabel* MakeLabel(LabelView& view, const Label& label) {
   if (label.onClick) return new ClickableLabel(view);
-  if (label.ShownLook() == Label::Look::Path) return new PathLabel;
+  const Label::Look look = label.ShownLook();
+  if (look == Label::Look::Path || look == Label::Look::Line) return new CutLabel(look);
   return new QLabel;
 }
 
@@ -121,9 +137,12 @@ void LabelView::Update() {
     return;
   }
   QString text = ToQt(label_.Text());
+  const bool line = label_.ShownLook() == Label::Look::Line;
+  if (line || label_.ShownLook() == Label::Look::Path) {
+    text_->setToolTip(ToolTipOf(text.left(kLongestToolTip)));
+  }
   if (text.size() > kLongestLabel) text = text.left(kLongestLabel) + QChar(0x2026);
   if (text_->text() != text) text_->setText(text);
-  if (label_.ShownLook() == Label::Look::Path) text_->setToolTip(text);
   SetTextColour(*text_, label_.ShownColour());
 }
 
@@ -159,6 +178,7 @@ void TextLineView::Update() {
     if (edit_->hasFocus()) edit_->setCursorPosition(cursor);
   }
   edit_->setReadOnly(box_.ReadOnly());
+  if (SelectionDue()) edit_->selectAll();
   SetTextColour(*edit_, box_.ShownColour());
 }
 

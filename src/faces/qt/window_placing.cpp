@@ -1,5 +1,6 @@
 #include "faces/qt/window_placing.h"
 
+#include <QCoreApplication>
 #include <QLayout>
 #include <QScreen>
 #include <QStyle>
@@ -9,6 +10,7 @@
 #include "faces/qt/conversions.h"
 #include "faces/qt/qt_face.h"
 #include "toolkit/desktop.h"
+#include "toolkit/window_places.h"
 
 namespace fathomline {
 namespace {
@@ -66,6 +68,7 @@ void WindowPlacing::FollowPlace(bool fresh) {
   const Window& window = *context_.window;
   QWidget& host = *widgets_.host;
   if (revision_ == window.PlaceRevision()) return;
+  if (InArea() && revision_ == kNewWidgets) BringInside();
   revision_ = window.PlaceRevision();
   QRect place = ToPixels(window.Place());
   if (place.width() <= 0 || place.height() <= 0) place.setSize(BodySize());
@@ -85,6 +88,15 @@ void WindowPlacing::FollowPlace(bool fresh) {
     host.move(place.topLeft());
     FixSize();
   }
+}
+
+// The frame may have become smaller than it says, on another screen, or larger: one that is
+// maximised gets its size only after it has been shown.
+void WindowPlacing::BringInside() {
+  const QWidget* const main = context_.face.MainHost();
+  if (main == nullptr || main->isMinimized()) return;
+  const QSize frame = (main->isMaximized() ? AvailableScreen(*main).size() : main->size());
+  PlaceWindow(*context_.window, frame.width() * kTwipsPerPixel, frame.height() * kTwipsPerPixel);
 }
 
 void WindowPlacing::FollowModality() {
@@ -114,13 +126,15 @@ void WindowPlacing::FollowState() {
   }
 }
 
-// A place that leaves next to nothing to be seen, as an old or a very small one may, is widened
-// when the window is opened, as far as the room allows.
+// A size that nobody has chosen yet is widened to what the window holds when it is opened, as far
+// as the room allows. One that its user has left comes back as it is.
 QSize WindowPlacing::Usable(const QSize& size) const {
   const WindowStyle style = context_.window->Style();
   if (style == WindowStyle::Main || widgets_.body == nullptr) return size;
   const QSize least = widgets_.body->minimumSizeHint().expandedTo(kLeastUseful);
   const bool dialog = style == WindowStyle::Dialog;
+  const QSize design = ToPixels(context_.window->DesignPlace()).size();
+  if (!dialog && ToPixels(context_.window->Place()).size() != design) return size;
   if (!dialog && size.width() >= least.width() && size.height() >= kLeastUseful.height()) {
     return size;
   }
@@ -148,6 +162,8 @@ QSize WindowPlacing::BodySize() const {
 void WindowPlacing::FixSize() {
   Window& window = *context_.window;
   QWidget& host = *widgets_.host;
+  // What has been written into boxes within the body asks for its room with an event.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   QSize size = BodySize();
   if (QMdiSubWindow* const child = widgets_.child) {
     child->layout()->activate();

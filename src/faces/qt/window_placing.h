@@ -43,7 +43,7 @@ class WindowPlacing {
   };
 
   // The widgets are new.
-  void Restart() { revision_ = ~std::uint64_t{0}; }
+  void Restart() { revision_ = kNewWidgets; }
   // Shows the host, in the place and the state of the window. A window freshly opened is made large
   // enough to be useful.
   void Follow(bool fresh);
@@ -55,6 +55,7 @@ class WindowPlacing {
  private:
   bool InArea() const { return widgets_.child != nullptr; }
   void FollowPlace(bool fresh);
+  void BringInside();
   void FollowModality();
   void FollowState();
   void FixSize();
@@ -63,6 +64,7 @@ class WindowPlacing {
 
   ViewContext& context_;
   const WindowWidgets& widgets_;
+  static constexpr std::uint64_t kNewWidgets = ~std::uint64_t{0};
   std::uint64_t revision_ = 0;
   bool byProgram_ = false;
 };

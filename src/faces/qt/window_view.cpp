@@ -80,7 +80,10 @@ int WindowView::Draw() {
     if (!window->Loaded() && widgets_.host != nullptr && CanGo()) DropHost();
     return 0;
   }
-  if (widgets_.host == nullptr) MakeHost();
+  if (widgets_.host == nullptr) {
+    if (AwaitsMain()) return 0;
+    MakeHost();
+  }
   if (std::exchange(loads_, window->Loads()) != window->Loads()) fresh_ = true;
   if (contentRevision_ != window->ContentRevision() && CanGo()) Fill();
   if (fresh_ || AnySeen()) {
@@ -99,6 +102,17 @@ bool WindowView::AnySeen() const {
   if (main_ != nullptr) return true;
   if (!widgets_.host->isVisible() || widgets_.host->isMinimized()) return false;
   return std::any_of(views_.begin(), views_.end(), [](const auto& view) { return view->Seen(); });
+}
+
+void WindowView::WriteAll() {
+  for (const auto& view : views_) view->Write();
+}
+
+bool WindowView::AwaitsMain() const {
+  if (Plain()->Style() != WindowStyle::Child || context_.face.ChildArea() != nullptr) return false;
+  const auto& windows = Plain()->OwningDesktop().Windows();
+  return std::any_of(windows.begin(), windows.end(),
+                     [](const Window* window) { return window->Style() == WindowStyle::Main; });
 }
 
 void WindowView::MakeHost() {
@@ -161,7 +175,7 @@ void WindowView::Fill() {
   if (main_ != nullptr) {
     FillMain(bars, built.body);
   } else {
-    FillOther(bars, built.body);
+    FillOther(bars, built.body, built.foot);
   }
 }
 
@@ -183,7 +197,7 @@ void WindowView::FillMain(const std::vector<ControlView*>& bars, QWidget* body) 
   body->setAutoFillBackground(true);
 }
 
-void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body) {
+void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body, QWidget* foot) {
   auto* const content = new QWidget;
   widgets_.content = content;
   auto* const column = new QVBoxLayout(content);
@@ -203,6 +217,7 @@ void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body)
   if (Plain()->Style() == WindowStyle::Dialog) widgets_.scroll->setFocusPolicy(Qt::NoFocus);
   widgets_.scroll->setWidget(body);
   column->addWidget(widgets_.scroll, 1);
+  if (foot != nullptr) column->addWidget(foot);
   for (ControlView* const bar : bars) {
     if (bar->Plain().Kind() == ControlKind::StatusBar) column->addWidget(bar->Widget());
   }
@@ -217,6 +232,13 @@ void WindowView::FillOther(const std::vector<ControlView*>& bars, QWidget* body)
   }
 }
 
+// Something of what stands in the body is to be seen.
+bool WindowView::BodySpeaks() const {
+  return std::any_of(views_.begin(), views_.end(), [this](const auto& view) {
+    return view->Plain().Shown() && widgets_.body->isAncestorOf(view->Widget());
+  });
+}
+
 void WindowView::FollowFrame() {
   Window& window = *Plain();
   if (revision_ != window.Revision()) {
@@ -228,7 +250,7 @@ void WindowView::FollowFrame() {
   }
   placing_.Follow(fresh_);
   if (area_ != nullptr && widgets_.body != nullptr) {
-    PlaceWelcome(*area_, *widgets_.body, window.Content().ShownKind() != Layout::Kind::Nothing);
+    PlaceWelcome(*area_, *widgets_.body, BodySpeaks());
   }
 }
 

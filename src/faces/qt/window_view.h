@@ -32,6 +32,8 @@ class WindowView : public QObject {
 
   // Brings the widgets in line with the window. Returns how many controls had changed.
   int Draw();
+  // Writes every control into its widget, also where nobody can see it.
+  void WriteAll();
   void Forget();
   // No action of the window is on the stack.
   bool CanGo() const;
@@ -45,11 +47,14 @@ class WindowView : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // A child window has to wait for the main window, in which it stands.
+  bool AwaitsMain() const;
   void MakeHost();
   void DropHost();
   void Fill();
   void FillMain(const std::vector<ControlView*>& bars, QWidget* body);
-  void FillOther(const std::vector<ControlView*>& bars, QWidget* body);
+  void FillOther(const std::vector<ControlView*>& bars, QWidget* body, QWidget* foot);
+  bool BodySpeaks() const;
   void FollowFrame();
   bool AnySeen() const;
   void UserRaised();

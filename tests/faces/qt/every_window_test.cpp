@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
@@ -123,6 +124,25 @@ TEST_F(EveryWindow, FitsIntoTheAreaWhenTiled) {
           << child->width() << " " << child->height();
     }
   }
+}
+
+// However small the screen is. What is as large as its content has nothing to scroll.
+TEST_F(EveryWindow, KeepsTheButtonsOfADialogInSight) {
+  ForEachPage([this](const Window& window, QWidget& host) {
+    if (window.Style() != WindowStyle::Dialog) return;
+    if (window.Resizable()) host.resize(320, 160);
+    QCoreApplication::processEvents();
+    const auto* const scroll = host.findChild<QScrollArea*>();
+    for (const QScrollBar* const bar :
+         {scroll->horizontalScrollBar(), scroll->verticalScrollBar()}) {
+      EXPECT_TRUE(window.Resizable() || !bar->isVisible());
+    }
+    for (const Control* const control : window.Controls()) {
+      if (control->Name() != "cmdOk" && control->Name() != "cmdCancel") continue;
+      const QWidget* const button = face().WidgetOf(*control);
+      EXPECT_EQ(button->visibleRegion().boundingRect().size(), button->size()) << control->Name();
+    }
+  });
 }
 
 TEST_F(EveryWindow, CopiesTheCellsOfItsGrids) {

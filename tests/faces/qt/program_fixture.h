@@ -21,8 +21,8 @@ class ProgramFixture : public testing::Test {
  public:
   // One run of the program, from its start to its end.
   struct Run {
-    Run(const Clock& clock, SettingsStore& settings)
-        : program({face, clock, settings, [] {}, nullptr}) {}
+    Run(const Clock& clock, SettingsStore& settings, Links* links)
+        : program({face, clock, settings, [] {}, links}) {}
     QtFace face;
     Program program;
   };
@@ -30,6 +30,7 @@ class ProgramFixture : public testing::Test {
   TemporaryFolder folder;
   SystemClock clock;
   SettingsStore settings;
+  Links* links = nullptr;  // none: nothing ever arrives
   std::unique_ptr<Run> run;
 
   Program& program() { return run->program; }
@@ -41,7 +42,7 @@ class ProgramFixture : public testing::Test {
   // the start has shown.
   std::vector<std::string> Start() {
     run.reset();
-    run = std::make_unique<Run>(clock, settings);
+    run = std::make_unique<Run>(clock, settings, links);
     return Answering(QMessageBox::Ok, [this] {
       EXPECT_TRUE(program().session.startUp.Start({.programFolder = folder.Path()}));
     });

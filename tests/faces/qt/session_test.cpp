@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "faces/qt/program_fixture.h"
+#include "support/headless_links.h"
 #include "support/sentences.h"
 
 namespace fathomline {
@@ -205,6 +206,44 @@ TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
   EXPECT_FALSE(program().windows.main.Loaded());
   Start();
   EXPECT_EQ(SeenPlaces(), places);
+}
+
+TEST_F(SessionOnTheDesktop, ViewsStandInTheMainWindowWhateverHappensAtTheStart) {
+  HeadlessLinks own;
+  own.WinsockUDP(3).refusal = "Address in use";
+  links = &own;
+  Prepare([](Records& records) {
+    for (CommSetup& setup : records.CommSetups) {
+      setup.Enabled = setup.UseUDP = true;
+      setup.UseTCPIP = false;
+    }
+    for (SystemSetup& flags : records.SystemSetups) flags[WindowFlag::Statistics] = true;
+  });
+  run = std::make_unique<Run>(clock, settings, links);
+  // The user is slow to answer.
+  int looks = 0;
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, [&] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || ++looks < 20) return;
+    EXPECT_TRUE(box->text().contains("Address in use"));
+    for (const QWidget* const widget : QApplication::topLevelWidgets()) {
+      EXPECT_TRUE(!widget->isVisible() || widget == box) << FromQt(widget->objectName());
+    }
+    box->accept();
+  });
+  user.start(10);
+  EXPECT_TRUE(program().startUp.Start({.programFolder = folder.Path()}));
+  Draw();
+  EXPECT_EQ(looks, 20);
+  EXPECT_TRUE(Main()->isVisible());
+  for (int system = 1; system <= kSystems; ++system) {
+    auto* const view =
+        qobject_cast<QMdiSubWindow*>(face().HostOf(*program().statisticsWindows[system]));
+    ASSERT_NE(view, nullptr) << system;
+    EXPECT_EQ(view->mdiArea(), face().ChildArea());
+  }
+  run.reset();
 }
 
 TEST_F(SessionOnTheDesktop, AMonitorClickedToTheFrontIsFedAgain) {
