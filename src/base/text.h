@@ -33,6 +33,9 @@ std::string PadRight(std::string_view text, std::size_t width);
 // ASCII and Latin-1 letters folded to upper case.
 std::string UpperCase(std::string_view text);
 
+// What editors put in front of UTF-8 text.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // Files of the older character set: Windows-1252. A character that it cannot hold becomes "?".
 std::string ToWindows1252(std::string_view text);
 std::string FromWindows1252(std::string_view bytes);

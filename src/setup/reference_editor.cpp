@@ -1,5 +1,7 @@
 #include "setup/reference_editor.h"
 
+#include <algorithm>
+
 #include "base/format.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -41,13 +43,18 @@ void ReferenceEditor::Load(int system) {
   ShowAll();
 }
 
+ReferenceEditor::CoordinateForm ReferenceEditor::FormInForce() const {
+  return {records_.CoordinateFormatIsDMS, records_.CoordinateDecimals};
+}
+
 void ReferenceEditor::Show(ReferenceField field) {
   std::string& text = texts_[Index(field)];
   if (field == ReferenceField::Name) text = values_.ReferenceName;
   for (const CoordinateField& row : kCoordinates) {
     if (row.field != field) continue;
-    text = FormatCoordinate(records_.CoordinateFormatIsDMS, records_.CoordinateDecimals,
-                            values_.*row.member * kDegreesPerRadian, row.type);
+    const CoordinateForm form = forms_[Index(field)] = FormInForce();
+    text = FormatCoordinate(form.isDMS, form.decimals, values_.*row.member * kDegreesPerRadian,
+                            row.type);
   }
   for (const SingleField& row : kSingles) {
     if (row.field == field) text = Format(values_.*row.member, row.picture);
@@ -58,11 +65,20 @@ void ReferenceEditor::ShowAll() {
   for (const ReferenceField field : kReferenceFields) Show(field);
 }
 
-double ReferenceEditor::ReadRadians(std::string_view text, std::string_view type) {
+bool ReferenceEditor::FollowFormat(ReferenceField field) {
+  const bool coordinate =
+      std::any_of(kCoordinates.begin(), kCoordinates.end(),
+                  [field](const CoordinateField& row) { return row.field == field; });
+  if (!coordinate || forms_[Index(field)] == FormInForce()) return false;
+  Show(field);
+  return true;
+}
+
+double ReferenceEditor::ReadRadians(std::string_view text, std::string_view type,
+                                    CoordinateForm form) {
   std::string copy(text);
-  const double degrees = records_.CoordinateFormatIsDMS
-                             ? ParseCoordinateDMS(copy, type, dialogs_)
-                             : ParseCoordinateDM(copy, type, records_.CoordinateDecimals, dialogs_);
+  const double degrees = form.isDMS ? ParseCoordinateDMS(copy, type, dialogs_)
+                                    : ParseCoordinateDM(copy, type, form.decimals, dialogs_);
   return degrees * kRadiansPerDegree;
 }
 
@@ -74,7 +90,7 @@ void ReferenceEditor::Leave(ReferenceField field, std::string_view text) {
   }
   for (const CoordinateField& row : kCoordinates) {
     if (row.field != field) continue;
-    values_.*row.member = ReadRadians(text, row.type);
+    values_.*row.member = ReadRadians(text, row.type, forms_[Index(field)]);
     changed_ = changed_ || values_.*row.member != loaded_.*row.member;
   }
   for (const SingleField& row : kSingles) {
@@ -93,15 +109,21 @@ void ReferenceEditor::Choose(const ReferencePosition& position) {
   ShowAll();
 }
 
-void ReferenceEditor::CopyAverage() {
+bool ReferenceEditor::CopyAverage() {
   const SystemStatistics& statistics = statistics_[system_];
+  const bool position = statistics.LatitudeMean.Count > 0;
+  const bool heading = statistics.HeadingMean.Count > 0;
+  if (!position && !heading) return false;
   values_.ReferenceName = "Avg " + FormatDateTime(clock_.NowLocal(), "hh:mm:ss dd mmm yyyy");
-  values_.ReferenceLatitude = statistics.LatitudeMean.Mean;
-  values_.ReferenceLongitude = statistics.LongitudeMean.Mean;
-  values_.ReferenceHeight = statistics.HeightMean.Mean;
-  values_.ReferenceHeading = statistics.HeadingMean.Mean;
+  if (position) {
+    values_.ReferenceLatitude = statistics.LatitudeMean.Mean;
+    values_.ReferenceLongitude = statistics.LongitudeMean.Mean;
+  }
+  if (statistics.HeightMean.Count > 0) values_.ReferenceHeight = statistics.HeightMean.Mean;
+  if (heading) values_.ReferenceHeading = statistics.HeadingMean.Mean;
   changed_ = true;
   ShowAll();
+  return true;
 }
 
 void ReferenceEditor::CopyPrimary() {

@@ -42,8 +42,12 @@ class ReferenceEditor {
   // Begins with the reference in force.
   void Load(int system);
 
-  // What the field shows, in the user's form of coordinates.
+  // What the field shows; a coordinate in the form of the user that was in force when it was
+  // written.
   const std::string& Text(ReferenceField field) const { return texts_[Index(field)]; }
+  // Writes a coordinate anew from its number where the user's form has changed since. Whether it
+  // had.
+  bool FollowFormat(ReferenceField field);
   // The user leaves the field, which now reads so. What cannot stand in a coordinate is repaired
   // and told in a box. Raises Overflow for a number beyond a single; the field keeps its value
   // then.
@@ -51,8 +55,9 @@ class ReferenceEditor {
 
   // A position of the list; heading, pitch and roll stay. It is no change, since the list has it.
   void Choose(const ReferencePosition& position);
-  // The means of the system's session up to now, but for pitch and roll.
-  void CopyAverage();
+  // The means of the system's session up to now, but for pitch and roll. What has no
+  // sample yet stays as it is. False where nothing has, and nothing is copied.
+  bool CopyAverage();
   // The reference of system 1, but for pitch and roll.
   void CopyPrimary();
 
@@ -62,10 +67,18 @@ class ReferenceEditor {
   const ReferenceSetup& Values() const { return values_; }
 
  private:
+  struct CoordinateForm {
+    bool isDMS = false;
+    std::int16_t decimals = 0;
+
+    bool operator==(const CoordinateForm&) const = default;
+  };
+
   static std::size_t Index(ReferenceField field) { return static_cast<std::size_t>(field); }
   void Show(ReferenceField field);
   void ShowAll();
-  double ReadRadians(std::string_view text, std::string_view type);
+  CoordinateForm FormInForce() const;
+  double ReadRadians(std::string_view text, std::string_view type, CoordinateForm form);
 
   const Records& records_;
   const Statistics& statistics_;
@@ -75,6 +88,7 @@ class ReferenceEditor {
   ReferenceSetup loaded_;
   ReferenceSetup values_;
   std::array<std::string, kReferenceFields.size()> texts_;
+  std::array<CoordinateForm, kReferenceFields.size()> forms_;
   bool changed_ = false;
 };
 

@@ -108,8 +108,34 @@ SetupChoices ChoicesOf(const Records& records, int system) {
   return choices;
 }
 
+std::vector<std::string> DoubtsAbout(const SetupChoices& choices, bool online) {
+  std::vector<std::string> doubts;
+  for (const std::string& limit : choices.emptyLimits) {
+    doubts.push_back(limit + " is ticked, but has no value. It will not be applied.");
+  }
+  if (!choices.enabled) return doubts;
+  if (choices.sentences.Ticked().empty()) {
+    doubts.emplace_back(
+        "The system is enabled, but no NMEA message is ticked. Nothing will be analysed.");
+  }
+  if (!online && choices.offlineFile.empty()) {
+    doubts.emplace_back(
+        "The system is enabled, but no input file is selected. There is nothing to replay.");
+  }
+  const bool tcp = choices.link == LinkKind::TcpIp;
+  const bool udp = choices.link == LinkKind::Udp;
+  const bool linked = (!tcp || (IsIPAddress(choices.ipAddress) && choices.tcpPort != 0)) &&
+                      (!udp || choices.udpPort != 0);
+  if (online && !linked) {
+    doubts.push_back(std::string("The system is enabled, but ") +
+                     (tcp ? "its IP address or port" : "its UDP port") +
+                     " is not set. Nothing will be received.");
+  }
+  return doubts;
+}
+
 bool SetupApply::Apply(int system, const SetupChoices& choices) {
-  if (!Sure()) return false;
+  if (!Sure() || !KeepsDoubts(choices)) return false;
   const bool online = !records_.Offline();
   const bool serial = online && choices.enabled && choices.link == LinkKind::Comport;
   if (serial && choices.comPort == 0) {
@@ -149,6 +175,18 @@ bool SetupApply::Sure() {
                                "to open relevant windows for display under Window)",
                        .icon = BoxIcon::Question,
                        .buttons = BoxButtons::YesNo}) == Answer::Yes;
+}
+
+bool SetupApply::KeepsDoubts(const SetupChoices& choices) {
+  for (const std::string& doubt : DoubtsAbout(choices, !records_.Offline())) {
+    if (desktop_.Ask({.text = doubt + " Keep it so?",
+                      .icon = BoxIcon::Question,
+                      .buttons = BoxButtons::YesNo,
+                      .defaultNo = true}) != Answer::Yes) {
+      return false;
+    }
+  }
+  return true;
 }
 
 void SetupApply::Stop(const std::string& text) {
@@ -245,7 +283,7 @@ void SetupApply::WarnOfSameAddress(int system) {
   const CommSetup& setup = records_.CommSetups[system];
   for (int other = 1; other <= kSystems; ++other) {
     const CommSetup& theirs = records_.CommSetups[other];
-    if (other == system || !theirs.Enabled) continue;
+    if (other == system || !theirs.Enabled || !theirs.UseTCPIP) continue;
     if (theirs.IPAddress != setup.IPAddress || theirs.TCPPort != setup.TCPPort) continue;
     desktop_.Ask({.text = "Warning! System" + NumberText(other) +
                           " has the same IP address and portno. A conflict will occure.",
@@ -257,7 +295,8 @@ void SetupApply::WarnOfSameUdpPort(int system) {
   const CommSetup& setup = records_.CommSetups[system];
   for (int other = 1; other <= kSystems; ++other) {
     const CommSetup& theirs = records_.CommSetups[other];
-    if (other == system || !theirs.Enabled || theirs.UDPPort != setup.UDPPort) continue;
+    const bool udp = theirs.UseUDP && !theirs.UseTCPIP;
+    if (other == system || !theirs.Enabled || !udp || theirs.UDPPort != setup.UDPPort) continue;
     desktop_.Ask({.text = "Warning! System" + NumberText(other) +
                           " has the same UDP portno. A conflict will occure.",
                   .icon = BoxIcon::Exclamation});

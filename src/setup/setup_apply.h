@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "records/records.h"
 #include "setup/setup_rules.h"
@@ -35,12 +36,16 @@ struct SetupChoices {
   float outlierLimit = 0.0F;
   float hdopLimit = 0.0F;
   std::int16_t satelliteLimit = 0;
+  std::vector<std::string> emptyLimits;  // that are ticked and have no value
   bool rejectNonDifferential = false;
   std::string offlineFile;  // empty: none selected
 };
 
 // The choices as the records hold them.
 SetupChoices ChoicesOf(const Records& records, int system);
+
+// What may have been forgotten among the choices, a sentence for each.
+std::vector<std::string> DoubtsAbout(const SetupChoices& choices, bool online);
 
 class SetupApply {
  public:
@@ -53,6 +58,8 @@ class SetupApply {
 
  private:
   bool Sure();
+  // Whether the user wants to keep what may have been forgotten.
+  bool KeepsDoubts(const SetupChoices& choices);
   void TakeLink(int system, const SetupChoices& choices);
   bool TakeComport(int system, const SetupChoices& choices);
   void TakeEnabled(int system, const SetupChoices& choices);

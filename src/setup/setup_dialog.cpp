@@ -10,12 +10,15 @@
 #include "base/system.h"
 #include "base/text.h"
 #include "decoding/coordinate_text.h"
+#include "setup/setup_values.h"
 #include "toolkit/desktop.h"
 
 namespace fathomline {
 namespace {
 
 constexpr std::string_view kNotSelected = "not selected";
+constexpr std::string_view kExampleDM = "For example 59 30.5 N and 10 20.5 E";
+constexpr std::string_view kExampleDMS = "For example 59 30 15.5 N and 10 20 30.5 E";
 
 // Shows a text that the list may lack.
 void ShowOrAdd(Choices& combo, const std::string& text) {
@@ -98,16 +101,25 @@ void frmSetup::LoadLink(const SetupChoices& choices) {
 
   optCom.ShowChoice(static_cast<int>(choices.link));
   ShowLinkFrames();
-  ShowOrAdd(cmbBaudRate, PlainText(choices.serial.Baud));
-  ShowOrAdd(cmbDataBits, PlainText(choices.serial.DataBits));
-  ShowOrAdd(cmbParity, choices.serial.Parity);
-  ShowOrAdd(cmbStopBits, PlainText(choices.serial.StopBits));
+  ShowSerial(choices.serial);
   cmbIP.ShowText(choices.ipAddress);
   ShowAddresses();
   txtPort.SetText(PlainText(choices.tcpPort));
   if (choices.udpPort != 0) txtUDP_port.SetText(PlainText(choices.udpPort));
   // Nobody sees the list in offline mode, and looking takes time.
   if (!offline) ScanPorts(choices.comPort);
+}
+
+void frmSetup::ShowSerial(const ComportSetup& row) {
+  ShowOrAdd(cmbBaudRate, PlainText(row.Baud));
+  ShowOrAdd(cmbDataBits, PlainText(row.DataBits));
+  ShowOrAdd(cmbParity, row.Parity);
+  ShowOrAdd(cmbStopBits, PlainText(row.StopBits));
+}
+
+void frmSetup::ChoosePort() {
+  if (ChosenPort() != 0) ShowSerial(records_.Comport(ChosenPort()));
+  ShowPortAdvice();
 }
 
 void frmSetup::ScanPorts(int wanted) {
@@ -184,27 +196,69 @@ bool frmSetup::Refuse(const std::string& text) {
   return false;
 }
 
+bool frmSetup::Refuse(Control& control, const std::string& text) {
+  control.SelectText();
+  return Refuse(text);
+}
+
+void frmSetup::Refresh() {
+  for (const ReferenceBox& row : referenceBoxes_) {
+    const bool typed = row.box.Text() != reference_.Text(row.field);
+    if (!typed && reference_.FollowFormat(row.field)) row.box.SetText(reference_.Text(row.field));
+  }
+  lblCoordinateExample.SetText(records_.CoordinateFormatIsDMS ? kExampleDMS : kExampleDM);
+}
+
+bool frmSetup::LeaveReference(const ReferenceBox& row) {
+  bool taken = true;
+  ResumeNext([&] { reference_.Leave(row.field, row.box.Text()); },
+             [&](const Fault& fault) {
+               taken = Refuse(row.box, std::string(row.name) + ": " + fault.Description() + " - " +
+                                           row.box.Text());
+             });
+  if (taken) row.box.SetText(reference_.Text(row.field));
+  return taken;
+}
+
+void frmSetup::CopyAverage() {
+  if (reference_.CopyAverage()) {
+    ShowReference();
+  } else {
+    OwningDesktop().Ask({.text =
+                             "There is no average yet: neither a position nor a heading of this "
+                             "system has been analysed. Nothing has been copied.",
+                         .icon = BoxIcon::Information});
+  }
+}
+
 bool frmSetup::LeaveLimit(const Limit& limit) {
   const double value = NumberFromText(limit.combo.Text());
+  if (std::abs(value) > limit.most) {
+    return Refuse(limit.combo, std::string(limit.name) + ": " +
+                                   std::string(Description(FaultNumber::Overflow)) + " - " +
+                                   limit.combo.Text());
+  }
   const bool good = limit.least > 0.0 ? value >= limit.least : value != 0.0;
-  return good || Refuse(limit.refusal);
+  return good || Refuse(limit.combo, limit.refusal);
 }
 
 bool frmSetup::LeaveAddress() {
   const std::string address = cmbIP.Text();
   if (!IsIPAddress(address)) {
-    return Refuse(address +
-                  " is not a valid IP address! Has to be in the range 1.0.0.1 to 255.255.255.255");
+    return Refuse(cmbIP, address +
+                             " is not a valid IP address! Has to be in the range 1.0.0.1 to "
+                             "255.255.255.255");
   }
   ReArrange_IP_List(records_, address);
   ShowAddresses();
   return true;
 }
 
-bool frmSetup::LeavePort(const TextBox& box) {
+bool frmSetup::LeavePort(TextBox& box) {
   return PortNumber(box.Text()) ||
-         Refuse(box.Text() +
-                " is not a valid port number! Has to be an integer value in the range 1-65535");
+         Refuse(box, box.Text() +
+                         " is not a valid port number! Has to be an integer value in the range "
+                         "1-65535");
 }
 
 void frmSetup::ChoosePosition() {
@@ -215,17 +269,20 @@ void frmSetup::ChoosePosition() {
 }
 
 void frmSetup::SelectFile() {
-  FileQuestion question{
-      .title = "Open NMEA raw data File",
-      .filter = "NMEA raw data (*.log;*.txt;*.nmea)|*.log;*.txt;*.nmea|All files (*.*)|*.*"};
+  FileQuestion question{.title = "Open NMEA raw data File",
+                        .filter =
+                            "NMEA raw data (*.log;*.txt;*.nmea;*.aivdm)|*.log;*.txt;*.nmea;*.aivdm|"
+                            "All files (*.*)|*.*"};
   if (lblFileName.Text() != kNotSelected) {
     question.folder = PathText(PathOf(lblFileName.Text()).parent_path());
   }
   const std::optional<std::string> path = OwningDesktop().ChooseFile(question);
   if (!path || path->empty()) return;
-  if (path->find('"') != std::string::npos) {
-    Refuse("The name of the file has a double quote, which the setup file cannot keep: " + *path +
-           "\nRename the file or select another one.");
+  if (!CanBeStored(*path)) {
+    Refuse("The name of the file has a " +
+           std::string(path->find('"') != std::string::npos ? "double quote" : "character") +
+           ", which the setup file cannot keep: " + *path +
+           "\nRename the file or its folder, or select another one.");
     return;
   }
   lblFileName.SetText(*path);
@@ -265,6 +322,9 @@ SetupChoices frmSetup::Held() const {
   held.hdopLimit = ToSingle(LimitValue(limits_[1]));
   held.satelliteLimit = ToInt16(LimitValue(limits_[2]));
   held.rejectNonDifferential = chkNoDiff.Checked();
+  for (const Limit& limit : limits_) {
+    if (limit.box.Checked() && LimitValue(limit) == 0.0) held.emptyLimits.emplace_back(limit.name);
+  }
   held.offlineFile = lblFileName.Text() == kNotSelected ? std::string() : lblFileName.Text();
   return held;
 }

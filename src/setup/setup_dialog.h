@@ -35,6 +35,10 @@ class frmSetup : public Window {
   // Raises OutOfRange for a type that has no box.
   CheckBox& SentenceBox(SentenceType type);
 
+  // Writes the coordinates in the user's form, which may have changed meanwhile. What is being
+  // typed stays, and is read in the form that it was shown in.
+  void Refresh() override;
+
   Label lblName{*this, "lblName"};
   Choices SSTab1{*this,
                  "SSTab1",
@@ -73,6 +77,8 @@ class frmSetup : public Window {
   TextBox txtRefName{frameReference, "txtRefName"};
   TextBox txtLat{frameReference, "txtLat"};
   TextBox txtLon{frameReference, "txtLon"};
+  // Not of the frame, since it can be read whether or not the fields can be edited.
+  Label lblCoordinateExample{*this, "lblCoordinateExample"};
   TextBox txtHgt{frameReference, "txtHgt"};
   TextBox txtHdg{frameReference, "txtHdg"};
   TextBox txtPitch{frameReference, "txtPitch"};
@@ -88,6 +94,9 @@ class frmSetup : public Window {
   CheckBox chkSvs{frameLimits, "chkSvs", "No of satellites limit"};
   Choices cmbSvs{frameLimits, "cmbSvs", ChoicesKind::EditableCombo};
   CheckBox chkNoDiff{frameLimits, "chkNoDiff", "None differenteill GPS"};
+
+  Label lblAntennaOffset{*this, "lblAntennaOffset",
+                         "There is nothing to set here: positions are taken as they are received."};
 
   Frame frameLink{*this, "frameLink", "Connection"};
   Choices optCom{frameLink, "optCom", ChoicesKind::Options, {"Comport", "TCP/IP", "UDP"}};
@@ -126,12 +135,15 @@ class frmSetup : public Window {
     Choices& combo;
     double least;  // the combo's value must reach it; 0: any but zero
     const char* refusal;
+    const char* name;
+    double most;  // what its record can hold
     std::string shownText = {};
     double shownValue = 0.0;
   };
   struct ReferenceBox {
     ReferenceField field;
     TextBox& box;
+    const char* name;
   };
 
   Layout GeneralPage();
@@ -148,18 +160,24 @@ class frmSetup : public Window {
   void LoadLink(const SetupChoices& choices);
   void ScanPorts(int wanted);
   void ShowPortAdvice();
+  void ShowSerial(const ComportSetup& row);
+  void ChoosePort();
   void ShowLinkFrames();
   void ShowAddresses();
   void ShowReference();
   void EnableReference();
 
   void TickSentence(SentenceType type);
+  bool LeaveReference(const ReferenceBox& row);
+  void CopyAverage();
   bool LeaveLimit(const Limit& limit);
   bool LeaveAddress();
-  bool LeavePort(const TextBox& box);
+  bool LeavePort(TextBox& box);
   void ChoosePosition();
   void SelectFile();
   bool Refuse(const std::string& text);
+  // The same of what a control holds, which is selected for typing over.
+  bool Refuse(Control& control, const std::string& text);
 
   SetupChoices Held() const;
   double LimitValue(const Limit& limit) const;

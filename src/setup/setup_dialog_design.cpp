@@ -1,5 +1,6 @@
 // What stands where in the dialog, and which control runs which handler.
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@ namespace fathomline {
 namespace {
 
 constexpr WindowPlace kPlace{1500, 900, 10500, 7500};
+constexpr double kMostSingle{std::numeric_limits<float>::max()};
 constexpr const char* kNoEffect = "Not yet implemented: has no effect.";
 constexpr const char* kNotAnalysed = "Kept with the setup; the analysis does not use it.";
 constexpr const char* kOutliers =
@@ -82,22 +84,25 @@ frmSetup::frmSetup(Desktop& desktop, Records& records, const Statistics& statist
       session_(session),
       reference_(records, statistics, clock, desktop),
       apply_(records, desktop, session),
-      limits_{{{chkOutliers, cmbOutliers, 0.0, "A outlier <> 0 has to be selected"},
-               {chkHdop, cmbHdop, 0.0, "A hdop value <> 0 has to be selected"},
-               {chkSvs, cmbSvs, 4.0, "No of svs > 3 has to be selected"}}},
-      referenceBoxes_{{{ReferenceField::Name, txtRefName},
-                       {ReferenceField::Latitude, txtLat},
-                       {ReferenceField::Longitude, txtLon},
-                       {ReferenceField::Height, txtHgt},
-                       {ReferenceField::Heading, txtHdg},
-                       {ReferenceField::Pitch, txtPitch},
-                       {ReferenceField::Roll, txtRoll}}} {
+      limits_{{{chkOutliers, cmbOutliers, 0.0, "A outlier <> 0 has to be selected", "Outlier limit",
+                kMostSingle},
+               {chkHdop, cmbHdop, 0.0, "A hdop value <> 0 has to be selected", "Hdop limit",
+                kMostSingle},
+               {chkSvs, cmbSvs, 4.0, "No of svs > 3 has to be selected", "No of satellites limit",
+                std::numeric_limits<std::int16_t>::max()}}},
+      referenceBoxes_{{{ReferenceField::Name, txtRefName, "Name"},
+                       {ReferenceField::Latitude, txtLat, "Latitude"},
+                       {ReferenceField::Longitude, txtLon, "Longitude"},
+                       {ReferenceField::Height, txtHgt, "Height"},
+                       {ReferenceField::Heading, txtHdg, "Heading"},
+                       {ReferenceField::Pitch, txtPitch, "Pitch"},
+                       {ReferenceField::Roll, txtRoll, "Roll"}}} {
   FillFixedChoices();
   ConnectHandlers();
   SetContent(Layout::Column(
       {lblName,
        Layout::Pages(SSTab1, {GeneralPage(), MessagesPage(), ReferencePage(), LimitsPage(),
-                              Layout::Column({Layout::Space()}), LinkPage()}),
+                              Layout::Column({lblAntennaOffset, Layout::Space()}), LinkPage()}),
        Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
 }
 
@@ -132,24 +137,17 @@ void frmSetup::ConnectHandlers() {
     limit.combo.onLeave = [this, &limit] { return LeaveLimit(limit); };
   }
   for (const ReferenceBox& row : referenceBoxes_) {
-    row.box.onLeave = [this, &row] {
-      reference_.Leave(row.field, row.box.Text());
-      row.box.SetText(reference_.Text(row.field));
-      return true;
-    };
+    row.box.onLeave = [this, &row] { return LeaveReference(row); };
   }
   optReference.onChoose = [this] { EnableReference(); };
   cmbRefPositions.onChoose = [this] { ChoosePosition(); };
-  cmdCopyAvg.onClick = [this] {
-    reference_.CopyAverage();
-    ShowReference();
-  };
+  cmdCopyAvg.onClick = [this] { CopyAverage(); };
   cmdCopyPrimary.onClick = [this] {
     reference_.CopyPrimary();
     ShowReference();
   };
   optCom.onChoose = [this] { ShowLinkFrames(); };
-  cmbComPort.onChoose = [this] { ShowPortAdvice(); };
+  cmbComPort.onChoose = [this] { ChoosePort(); };
   cmbIP.onLeave = [this] { return LeaveAddress(); };
   for (TextBox* box : {&txtPort, &txtUDP_port}) {
     box->onLeave = [this, box] { return LeavePort(*box); };
@@ -185,6 +183,7 @@ Layout frmSetup::ReferencePage() {
                                                  {"&Name :", txtRefName},
                                                  {"&Latitude :", txtLat},
                                                  {"Lon&gitude :", txtLon},
+                                                 {"", lblCoordinateExample},
                                                  {"&Height (m) :", txtHgt},
                                                  {"Hea&ding (deg) :", txtHdg},
                                                  {"Pi&tch (deg) :", txtPitch},

@@ -183,7 +183,7 @@ void WriteSetupFile(const std::string& path, Records& records) {
   ReplaceFile(path, WriteSetup(records));
 }
 
-void KeepFaultySetupFile(const std::string& path) {
+void KeepSetupFile(const std::string& path) {
   const std::string kept = path + ".bak";
   try {
     ReplaceFile(kept, ReadWholeFile(path));

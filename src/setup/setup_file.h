@@ -26,9 +26,8 @@ SetupRead ReadSetupFile(const std::string& path, Records& records, Dialogs& dial
 // Raises the fault of the file, and OutOfRange for an IPListCount above the list.
 void WriteSetupFile(const std::string& path, Records& records);
 
-// Keeps a file whose reading has failed beside it, with ".bak" behind its name, before anything
-// writes it anew.
-void KeepFaultySetupFile(const std::string& path);
+// Keeps a setup file as it is, with ".bak" behind its name, before anything writes it anew.
+void KeepSetupFile(const std::string& path);
 
 // The same without a file: from and to the bytes of one. Raises what SetupReader raises. False
 // where there is no section.

@@ -44,6 +44,15 @@ std::string RealText(Number value) {
 
 }  // namespace
 
+bool CanBeStored(std::string_view text) {
+  return text.find('"') == text.npos && FromWindows1252(ToWindows1252(text)) == text;
+}
+
+SetupReader::SetupReader(std::string_view bytes) : bytes_(bytes) {
+  isUtf8_ = bytes_.starts_with(kByteOrderMark);
+  if (isUtf8_) at_ = kByteOrderMark.size();
+}
+
 void SetupReader::SkipBlanks() {
   at_ = std::min(bytes_.find_first_not_of(" \t", at_), bytes_.size());
 }
@@ -82,7 +91,7 @@ SetupReader::Token SetupReader::Next() {
 
 void SetupReader::Value(std::string& text) {
   const Token token = Next();
-  text = FromWindows1252(token.bytes);
+  text = isUtf8_ ? std::string(token.bytes) : FromWindows1252(token.bytes);
   // A quote inside a bare word could not be written again.
   if (!token.quoted) text = WithoutQuotes(text);
 }

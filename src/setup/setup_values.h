@@ -3,7 +3,7 @@
 //
 // Texts stand in double quotes, which cannot be escaped; flags are #TRUE# and #FALSE#; numbers have
 // a point whatever the locale. A comma and a line end separate values alike. The bytes of a file
-// are Windows-1252.
+// are Windows-1252; those behind a byte-order mark are UTF-8, as an editor has left them.
 #pragma once
 
 #include <cstddef>
@@ -12,6 +12,10 @@
 #include <string_view>
 
 namespace fathomline {
+
+// Whether the file gives the text back as it is: it has no double quote, and no character that
+// Windows-1252 lacks.
+bool CanBeStored(std::string_view text);
 
 class SetupValues {
  public:
@@ -38,7 +42,7 @@ class SetupValues {
 // is not closed, TypeMismatch for what is no number, Overflow for one beyond its width.
 class SetupReader final : public SetupValues {
  public:
-  explicit SetupReader(std::string_view bytes) : bytes_(bytes) {}
+  explicit SetupReader(std::string_view bytes);
 
   bool AtEnd();
 
@@ -63,6 +67,7 @@ class SetupReader final : public SetupValues {
 
   std::string_view bytes_;
   std::size_t at_ = 0;
+  bool isUtf8_ = false;
 };
 
 // Puts values into lines that end in CR LF.

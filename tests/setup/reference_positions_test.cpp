@@ -115,6 +115,7 @@ TEST_F(ReferenceEditorTest, TypedCoordinatesComeBackNormalised) {
   EXPECT_NEAR(editor.Values().ReferenceLatitude, Radians(-(59.0 + 30.5 / 60.0)), 1e-12);
   records.CoordinateFormatIsDMS = true;
   records.CoordinateDecimals = 1;
+  EXPECT_TRUE(editor.FollowFormat(ReferenceField::Longitude));
   editor.Leave(ReferenceField::Longitude, "10 20 30,5 W");
   EXPECT_EQ(editor.Text(ReferenceField::Longitude), "010° 20' 30.5\" W");
   EXPECT_NEAR(editor.Values().ReferenceLongitude, Radians(-(10.0 + 20.0 / 60.0 + 30.5 / 3600.0)),
@@ -147,6 +148,9 @@ TEST_F(ReferenceEditorTest, WhichFieldsChangeTheReference) {
 
 TEST_F(ReferenceEditorTest, CopiesTheAverageAndThePrimary) {
   SystemStatistics& figures = statistics[2];
+  EXPECT_FALSE(editor.CopyAverage());
+  EXPECT_EQ(editor.Text(ReferenceField::Name), "Mast");
+  figures.LatitudeMean.Count = figures.HeightMean.Count = 1;
   figures.LatitudeMean.Mean = 1.0;
   figures.LongitudeMean.Mean = 0.2;
   figures.HeightMean.Mean = 7.0625F;
@@ -155,6 +159,9 @@ TEST_F(ReferenceEditorTest, CopiesTheAverageAndThePrimary) {
   EXPECT_EQ(editor.Text(ReferenceField::Name), "Avg 03:04:05 02 Jan 2026");
   EXPECT_EQ(editor.Text(ReferenceField::Longitude), "011° 27.5494' E");
   EXPECT_EQ(editor.Text(ReferenceField::Height), "7.063");
+  EXPECT_EQ(editor.Text(ReferenceField::Heading), "271.23") << "no heading has come yet";
+  figures.HeadingMean.Count = 1;
+  EXPECT_TRUE(editor.CopyAverage());
   EXPECT_EQ(editor.Text(ReferenceField::Heading), "005.50");
   EXPECT_EQ(editor.Values().ReferenceRoll, -1.0F);
   EXPECT_TRUE(editor.ReferenceChanged());

@@ -25,6 +25,7 @@ class SetupApplyTest : public SetupDesk {
     choices.enabled = true;
     choices.link = link;
     choices.udpPort = 2000;
+    choices.sentences.Set(SentenceType::ROT, true);
     return choices;
   }
   // A view of a system, which keeps its flag as views do.
@@ -128,6 +129,7 @@ TEST_F(SetupApplyTest, ASystemHasOneLinkAndAPortOneOwner) {
 TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
   for (const int other : {2, 4}) {
     Setup(other).Enabled = true;
+    Setup(other).UseTCPIP = true;
     Setup(other).IPAddress = "10.0.0.7";
     Setup(other).TCPPort = 4001;
     Setup(other).UDPPort = 2000;
@@ -142,6 +144,12 @@ TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
   face.ExpectBox("Warning! System 4 has the same IP address and portno. A conflict will occure.");
   EXPECT_TRUE(apply.Apply(1, choices));
 
+  // Of a link that is not theirs, the others may keep any address.
+  for (const int other : {2, 4}) {
+    Setup(other).UseTCPIP = false;
+    Setup(other).UseUDP = true;
+  }
+  EXPECT_TRUE(Apply(1, choices));
   session.udpPortIsFree = false;
   face.ExpectBox(kSure, Answer::Yes);
   face.ExpectBox("Warning! System 2 has the same UDP portno. A conflict will occure.");
@@ -152,6 +160,38 @@ TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
   EXPECT_THAT(session.calls, ElementsAre("close 1", "bind 2000", "reset", "open 1", "show"));
 }
 
+TEST_F(SetupApplyTest, WhatMayHaveBeenForgottenIsDoubted) {
+  struct Row {
+    void (*forget)(SetupChoices& choices);
+    bool online;
+    const char* doubt;
+  };
+  for (const Row& row : {Row{[](SetupChoices&) {}, true, nullptr},
+                         {[](SetupChoices& c) { c.sentences = {}; }, true, "no NMEA message"},
+                         {[](SetupChoices& c) { c.offlineFile.clear(); }, false, "no input file"},
+                         {[](SetupChoices& c) { c.udpPort = 0; }, true, "UDP port"},
+                         {[](SetupChoices& c) { c.udpPort = 0; }, false, nullptr},
+                         {[](SetupChoices& c) {
+                            c.link = LinkKind::TcpIp;
+                            c.ipAddress = "x";
+                          },
+                          true, "IP address or port"},
+                         {[](SetupChoices& c) { c.emptyLimits = {"Hdop limit"}; }, true, "Hdop"}}) {
+    SetupChoices choices = Enabled(1);
+    choices.offlineFile = "a.log";
+    choices.tcpPort = 8040;
+    row.forget(choices);
+    const std::vector<std::string> doubts = DoubtsAbout(choices, row.online);
+    ASSERT_EQ(doubts.size(), row.doubt == nullptr ? 0U : 1U);
+    for (const std::string& doubt : doubts) EXPECT_THAT(doubt, testing::HasSubstr(row.doubt));
+  }
+  SetupChoices disabled = Enabled(1);
+  disabled.enabled = false;
+  disabled.sentences = {};
+  disabled.udpPort = 0;
+  EXPECT_THAT(DoubtsAbout(disabled, true), ElementsAre());
+}
+
 TEST_F(SetupApplyTest, OfflineTakesTheFileAndOpensNothing) {
   records.Mode = kOffline;
   Setup(1).OfflineFile = "/old.log";
@@ -160,7 +200,16 @@ TEST_F(SetupApplyTest, OfflineTakesTheFileAndOpensNothing) {
   SetupChoices choices = Enabled(1, LinkKind::Comport);
   choices.offlineFile.clear();
   choices.emptyBuffer = true;
-  EXPECT_TRUE(Apply(1, choices));
+  face.ExpectBox(kSure, Answer::Yes);
+  face.ExpectBox("", Answer::No);
+  EXPECT_FALSE(apply.Apply(1, choices));
+  EXPECT_TRUE(session.calls.empty());
+  face.ExpectBox(kSure, Answer::Yes);
+  face.ExpectBox(
+      "The system is enabled, but no input file is selected. There is nothing to "
+      "replay. Keep it so?",
+      Answer::Yes);
+  EXPECT_TRUE(apply.Apply(1, choices));
   EXPECT_EQ(Setup(1).OfflineFile, "/old.log");
   choices.offlineFile = "/new.log";
   EXPECT_TRUE(Apply(1, choices));

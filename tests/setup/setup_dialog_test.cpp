@@ -215,6 +215,7 @@ TEST_F(SetupDialogTest, AddressesAndPortsAreTested) {
 
 TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   Setup(1).Enabled = Setup(2).Enabled = true;
+  records.MessagesToAnalyse[1] = {"GGA"};
   Setup(1).ComPort = 1;
   Setup(2).ComPort = 2;
   Setup(4).ComPort = 3;  // not enabled: holds nothing
@@ -253,6 +254,22 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("No serial port has been found"));
 }
 
+TEST_F(SetupDialogTest, APortThatIsChosenShowsItsOwnSettings) {
+  records.Comport(2) = {0, true, "free", 38400, 7, "even", 2};
+  records.MessagesToAnalyse[1] = {"GGA"};
+  Setup(1).Enabled = true;
+  Open();
+  dialog.cmbComPort.UserChoose(1);
+  EXPECT_THAT(
+      Texts({&dialog.cmbBaudRate, &dialog.cmbDataBits, &dialog.cmbParity, &dialog.cmbStopBits}),
+      ElementsAre("38400", "7", "even", "2"));
+  dialog.cmbBaudRate.UserChoose(3);
+  dialog.cmdRefreshPorts.Click();
+  Ok();
+  EXPECT_EQ(records.Comport(2).Baud, 9600);
+  EXPECT_EQ(records.Comport(2).Parity, "even");
+}
+
 TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
   records.Mode = kOffline;
   Open();
@@ -263,8 +280,12 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
     EXPECT_FALSE(frame->Shown()) << frame->Name();
   }
   const std::string file = "/data/voyage.log";
-  for (const auto& [chosen, shown] : std::map<std::optional<std::string>, std::string>{
-           {std::nullopt, "not selected"}, {"/data/a \"b\".log", "not selected"}, {file, file}}) {
+  for (const auto& [chosen, shown] :
+       std::map<std::optional<std::string>, std::string>{{std::nullopt, "not selected"},
+                                                         {"/data/a \"b\".log", "not selected"},
+                                                         {"/data/\u0142odz.log", file},
+                                                         {"/data/\xFF.log", file},
+                                                         {file, file}}) {
     face.ExpectFile(chosen);
     if (chosen && *chosen != file) face.ExpectBox("");
     dialog.cmdSelectFile.Click();
@@ -280,6 +301,50 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
   records.Mode = kOnline;
   Open();
   EXPECT_EQ(dialog.SSTab1.EntryText(frmSetup::kLinkTab), "Com Port");
+}
+
+TEST_F(SetupDialogTest, CoordinatesAreReadInTheFormThatTheyAreShownIn) {
+  Open();
+  dialog.optReference.UserChoose(1);
+  dialog.Refresh();
+  const std::string example = dialog.lblCoordinateExample.Text();
+  dialog.txtLat.UserText("10 30.5 S");
+  dialog.txtLon.UserText("20 15.5");
+  records.CoordinateFormatIsDMS = true;
+  records.CoordinateDecimals = 1;
+  dialog.Refresh();
+  EXPECT_NE(dialog.lblCoordinateExample.Text(), example);
+  EXPECT_EQ(dialog.txtLat.Text(), "10\u00B0 30' 30.0\" S");
+  EXPECT_EQ(dialog.txtLon.Text(), "20 15.5") << "it is being typed";
+  Leave();
+  EXPECT_EQ(dialog.txtLon.Text(), "020\u00B0 15' 30.0\" E");
+}
+
+TEST_F(SetupDialogTest, WhatCannotBeTakenIsNamedAndSelected) {
+  Open();
+  dialog.optReference.UserChoose(1);
+  face.ExpectBox("");
+  dialog.cmdCopyAvg.Click();
+  EXPECT_EQ(dialog.txtRefName.Text(), "") << "there is no average yet";
+  dialog.txtHgt.UserText("1e39");
+  face.ExpectBox("Height: Overflow - 1e39");
+  Leave();
+  EXPECT_EQ(dialog.Focus(), &dialog.txtHgt);
+  EXPECT_EQ(dialog.txtHgt.Selections(), 1U);
+  dialog.txtHgt.UserText("1");
+  dialog.chkSvs.Click();
+  dialog.cmbSvs.UserText("40000");
+  face.ExpectBox("No of satellites limit: Overflow - 40000");
+  Leave();
+  EXPECT_EQ(dialog.cmbSvs.Selections(), 1U);
+  dialog.cmbSvs.UserText("5");
+  // Ticked, but never gone to.
+  dialog.chkHdop.Click();
+  face.ExpectBox(kSure, Answer::Yes);
+  face.ExpectBox("Hdop limit is ticked, but has no value. It will not be applied. Keep it so?",
+                 Answer::No);
+  dialog.cmdOk.Click();
+  EXPECT_TRUE(dialog.Loaded());
 }
 
 TEST_F(SetupDialogTest, TheReferenceIsEditedOnlyWhereItCounts) {

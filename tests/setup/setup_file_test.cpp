@@ -155,6 +155,12 @@ TEST(ReadSetup, FindsSectionsInAnyOrderAndPassesOverTheUnknown) {
   EXPECT_EQ(records.IPList[0], "last without an ending");
 }
 
+TEST(ReadSetup, WhatAnEditorHasSavedAsUtf8IsRead) {
+  Records records;
+  EXPECT_TRUE(ReadSetup("\xEF\xBB\xBF\"REM Session info\"\r\n\"K\u00E5re\"\r\n", records));
+  EXPECT_EQ(records.SessionInfo, "K\u00E5re");
+}
+
 TEST(ReadSetup, NumbersAndFlagsMayBeWrittenInOtherWays) {
   Records records;
   ReadSetup(
