@@ -62,6 +62,10 @@ int main(int argc, char** argv) {
   QtLinks links(settings);
   QtFace face;
   Program program({face, clock, settings, [] { std::_Exit(1); }, &links});
+  // The desktop's session ends: what there is to save must be saved when this returns.
+  QObject::connect(
+      &application, &QGuiApplication::commitDataRequest, &application,
+      [&program] { program.startUp.EndAtOnce(); }, Qt::DirectConnection);
   StartOptions options;
   const QStringList setups = parser.positionalArguments();
   if (!setups.isEmpty()) options.setupFile = setups.front().toStdString();

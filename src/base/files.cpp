@@ -191,6 +191,19 @@ std::string ReadWholeFile(const std::string& path) {
   }
 }
 
+std::string ReadBeginning(const std::string& path, std::size_t most) {
+  SystemFile file(path, SystemFile::Use::Read);
+  std::string content(most, '\0');
+  std::size_t have = 0;
+  while (have < most) {
+    const std::size_t count = file.Read(content.data() + have, most - have).value_or(0);
+    if (count == 0) break;
+    have += count;
+  }
+  content.resize(have);
+  return content;
+}
+
 void ReplaceFile(const std::string& path, std::string_view content) {
   ReplaceFile(path, content, path + ".tmp");
 }

@@ -93,6 +93,8 @@ void MakeFolder(const std::string& path);
 void MakeFolders(const std::string& path);
 // PathAccess for a file above 256 MiB, and for what is no file.
 std::string ReadWholeFile(const std::string& path);
+// At most so many bytes from its beginning.
+std::string ReadBeginning(const std::string& path, std::size_t most);
 
 // Replaces a file by writing a temporary one beside it and renaming, so that a reader finds the
 // old content or the new one whole, whatever happens meanwhile. The temporary one is that file with

@@ -14,8 +14,8 @@
 
 namespace fathomline {
 
-// Starts the program and serves it until its main window has been closed. The exit status: 0, or 1
-// where the program could not start; a box has told why.
+// Starts the program and serves it until its main window has been closed, or a signal asks it to
+// end. The exit status: 0, or 1 where the program could not start; a box has told why.
 int RunDesktop(Program& program, const StartOptions& options);
 
 }  // namespace fathomline

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "toolkit/window_places.h"
+
 namespace fathomline {
 namespace {
 
@@ -9,6 +11,22 @@ constexpr const char* kModeQuestion =
     "Are you sure you want to change mode ? All statistics and timeseries wil be reset.";
 
 }  // namespace
+
+// What a reset finds it brings back as it stood. The status of the replay stands in front.
+class SessionControl::Kept {
+ public:
+  explicit Kept(SessionControl& session) : status_{session}, arrangement_(session.desktop_) {}
+
+ private:
+  struct StatusInFront {
+    SessionControl& session;
+    ~StatusInFront() {
+      frmOfflineStatus& status = session.windows_.offlineStatus;
+      if (status.Visible()) session.desktop_.Raise(status);
+    }
+  } status_;
+  KeptArrangement arrangement_;  // goes first
+};
 
 bool SessionControl::MayChangeMode(const MenuItem& modeInForce) {
   if (!modeInForce.Checked()) return true;
@@ -55,9 +73,14 @@ void SessionControl::Press(std::string_view key) {
       {"START", false, [](SessionControl& session) { session.records_.OnlinePaused = false; }},
       {"PAUSE", false, [](SessionControl& session) { session.Pause(); }},
       {"RESET ALL", true, [](SessionControl& session) { session.ResetAll(); }},
-      {"Reset Statistics", true, [](SessionControl& session) { session.ResetStatisticsAll(); }},
+      {"Reset Statistics", true,
+       [](SessionControl& session) {
+         const Kept kept(session);
+         session.ResetStatisticsAll();
+       }},
       {"Reset Graphics", true,
        [](SessionControl& session) {
+         const Kept kept(session);
          session.ResetTimeSeries();
          session.ResetScatter();
        }},
@@ -88,6 +111,7 @@ void SessionControl::ToggleLog() {
 }
 
 void SessionControl::ResetAll() {
+  const Kept kept(*this);
   watch_.Reset();
   ResetNumerics();
   ResetStatisticsAll();

@@ -46,6 +46,8 @@ class SessionControl : public SessionReset {
   void ResetAIS();
 
  private:
+  class Kept;
+
   bool MayChangeMode(const MenuItem& modeInForce);
   bool Sure();
   void Pause();

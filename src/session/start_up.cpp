@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/running_statistics.h"
+#include "base/file_kind.h"
 #include "base/files.h"
 #include "base/system.h"
 #include "setup/setup_file.h"
@@ -48,6 +49,7 @@ StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsS
     records_.OutlierLimit = kOutlierLimitAtStart;
     InitialiseProgram();
     ApplySetup();
+    RestoreOrder(desktop_, settings_);
   };
   mainWindow_.onClosing = [this] { Closing(); };
   mainWindow_.onUnload = [this] { Unloading(); };
@@ -69,7 +71,8 @@ bool StartUp::Start(const StartOptions& options) {
                     records_.ProgramFolder);
     }
     desktop_.Show(mainWindow_);
-    return true;
+    started_ = mainWindow_.Loaded();
+    return started_;
   } catch (const Fault& fault) {
     std::string cause = std::string(kProgramTitle) + " cannot start. " + fault.Description();
     if (options.programFolder.empty() && !settings_.Location().empty()) {
@@ -95,11 +98,12 @@ void StartUp::InitialiseProgram() {
 
 void StartUp::ReadFirstSetup() {
   if (options_.setupFile) {
-    if (FileExists(*options_.setupFile)) {
+    if (!FileExists(*options_.setupFile)) {
+      desktop_.Say("File " + *options_.setupFile + " do not exist.");
+    } else if (IsSetup(*options_.setupFile)) {
       ReadSetup(*options_.setupFile);
       return;
     }
-    desktop_.Say("File " + *options_.setupFile + " do not exist.");
   }
   const std::string path = records_.ProgramFolder + std::string(kSetupFileName);
   if (!FileExists(path) && !FolderExists(path)) {
@@ -110,21 +114,45 @@ void StartUp::ReadFirstSetup() {
   }
 }
 
+bool StartUp::IsSetup(const std::string& path) {
+  std::string cause;
+  ResumeNext([&] {
+    switch (KindOfFile(path)) {
+      case FileKind::Recording:
+        cause =
+            " is a recording, not a setup. To replay it, choose Mode > Offline and select it as "
+            "the input file under Setup > Primary System.";
+        break;
+      case FileKind::Empty:
+        cause = " is empty.";
+        break;
+      case FileKind::Binary:
+        cause = " is not a setup: it is no text.";
+        break;
+      case FileKind::Setup:
+      case FileKind::OtherText:
+        break;
+    }
+  });
+  if (cause.empty()) return true;
+  desktop_.Ask({.text = path + cause, .icon = BoxIcon::Exclamation});
+  return false;
+}
+
 void StartUp::ReadSetup(const std::string& path) {
-  if (ReadSetupFile(path, records_, desktop_) != SetupRead::Faulty) return;
+  if (ReadSetupFile(path, records_, desktop_) == SetupRead::Complete) return;
   // A count beyond the list stays from such a file, and nothing could be saved with it.
   const auto longest = static_cast<std::int16_t>(records_.IPList.size());
   records_.IPListCount = std::min(records_.IPListCount, longest);
-  // Closing the program would overwrite what its user may want to mend.
-  std::error_code noSuchFile;
+  // Closing the program will overwrite the default file with what is in force now. Its user may
+  // want to mend it, or to have it back.
   const std::string written = records_.ProgramFolder + std::string(kSetupFileName);
-  if (!std::filesystem::equivalent(PathOf(path), PathOf(written), noSuchFile)) return;
-  ResumeNext(
-      [&] { KeepFaultySetupFile(written); },
-      [this](const Fault& fault) {
-        desktop_.Ask({.text = "The faulty setup file could not be kept. " + fault.Description(),
-                      .icon = BoxIcon::Exclamation});
-      });
+  if (!FileExists(written) && !FolderExists(written)) return;
+  ResumeNext([&] { KeepSetupFile(written); },
+             [this](const Fault& fault) {
+               desktop_.Ask({.text = "The setup file could not be kept. " + fault.Description(),
+                             .icon = BoxIcon::Exclamation});
+             });
 }
 
 void StartUp::ApplySetup() {
@@ -166,6 +194,7 @@ void StartUp::NewSetup() {
 
 bool StartUp::OpenSetup(const std::string& path) {
   if (!FileExists(path)) return false;
+  if (!IsSetup(path)) return true;
   CloseSetup();
   ReadSetup(path);
   records_.ReloadWindows = true;
@@ -186,9 +215,16 @@ void StartUp::Closing() {
   records_.Closing = true;
 }
 
+void StartUp::EndAtOnce() {
+  desktop_.StopAsking();
+  if (started_) mainWindow_.Close(CloseReason::User);
+  desktop_.Quit();
+}
+
 void StartUp::Unloading() {
   const auto report = [this](const Fault& fault) { desktop_.Report(fault, &mainWindow_); };
   if (records_.LoggingOn) ResumeNext([this] { session_.Press("LOG"); }, report);
+  SaveOrder(desktop_, settings_);
   // The windows that were opened last go first. Closing one may close another.
   const std::vector<Window*> windows(desktop_.Windows().rbegin(), desktop_.Windows().rend());
   for (Window* const window : windows) {

@@ -55,11 +55,18 @@ class StartUp {
 
   // File New and File Open.
   void NewSetup();
-  // False where there is no such file; nothing has changed then.
+  // False where there is no such file; nothing has changed then. Nor has it where the file is no
+  // setup, which a box has told.
   bool OpenSetup(const std::string& path);
+
+  // Ends the program as File Exit does, but asks and tells nothing, whatever else is going on.
+  // Before it has started, nothing is saved.
+  void EndAtOnce();
 
  private:
   void ReadFirstSetup();
+  // Whether the file can be a setup. One that is something else is refused in a box.
+  bool IsSetup(const std::string& path);
   void ReadSetup(const std::string& path);
   void Closing();
   void Unloading();
@@ -76,6 +83,7 @@ class StartUp {
   frmSetup& setupDialog_;
   StartOptions options_;
   FileLock lock_;
+  bool started_ = false;
 };
 
 }  // namespace fathomline

@@ -106,6 +106,7 @@ void OfflineReplay::SetFirstButton(std::string_view key) {
 
 void OfflineReplay::Begin() {
   records_.OfflineRunning = true;
+  statusLoad_ = status_.Loads();
   unreadable_ = false;
   sink_.BeginReplay();
   for (int system = 1; system <= kSystems; ++system) {
@@ -175,7 +176,8 @@ bool OfflineReplay::TakeLine() {
 }
 
 void OfflineReplay::ShowProgress() {
-  if (!files_.IsOpen(kReplayedFile)) return;
+  // A window that has been opened since, with another setup, tells of a run to come.
+  if (!files_.IsOpen(kReplayedFile) || status_.Loads() != statusLoad_) return;
   const LineReader& file = files_.Reader(kReplayedFile);
   status_.ShowProgress(file.Position(), file.Size());
 }

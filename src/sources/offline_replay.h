@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string_view>
 
 #include "base/clock.h"
@@ -58,8 +59,9 @@ class OfflineReplay : public Task {
   LineSink& sink_;
   SessionReset& session_;
   FaultLog& faults_;
-  bool unreadable_ = false;     // file 1 cannot be read; the fault has been logged
-  bool playWhenEnded_ = false;  // PLAY came before a stopped run had ended
+  std::uint64_t statusLoad_ = 0;  // of the status window, when the run began
+  bool unreadable_ = false;       // file 1 cannot be read; the fault has been logged
+  bool playWhenEnded_ = false;    // PLAY came before a stopped run had ended
 };
 
 }  // namespace fathomline

@@ -63,11 +63,12 @@ void Desktop::Load(Window& window) {
 }
 
 void Desktop::Show(Window& window) {
+  const bool stood = window.loaded_;
   Load(window);
   if (!window.loaded_) return;
   window.visible_ = true;
-  window.frontOrder_ = ++frontOrder_;
-  if (window.state_ == WindowState::Minimised) window.SetState(WindowState::Normal);
+  Raise(window);
+  if (stood && window.state_ == WindowState::Minimised) window.SetState(WindowState::Normal);
   if (!window.sized_) {
     window.sized_ = true;
     window.Resize();
@@ -101,6 +102,7 @@ bool Desktop::Close(Window& window, CloseReason reason) {
     }
   } const gone{window};
   window.unloading_ = true;
+  window.closedBy_ = reason;
   window.Unload();
   return true;
 }
@@ -116,22 +118,26 @@ void Desktop::ShowModal(Window& window) {
   RunUntil([&window] { return !window.visible_; });
 }
 
-std::vector<Window*> Desktop::WindowsToArrange() const {
+std::vector<Window*> Desktop::ShownChildren() const {
   std::vector<Window*> windows;
-  for (Window* window : windows_) {
-    if (window->Style() == WindowStyle::Child && window->visible_ &&
-        window->state_ != WindowState::Minimised) {
-      windows.push_back(window);
-    }
+  for (Window* const window : windows_) {
+    if (window->Style() == WindowStyle::Child && window->visible_) windows.push_back(window);
   }
   std::sort(windows.begin(), windows.end(),
             [](const Window* a, const Window* b) { return a->frontOrder_ < b->frontOrder_; });
   return windows;
 }
 
+std::vector<Window*> Desktop::WindowsToArrange() const {
+  std::vector<Window*> windows = ShownChildren();
+  std::erase_if(windows,
+                [](const Window* window) { return window->state_ == WindowState::Minimised; });
+  return windows;
+}
+
 Answer Desktop::Ask(const MessageBox& box) {
   const std::pair<std::string, std::string> key(box.title, box.kind);
-  if (box.canBeSilenced && silenced_.contains(key)) {
+  if (!asks_ || (box.canBeSilenced && silenced_.contains(key))) {
     if (box.buttons == BoxButtons::Ok) return Answer::Ok;
     return box.defaultNo ? Answer::No : Answer::Yes;
   }
@@ -141,6 +147,7 @@ Answer Desktop::Ask(const MessageBox& box) {
 }
 
 std::optional<std::string> Desktop::ChooseFile(const FileQuestion& question) {
+  if (!asks_) return {};
   return face_.ChooseFile(question);
 }
 

@@ -57,6 +57,10 @@ class Desktop : public Dialogs {
   void Hide(Window& window);
   // Asks the window and unloads it. Returns whether it is closed then.
   bool Close(Window& window, CloseReason reason = CloseReason::Program);
+  // Brings it forward, as it is.
+  void Raise(Window& window) { window.frontOrder_ = ++frontOrder_; }
+  // The child windows that are shown, those in front last.
+  std::vector<Window*> ShownChildren() const;
   // Shows it and returns when it has been closed or hidden. Other windows take no input meanwhile.
   void ShowModal(Window& window);
   // The window that alone takes input, if any.
@@ -73,6 +77,8 @@ class Desktop : public Dialogs {
   void Arrange(Arrangement arrangement);
 
   Answer Ask(const MessageBox& box) override;
+  // From now on each box counts as answered with what would go on: Ok, or its default.
+  void StopAsking() { asks_ = false; }
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void Beep() override { face_.Beep(); }
   void CopyText(std::string_view text) { face_.CopyText(text); }
@@ -125,6 +131,7 @@ class Desktop : public Dialogs {
   std::chrono::steady_clock::time_point sliceTime_{};
   std::uint64_t frontOrder_ = 0;
   int turns_ = 0;
+  bool asks_ = true;
   bool quitting_ = false;
 };
 

@@ -6,6 +6,7 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
+#include "toolkit/window_places.h"
 #include "windows/target_texts.h"
 
 namespace fathomline {
@@ -119,7 +120,7 @@ void frmAISExtraInfo::Open(ExtendedTarget target, int left, int top) {
   WindowPlace place = Place();
   place.left = left;
   place.top = top;
-  SetPlace(place);
+  KeepWithin(*this, place);
   ShowAISTargets(target.System, target.Index);
 }
 

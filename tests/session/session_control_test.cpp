@@ -122,7 +122,7 @@ TEST_F(OnlineToolBar, APauseStopsTheFiguresButNotTheLiveViews) {
   EXPECT_EQ(Headings(), 2);
 }
 
-TEST_F(OnlineToolBar, ResetsAskFirstAndReopenWhatIsOpenInTheirOrder) {
+TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
   Receive("HEHDT,10.0,T");
   tbOnline.Click("PAUSE");
   records().ChecksumErrors[1] = 7;
@@ -130,6 +130,17 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndReopenWhatIsOpenInTheirOrder) {
                               ViewKind::Scatter, ViewKind::TimeSeries}) {
     program->windows.OpenView(kind, 1);
   }
+  // As its user has it: one maximised, one minimised, one very small, one in front, one hidden.
+  Window& sky = program->charts.SkyplotOf(1);
+  Window& list = *program->aisTargetsWindows[1];
+  Window& hidden = program->charts.TimeSeriesOf(1, SentenceType::HDT);
+  program->statisticsWindows[1]->UserState(WindowState::Maximised);
+  sky.UserState(WindowState::Minimised);
+  list.UserPlace({150, 300, 2700, 1500});
+  hidden.UserClose();
+  program->numericsWindows[1]->Show();
+  const std::vector<std::string> before = Views();
+  EXPECT_EQ(before.back(), "frmNumerics-1");
   for (const char* key : {"RESET ALL", "Reset Statistics", "Reset Graphics"}) {
     face.ExpectBox("Are you sure ?", Answer::No);
     tbOnline.Click(key);
@@ -140,13 +151,24 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndReopenWhatIsOpenInTheirOrder) {
   EXPECT_EQ(Headings(), 0);
   face.ExpectBox("Are you sure ?", Answer::Yes);
   tbOnline.Click("RESET ALL");
-  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1", "frmStatistics-1", "frmStatisticsSNR-1",
-                                   "frmTimeSeriesGSV-1", "frmTimeSeriesHDT-1", "frmScatter-1",
-                                   "frmSkyplot-1", "frmARPATargets-1", "frmAISTargets-1"));
+  EXPECT_EQ(Views(), before);
+  EXPECT_EQ(program->statisticsWindows[1]->State(), WindowState::Maximised);
+  EXPECT_EQ(sky.State(), WindowState::Minimised);
+  EXPECT_EQ(list.Place(), (WindowPlace{150, 300, 2700, 1500}));
+  EXPECT_TRUE(hidden.Loaded());
   EXPECT_EQ(HeadingShown(), "           n/a");
   EXPECT_TRUE(Flags(1)[WindowFlag::Statistics]);
   EXPECT_TRUE(records().OnlinePaused);
   EXPECT_EQ(records().ChecksumErrors[1], 7);
+}
+
+TEST_F(ModeChange, TheStatusOfTheReplayStandsInFrontBehindAReset) {
+  StartIn(kOffline);
+  program->OpenView(ViewKind::Numerics, 1);
+  records().CommSetups[1].OfflineFile = folder.Write("a.log", "");
+  mainWindow().tbOffline.Click("PLAY");
+  EXPECT_GT(program->offlineStatus.FrontOrder(), program->numericsWindows[1]->FrontOrder());
+  RunToTheEnd();
 }
 
 TEST_F(OnlineToolBar, LogShowsOnButtonAndPanel) {

@@ -1,4 +1,6 @@
+#include <csignal>
 #include <gmock/gmock.h>
+#include <map>
 
 #include "session/run_desktop.h"
 #include "support/sentences.h"
@@ -76,17 +78,32 @@ TEST_F(Starting, ARestartRestoresWindowsAndPlaces) {
   ASSERT_TRUE(Start());
   program->windows.OpenView(ViewKind::Numerics, 1);
   program->windows.OpenView(ViewKind::NMEA, 1);
-  program->windows.numerics[1]->UserPlace({300, 450, 6000, 4500});
+  program->windows.OpenView(ViewKind::Statistics, 1);
+  program->windows.OpenView(ViewKind::AISTargets, 1);
+  program->windows.numerics[1]->UserPlace({20000, 450, 6000, 4500});
+  program->windows.statistics[1]->UserState(WindowState::Minimised);
+  program->windows.aisTargets[1]->UserState(WindowState::Maximised);
+  program->windows.numerics[1]->Show();
   mainWindow().UserPlace({75, 90, 15000, 12000});
+  mainWindow().UserState(WindowState::Maximised);
   mainWindow().mnuFileExit.Click();
   EXPECT_TRUE(program->desktop.Quitting());
   EXPECT_TRUE(records().Closing);
   EXPECT_FALSE(program->windows.numerics[1]->Loaded());
 
   ASSERT_TRUE(Start());
-  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1")) << "the monitor is never stored as open";
-  EXPECT_EQ(program->windows.numerics[1]->Place(), (WindowPlace{300, 450, 6000, 4500}));
+  EXPECT_THAT(Views(), ElementsAre("frmStatistics-1", "frmAISTargets-1", "frmNumerics-1"))
+      << "in their order; the monitor is never stored as open";
+  EXPECT_EQ(program->windows.numerics[1]->Place(), (WindowPlace{20000, 450, 6000, 4500}))
+      << "beyond the place that the main window goes back to, but not beyond its room";
+  EXPECT_EQ(program->windows.statistics[1]->State(), WindowState::Minimised);
+  EXPECT_EQ(program->windows.aisTargets[1]->State(), WindowState::Maximised);
   EXPECT_EQ(mainWindow().Place(), (WindowPlace{75, 90, 15000, 12000}));
+  EXPECT_EQ(mainWindow().State(), WindowState::Maximised);
+  // Opened by its user, a window is to be seen, however it was left.
+  program->windows.statistics[1]->Close(CloseReason::User);
+  program->windows.statistics[1]->Show();
+  EXPECT_EQ(program->windows.statistics[1]->State(), WindowState::Normal);
 }
 
 TEST_F(Starting, AViewOutsideTheMainWindowIsBroughtBack) {
@@ -124,8 +141,8 @@ TEST_F(Starting, WhatKeepsTheProgramFromStartingIsTold) {
   EXPECT_THAT(face.Boxes().back().text, HasSubstr(folder / "file/x"));
 }
 
-// However it was opened: the program writes it anew when it ends.
-TEST_F(Starting, AFaultyDefaultSetupFileIsKept) {
+// Whichever file was read: the program writes the default one anew when it ends.
+TEST_F(Starting, TheDefaultSetupFileIsKeptWhereOneCouldNotBeRead) {
   const std::string bytes = "\"REM Mode\"\r\n\"OFFLINE\"\r\n\"REM IP List\"\r\n11\r\n";
   const std::string path = folder.Write("Fathomline.ini", bytes);
   const std::string kept = folder.Write("Fathomline.ini.bak", "an older one");
@@ -141,12 +158,12 @@ TEST_F(Starting, AFaultyDefaultSetupFileIsKept) {
 
   RenameFile(kept, folder / "old");
   for (const std::string& name : {folder.Write("other.ini", bytes), path}) {
-    EXPECT_FALSE(FileExists(kept)) << "no other file is kept";
     face.ExpectFile(name);
     face.Expect({});
     mainWindow().mnuFileOpen.Click();
+    EXPECT_EQ(ReadWholeFile(kept), bytes);
+    RenameFile(kept, folder / "old");
   }
-  EXPECT_EQ(ReadWholeFile(kept), bytes);
   mainWindow().UserClose();
   EXPECT_NE(ReadWholeFile(path), bytes) << "what is in force can be saved";
 }
@@ -171,7 +188,7 @@ TEST_F(Starting, WhatIsNoSetupFileIsToldAndMovedAway) {
   folder.Write("Fathomline.ini.bak/inside", "");
   folder.Write("Fathomline.ini", std::string("\0\xff\"", 3));
   startsWithBoxes(2);
-  EXPECT_THAT(face.Boxes().back().text, StartsWith("The faulty setup file could not be kept. "));
+  EXPECT_THAT(face.Boxes().back().text, StartsWith("The setup file could not be kept. "));
 }
 
 TEST_F(Starting, TheSetupGivenAsArgumentIsOpened) {
@@ -185,6 +202,28 @@ TEST_F(Starting, TheSetupGivenAsArgumentIsOpened) {
   face.ExpectBox("File nowhere.ini do not exist.");
   ASSERT_TRUE(Start({.setupFile = "nowhere.ini"}));
   EXPECT_EQ(records().CommSetups[1].Name, "Bridge");
+}
+
+TEST_F(Starting, WhatIsNoSetupIsRefusedAndChangesNothing) {
+  Prepare([](Records& records) { records.Mode = kOffline; });
+  for (const auto& [bytes, cause] : std::map<std::string, std::string>{
+           {Sentence("HEHDT,10.5,T") + "\r\n", " is a recording, not a setup."},
+           {"\r\n", " is empty."},
+           {std::string("\x7F"
+                        "ELF\0\0\0",
+                        7),
+            " is not a setup: it is no text."}}) {
+    const std::string path = folder.Write("boat.log", bytes);
+    face.ExpectBox("");
+    ASSERT_TRUE(Start({.setupFile = path}));
+    EXPECT_THAT(face.Boxes().back().text, StartsWith(path + cause));
+    face.ExpectFile(path);
+    face.ExpectBox("");
+    mainWindow().mnuFileOpen.Click();
+    EXPECT_EQ(records().CommSetups[1].Name, "Bridge");
+    mainWindow().UserClose();
+    EXPECT_THAT(ReadWholeFile(folder / kSetupFileName), HasSubstr("\"Bridge\""));
+  }
 }
 
 TEST_F(Starting, RunDesktopServesUntilTheMainWindowIsClosed) {
@@ -206,6 +245,40 @@ TEST_F(Ending, StopsTheLogAndSavesThePlaceUnlessTheProgramCloses) {
   EXPECT_FALSE(records().LoggingOn);
   EXPECT_FALSE(settings.Get("Settings", "MainWidth").has_value());
   EXPECT_TRUE(program->desktop.Quitting());
+}
+
+// Whatever stands in the way: a box, a log that is open, an empty place of the last session.
+TEST_F(Ending, ASignalEndsTheProgramWithoutAQuestion) {
+  for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+    Prepare([](Records& records) { records.CommSetups[1].UseUDP = true; });
+    Program desktopProgram({face, clock, settings, [] {}, &links});
+    const auto act = [&] {
+      face.ExpectBox("");
+      desktopProgram.mainWindow.tbOnline.Click("LOG");
+      desktopProgram.records.SessionInfo = "noted";
+      face.Expect({.text = {}, .meanwhile = [&] {
+                     std::raise(signal);
+                     face.Turn();
+                   }});
+      desktopProgram.mainWindow.mnuFileMRU.Click();
+    };
+    face.WhileWaiting(act);
+    EXPECT_EQ(RunDesktop(desktopProgram, {.programFolder = folder.Path()}), 0);
+    EXPECT_FALSE(desktopProgram.records.LoggingOn || desktopProgram.mainWindow.Loaded());
+    EXPECT_THAT(ReadWholeFile(folder / kSetupFileName), HasSubstr("\"noted\""));
+    EXPECT_EQ(settings.GetNumber("Settings", "MainWidth", 0), 13000);
+  }
+}
+
+TEST_F(Ending, ASignalDuringTheStartSavesNothing) {
+  const std::string path = folder.Write(kSetupFileName, "\"REM Base data\"\r\n\"no number\"");
+  Program desktopProgram({face, clock, settings, [] {}, &links});
+  face.Expect({.text = {}, .meanwhile = [&] {
+                 std::raise(SIGTERM);
+                 face.Turn();
+               }});
+  RunDesktop(desktopProgram, {.programFolder = folder.Path()});
+  EXPECT_EQ(ReadWholeFile(path), "\"REM Base data\"\r\n\"no number\"");
 }
 
 TEST_F(Ending, ASetupThatCannotBeSavedDoesNotHoldTheProgram) {

@@ -179,6 +179,19 @@ TEST_F(OfflineReplayTest, GoesOnWhileStopAsksAndEndsWhenAnotherStopsIt) {
   EXPECT_EQ(Count(), 0);
 }
 
+TEST_F(OfflineReplayTest, AnotherSetupBeginsWithAStatusOfItsOwn) {
+  Record(Speed("5.0") + Speed("6.0"));
+  Press("Step");
+  Deliver();
+  face.ExpectFile(
+      folder.Write("other.ini", SetupOf([](Records& other) { other.Mode = kOffline; })));
+  mainWindow().mnuFileOpen.Click();
+  RunToTheEnd();
+  EXPECT_EQ(Count(), 0);
+  EXPECT_EQ(Status(), "not started");
+  EXPECT_EQ(status.prgRead.Share(), 0);
+}
+
 TEST_F(OfflineReplayTest, ReadsLinesAsTheyStand) {
   // A CR before the LF is the line's end; one within the line stays and is a wrong checksum.
   Record(Sentence("GPVTG,9.5,T,,M,5.0,N,,K") + "\r\n" + Sentence("GPVTG,9.5,T,,M,6.0,N,,K") +

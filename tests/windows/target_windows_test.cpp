@@ -130,12 +130,15 @@ TEST_F(TargetWindows, TheExtendedWindowShowsAndFollowsOneStation) {
   test.Analyse({"VDM"});
   SetTime(9, 0, 0);
   list.Show();
+  test.program.desktop.SetChildArea({20000, 13000});
   list.SetPlace({1000, 2000, 12000, 7000});
   Feed(Report(2573500, -127).Put(39, 42, 5).Put(61, 61, 1));
   grid.ClickRow(1, 300, 40);
   EXPECT_EQ(extra.AISExtendedTarget(), (ExtendedTarget{1, 1}));
   EXPECT_EQ(extra.Place().left, 1300);
   EXPECT_EQ(extra.Place().top, 6000);
+  grid.ClickRow(1, 9000, 40);
+  EXPECT_EQ(extra.Place().left + extra.Place().width, 20000) << "it stays within the room";
   extra.Refresh();
   EXPECT_EQ(extra.Caption(), "AIS Extended Info - MMSI :2573500");
   const auto values = [&](int number) {
