@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
   // The desktop's session ends: what there is to save must be saved when this returns.
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &application,
-      [&program] { program.startUp.EndAtOnce(); }, Qt::DirectConnection);
+      [&program] { program.session.startUp.EndAtOnce(); }, Qt::DirectConnection);
   StartOptions options;
   const QStringList setups = parser.positionalArguments();
   if (!setups.isEmpty()) options.setupFile = setups.front().toStdString();

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "base/files.h"
+#include "base/system.h"
 #include "base/text.h"
 
 namespace fathomline {

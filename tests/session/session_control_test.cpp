@@ -131,14 +131,14 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
     program->windows.OpenView(kind, 1);
   }
   // As its user has it: one maximised, one minimised, one very small, one in front, one hidden.
-  Window& sky = program->charts.SkyplotOf(1);
-  Window& list = *program->aisTargetsWindows[1];
-  Window& hidden = program->charts.TimeSeriesOf(1, SentenceType::HDT);
-  program->statisticsWindows[1]->UserState(WindowState::Maximised);
+  Window& sky = program->windows.charts.SkyplotOf(1);
+  Window& list = *program->windows.aisTargets[1];
+  Window& hidden = program->windows.charts.TimeSeriesOf(1, SentenceType::HDT);
+  program->windows.statistics[1]->UserState(WindowState::Maximised);
   sky.UserState(WindowState::Minimised);
   list.UserPlace({150, 300, 2700, 1500});
   hidden.UserClose();
-  program->numericsWindows[1]->Show();
+  program->windows.numerics[1]->Show();
   const std::vector<std::string> before = Views();
   EXPECT_EQ(before.back(), "frmNumerics-1");
   for (const char* key : {"RESET ALL", "Reset Statistics", "Reset Graphics"}) {
@@ -152,7 +152,7 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
   face.ExpectBox("Are you sure ?", Answer::Yes);
   tbOnline.Click("RESET ALL");
   EXPECT_EQ(Views(), before);
-  EXPECT_EQ(program->statisticsWindows[1]->State(), WindowState::Maximised);
+  EXPECT_EQ(program->windows.statistics[1]->State(), WindowState::Maximised);
   EXPECT_EQ(sky.State(), WindowState::Minimised);
   EXPECT_EQ(list.Place(), (WindowPlace{150, 300, 2700, 1500}));
   EXPECT_TRUE(hidden.Loaded());
@@ -164,10 +164,11 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
 
 TEST_F(ModeChange, TheStatusOfTheReplayStandsInFrontBehindAReset) {
   StartIn(kOffline);
-  program->OpenView(ViewKind::Numerics, 1);
+  program->windows.OpenView(ViewKind::Numerics, 1);
   records().CommSetups[1].OfflineFile = folder.Write("a.log", "");
   mainWindow().tbOffline.Click("PLAY");
-  EXPECT_GT(program->offlineStatus.FrontOrder(), program->numericsWindows[1]->FrontOrder());
+  EXPECT_GT(program->windows.offlineStatus.FrontOrder(),
+            program->windows.numerics[1]->FrontOrder());
   RunToTheEnd();
 }
 

@@ -254,17 +254,17 @@ TEST_F(Ending, ASignalEndsTheProgramWithoutAQuestion) {
     Program desktopProgram({face, clock, settings, [] {}, &links});
     const auto act = [&] {
       face.ExpectBox("");
-      desktopProgram.mainWindow.tbOnline.Click("LOG");
-      desktopProgram.records.SessionInfo = "noted";
+      desktopProgram.windows.main.tbOnline.Click("LOG");
+      desktopProgram.engine.records.SessionInfo = "noted";
       face.Expect({.text = {}, .meanwhile = [&] {
                      std::raise(signal);
                      face.Turn();
                    }});
-      desktopProgram.mainWindow.mnuFileMRU.Click();
+      desktopProgram.windows.main.mnuFileMRU.Click();
     };
     face.WhileWaiting(act);
     EXPECT_EQ(RunDesktop(desktopProgram, {.programFolder = folder.Path()}), 0);
-    EXPECT_FALSE(desktopProgram.records.LoggingOn || desktopProgram.mainWindow.Loaded());
+    EXPECT_FALSE(desktopProgram.engine.records.LoggingOn || desktopProgram.windows.main.Loaded());
     EXPECT_THAT(ReadWholeFile(folder / kSetupFileName), HasSubstr("\"noted\""));
     EXPECT_EQ(settings.GetNumber("Settings", "MainWidth", 0), 13000);
   }

@@ -233,13 +233,13 @@ TEST_F(SessionOnTheDesktop, ViewsStandInTheMainWindowWhateverHappensAtTheStart) 
     box->accept();
   });
   user.start(10);
-  EXPECT_TRUE(program().startUp.Start({.programFolder = folder.Path()}));
+  EXPECT_TRUE(program().session.startUp.Start({.programFolder = folder.Path()}));
   Draw();
   EXPECT_EQ(looks, 20);
   EXPECT_TRUE(Main()->isVisible());
   for (int system = 1; system <= kSystems; ++system) {
     auto* const view =
-        qobject_cast<QMdiSubWindow*>(face().HostOf(*program().statisticsWindows[system]));
+        qobject_cast<QMdiSubWindow*>(face().HostOf(*program().windows.statistics[system]));
     ASSERT_NE(view, nullptr) << system;
     EXPECT_EQ(view->mdiArea(), face().ChildArea());
   }
