@@ -10,6 +10,7 @@
 #include "toolkit/chart.h"
 #include "toolkit/choices.h"
 #include "toolkit/grid.h"
+#include "toolkit/long_list.h"
 #include "toolkit/picture.h"
 #include "toolkit/window.h"
 
@@ -94,6 +95,11 @@ WordList WordsOf(const Control& control) {
       for (int i = 1; i <= bar.Panels(); ++i) words.push_back(bar.PanelText(i));
       break;
     }
+    case ControlKind::LongList:
+      for (const LongList::Column& column : static_cast<const LongList&>(control).Columns()) {
+        words.push_back(column.head);
+      }
+      break;
     case ControlKind::Picture:
       for (const Shape& shape : static_cast<const Picture&>(control).Persistent()) {
         if (shape.kind == ShapeKind::Text) words.push_back(shape.text);
