@@ -61,7 +61,7 @@ TEST_F(WatchWindows, SourcesTellStateAndReasonAndOpenALinkAgain) {
   }
   Send(1, "$HEHDT,1.0,T*00");
   Second();
-  EXPECT_EQ(MarkOfSystem(1), "● 1 alive 1 s");
+  EXPECT_EQ(MarkOfSystem(1), "● 1 alive 0 s");
   EXPECT_EQ(MarkOfSystem(2), "hidden");
   EXPECT_EQ(MarkOfSystem(3), "▲ 3 late") << "open for twenty seconds without a line";
 
@@ -70,14 +70,14 @@ TEST_F(WatchWindows, SourcesTellStateAndReasonAndOpenALinkAgain) {
   ASSERT_TRUE(sources.Visible());
   sources.Refresh();
   EXPECT_THAT(Row(sources.fgSources, 1),
-              ElementsAre("● alive", "1 - Bridge", "TCP", "10.1.2.3:8041", "connected", "2.0",
+              ElementsAre("● alive", "1 - Bridge", "TCP", "10.1.2.3:8041", "connected", "1.7",
                           "1.0 s ago", "1"));
   EXPECT_THAT(Row(sources.fgSources, 2), ElementsAre("▲ late", "3", "TCP", "10.1.2.3:8043",
                                                      "connected", "0.0", "", "not tested"));
   EXPECT_THAT(Row(sources.fgSentences, 1),
-              ElementsAre("● alive", "1", "GP", "ZDA", "1.0", "2.0 s", "20"));
+              ElementsAre("● alive", "1", "GP", "ZDA", "1.00", "2.0 s", "20"));
   EXPECT_THAT(Row(sources.fgSentences, 2),
-              ElementsAre("● alive", "1", "HE", "HDT", "1.0", "1.0 s", "21"));
+              ElementsAre("● alive", "1", "HE", "HDT", "1.00", "1.0 s", "21"));
   EXPECT_EQ(sources.fgSentences.Rows(), 3);
 
   // The link goes, with the box that is told; by hand it comes back, and nothing is forgotten.

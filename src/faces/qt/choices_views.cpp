@@ -6,8 +6,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRadioButton>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "faces/qt/conversions.h"
 
@@ -18,7 +20,8 @@ constexpr int kLeastContentsLength = 8;
 constexpr int kLeastTypedLength = 15;
 constexpr int kMostVisibleEntries = 20;
 constexpr int kListRows = 8;
-constexpr int kListWidth = 140;
+constexpr int kListWidth = 72;
+constexpr int kListMargin = 8;
 
 QStringList Entries(const Choices& choices) {
   QStringList entries;
@@ -76,8 +79,22 @@ void ComboView::Update() {
   }
 }
 
+namespace {
+
+// As wide as its entries, however few or many stand beside it.
+class EntryList : public QListWidget {
+ public:
+  QSize sizeHint() const override {
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = sizeHintForColumn(0) + bar + 4 * frameWidth() + kListMargin;
+    return {std::max(width, kListWidth), QListWidget::sizeHint().height()};
+  }
+};
+
+}  // namespace
+
 ListView::ListView(ViewContext& context, Choices& choices)
-    : ControlView(context, choices), choices_(choices), list_(new QListWidget) {
+    : ControlView(context, choices), choices_(choices), list_(new EntryList) {
   const int row = list_->fontMetrics().height() + 2;
   list_->setMinimumSize(kListWidth, row * kListRows / 2);
   SetWidget(list_);
@@ -97,6 +114,7 @@ void ListView::Update() {
   if (!same) {
     list_->clear();
     list_->addItems(entries);
+    list_->updateGeometry();
   }
   if (SelectedRow(*list_) != choices_.Choice()) list_->setCurrentRow(choices_.Choice());
 }

@@ -73,12 +73,9 @@ class Builder {
     if (context_.window->Style() != WindowStyle::Dialog) return false;
     if (layout.ShownKind() != Layout::Kind::Column || layout.Children().size() < 2) return false;
     const Layout& last = layout.Children().back();
-    return last.ShownKind() == Layout::Kind::Row &&
-           std::all_of(last.Children().begin(), last.Children().end(), [](const Layout& child) {
-             return child.ShownKind() == Layout::Kind::Space ||
-                    (child.ShownKind() == Layout::Kind::Item &&
-                     child.Shown()->Kind() == ControlKind::Button);
-           });
+    return last.ShownKind() == Layout::Kind::Row && !last.Children().empty() &&
+           last.Children().back().ShownKind() == Layout::Kind::Item &&
+           last.Children().back().Shown()->Kind() == ControlKind::Button;
   }
 
   QWidget* MakeFoot(const Layout& buttons) {

@@ -73,7 +73,8 @@ TEST_F(ControlViews, ALineOfReceivedTextChangesNothingAroundIt) {
   window.SetContent(Layout::Column({Layout::Row({Layout::Words("Received :"), line}), below}));
   Show();
   const auto places = [&] {
-    return std::vector<QRect>{face.HostOf(window)->geometry(), face.WidgetOf(line)->geometry(),
+    return std::vector<QRect>{{{}, face.HostOf(window)->size()},
+                              face.WidgetOf(line)->geometry(),
                               face.WidgetOf(below)->geometry()};
   };
   const auto before = places();
