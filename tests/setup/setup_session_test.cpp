@@ -1,4 +1,4 @@
-// The dialog within the whole program, from an empty folder to figures.
+// The dialog within the whole program, up to figures.
 #include <gtest/gtest.h>
 #include <string>
 
@@ -47,75 +47,6 @@ class SetupInSession : public testing::Test {
 
   Session session;
 };
-
-TEST_F(SetupInSession, ASerialSystemRunsAndComesBack) {
-  OpenDialog();
-  Dialog().chkEnabled.Click();
-  Dialog().SentenceBox(SentenceType::GGA).Click();
-  Dialog().cmbComPort.UserChoose(0);
-  Dialog().cmbBaudRate.UserChoose(3);
-  Ok();
-  HeadlessSerialLink& port = session.links.MSComm1(6);
-  EXPECT_TRUE(port.PortOpen());
-  EXPECT_EQ(port.Settings(), "9600,n,8,1");
-  EXPECT_EQ(session.mainWindow().mnuSetupPrimarySystem.Text(),
-            "&Primary System         - SYSTEM 1");
-  EXPECT_TRUE(session.mainWindow().sbStatusBar.PanelVisible(4));
-  ExpectFigures(port);
-  // Its own port is no obstacle, and another setup begins the figures anew.
-  OpenDialog();
-  EXPECT_EQ(Dialog().cmbComPort.Text(), "COM6 - current");
-  Ok();
-  EXPECT_TRUE(port.PortOpen());
-  ExpectFigures(port);
-  ASSERT_TRUE(session.Start());
-  ExpectFigures(port);
-}
-
-TEST_F(SetupInSession, NetworkSystemsRunAndComeBack) {
-  OpenDialog();
-  Dialog().chkEnabled.Click();
-  Dialog().SentenceBox(SentenceType::GGA).Click();
-  Dialog().optCom.UserChoose(1);
-  Dialog().cmbIP.UserText("10.0.0.7");
-  Dialog().txtPort.UserText("4001");
-  Ok();
-  EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Connected);
-  ExpectFigures(session.links.Winsock1(1));
-  ASSERT_TRUE(session.Start());
-  EXPECT_EQ(session.links.Winsock1(1).RemoteHost(), "10.0.0.7");
-  EXPECT_EQ(session.links.Winsock1(1).RemotePort(), 4001);
-
-  OpenDialog();
-  Dialog().optCom.UserChoose(2);
-  Dialog().txtUDP_port.UserText("10110");
-  Ok();
-  EXPECT_EQ(session.links.Winsock1(1).State(), LinkState::Closed);
-  EXPECT_EQ(session.links.WinsockUDP(1).BoundPort(), 10110);
-  ASSERT_TRUE(session.Start());
-  ExpectFigures(session.links.WinsockUDP(1));
-}
-
-TEST_F(SetupInSession, AFileRunsAndComesBack) {
-  const std::string file = session.folder.Write("voyage.log", Line() + Line());
-  session.face.ExpectBox(kModeQuestion, Answer::Yes);
-  session.mainWindow().mnuModeOffline.Click();
-  OpenDialog();
-  session.face.ExpectFile(file);
-  Dialog().cmdSelectFile.Click();
-  Dialog().chkEnabled.Click();
-  Dialog().SentenceBox(SentenceType::GGA).Click();
-  Ok();
-  EXPECT_EQ(session.program->windows.offlineStatus.lblFileName.Text(), file);
-  for (const bool again : {false, true}) {
-    if (again) {
-      ASSERT_TRUE(session.Start());
-    }
-    session.mainWindow().tbOffline.Click("PLAY");
-    session.face.Advance(std::chrono::seconds(2));
-    EXPECT_EQ(Figure(0).Count, 2);
-  }
-}
 
 // By the flat reduction, 0.001 minutes to the north are 1.8475 metres at that latitude.
 TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {

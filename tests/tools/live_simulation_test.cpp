@@ -99,28 +99,6 @@ TEST_F(LiveSimulation, WhoReadsTooSlowlyIsDroppedAndHoldsUpNobody) {
   EXPECT_LT(cut.size(), heard.size());
 }
 
-TEST_F(LiveSimulation, GoesByTheClock) {
-  constexpr double kSpeed = 40.0;
-  const int port = StartTcp(4.0, kSpeed);
-  const Socket client = Open(SOCK_STREAM, port, true);
-  std::string text;
-  // Before anybody listens nothing happens; that is the start from the outside.
-  const auto start = std::chrono::steady_clock::now();
-  bool early = false;
-  StepUntil([&] {
-    Take(client, text);
-    const auto lines = std::count(text.begin(), text.end(), '\n');
-    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
-    // 40 lines a simulated second, and those of the first moment.
-    if (static_cast<double>(lines) > passed.count() * kSpeed * 40.0 + 2.0) early = true;
-    return false;
-  });
-  server_.reset();
-  Take(client, text);
-  EXPECT_FALSE(early);
-  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 160);
-}
-
 TEST_F(LiveSimulation, SignalsEndIt) {
   for (const int signal : {SIGINT, SIGTERM}) {
     const int port = StartTcp(600.0, 1.0);

@@ -90,13 +90,5 @@ TEST(SimulateCommandLine, WritesLinesAndTruth) {
   EXPECT_EQ(fixes, 20U);
 }
 
-TEST(SimulateCommandLine, HelpNamesEveryScenario) {
-  const Outcome help = Simulate({"--help"});
-  EXPECT_EQ(help.status, 0);
-  for (const Scenario& scenario : Scenarios()) {
-    EXPECT_THAT(help.out, HasSubstr(std::string(scenario.name)));
-  }
-}
-
 }  // namespace
 }  // namespace fathomline::simulator

@@ -103,15 +103,4 @@ inline double Angle(const std::string& bits, std::size_t first, std::size_t last
   return static_cast<double>(Signed(bits, first, last)) / 600'000.0;
 }
 
-// Six-bit text up to its first "@".
-inline std::string SixBitText(const std::string& bits, std::size_t first, std::size_t last) {
-  std::string text;
-  for (std::size_t i = first; i + 5 <= last; i += 6) {
-    const auto value = static_cast<int>(Unsigned(bits, i, i + 5));
-    if (value == 0) break;
-    text += static_cast<char>(value < 32 ? value + 64 : value);
-  }
-  return text;
-}
-
 }  // namespace fathomline::simulator

@@ -11,21 +11,6 @@
 namespace fathomline::simulator {
 namespace {
 
-TEST(PortableMath, AgreesWithTheLibrary) {
-  for (int i = -140; i <= 140; ++i) {
-    const double degrees = 7.3 * i;
-    const double radians = degrees * std::numbers::pi / 180.0;
-    const SineCosine both = SineCosineOfDegrees(degrees);
-    EXPECT_NEAR(both.sine, std::sin(radians), 1e-14);
-    EXPECT_NEAR(both.cosine, std::cos(radians), 1e-14);
-    EXPECT_NEAR(DirectionDegrees(both.sine, both.cosine), std::remainder(degrees, 360.0), 1e-12);
-    const double exponent = 0.3 * i;
-    EXPECT_NEAR(Exponential(exponent) / std::exp(exponent), 1.0, 1e-14);
-    EXPECT_NEAR(Logarithm(std::exp(exponent)), exponent, 1e-14 * (1.0 + std::fabs(exponent)));
-  }
-  EXPECT_EQ(FullCircle(-1e-18), 0.0);
-}
-
 TEST(SentenceWriting, RoundsAndCarries) {
   LineBatch batch;
   SentenceWriter writer(batch, true);

@@ -85,15 +85,6 @@ TEST(SimulatedSession, RatesAreKept) {
   EXPECT_EQ(UsualRate(*options.scenario, VDM, 10.0), 1.0);
 }
 
-TEST(SimulatedSession, SentencesDoNotDisturbEachOther) {
-  const std::string alone = Recording(OptionsOf("voyage", 200.0, {{GGA, 1.0}}));
-  std::string picked;
-  for (const std::string& line : Split(Recording(OptionsOf("voyage", 200.0)), '\n')) {
-    if (!line.empty() && KindOf(line) == "GGA") picked += line + '\n';
-  }
-  EXPECT_EQ(picked, alone);
-}
-
 TEST(SimulatedSession, OutagesAndCorrectionsShowInEverySentence) {
   Simulator simulator(OptionsOf(
       "voyage", 10'000.0,

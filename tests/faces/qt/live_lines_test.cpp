@@ -22,20 +22,14 @@ namespace fathomline {
 namespace {
 
 using testing::ElementsAre;
-using testing::StartsWith;
 
 constexpr int kTcp = 1;
 constexpr int kUdp = 2;
 constexpr int kSerial = 3;
-constexpr int kRefused = 4;
 constexpr int kPort = 5;
 
-// 15 bytes each, so that two of them are one event of a serial port.
 const std::string kFirst = Sentence("HEHDT,1,T") + "\r\n";
-const std::string kSecond = Sentence("HEHDT,2,T") + "\r\n";
-const std::string kThird = Sentence("HEHDT,3,T") + "\r\n";
-const std::string kHead = kSecond.substr(0, 8);
-const std::string kTail = kSecond.substr(8);
+const std::string kHead = kFirst.substr(0, 8);
 
 class LiveLines : public testing::Test, public LineListener {
  public:
@@ -54,8 +48,6 @@ class LiveLines : public testing::Test, public LineListener {
   std::string device;
   int lines = 0;
   std::vector<std::string> boxes;
-  // A box is answered as soon as this holds.
-  std::function<bool()> mayAnswer = [] { return true; };
   QTimer clicker;
 
   void LineDone() override { ++lines; }
@@ -83,13 +75,13 @@ class LiveLines : public testing::Test, public LineListener {
 
   void AnswerBox() {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr || !mayAnswer()) return;
+    if (box == nullptr) return;
     boxes.push_back(FromQt(box->text()));
     QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
   }
 
-  // Starts with the three sources open, and with what the test adds to them.
-  void Start(const std::function<void(Records&)>& add = [](Records&) {}) {
+  // Starts with the three sources open.
+  void Start() {
     Records records;
     records.SetDefaultSetup();
     for (const int system : {kTcp, kUdp, kSerial}) {
@@ -105,7 +97,6 @@ class LiveLines : public testing::Test, public LineListener {
     records.CommSetups[kSerial].Name = "Gyro";
     records.CommSetups[kSerial].ComPort = kPort;
     records.Comport(kPort).System = kSerial;
-    add(records);
     folder.Write(kSetupFileName, WriteSetup(records));
     ASSERT_TRUE(program.session.startUp.Start({.programFolder = folder.Path()}));
     PumpUntil([&] {
@@ -153,96 +144,6 @@ TEST_F(LiveLines, AWholeLineOfEachSourceReachesItsSystem) {
     EXPECT_EQ(BadLines(system), 0);
   }
   EXPECT_TRUE(boxes.empty());
-}
-
-TEST_F(LiveLines, ASocketTakesAllLinesOfAReadAndForgetsTheHeadOfTheNext) {
-  Start();
-  for (const int system : {kTcp, kUdp}) {
-    SCOPED_TRACE(system);
-    lines = 0;
-    Send(system, kFirst + kThird + kHead);
-    PumpUntil([&] { return lines == 2; });
-    EXPECT_EQ(Headings(system), 2);
-    EXPECT_EQ(BadLines(system), 0);
-    Send(system, kTail + kThird);
-    PumpUntil([&] { return lines == 4; });
-    EXPECT_EQ(Headings(system), 3);
-    EXPECT_EQ(BadLines(system), 1);
-  }
-}
-
-TEST_F(LiveLines, ASerialPortJoinsALineAndGivesOneAnEvent) {
-  Start();
-  Send(kSerial, kHead);
-  PumpUntil([&] { return Waiting() == kHead; });
-  EXPECT_EQ(lines, 0);
-  Send(kSerial, kTail);
-  PumpUntil([&] { return lines == 1; });
-  EXPECT_EQ(Headings(kSerial), 1);
-  EXPECT_EQ(Waiting(), "");
-
-  Send(kSerial, kFirst + kSecond);
-  PumpUntil([&] { return lines == 2; });
-  for (int turn = 0; turn < 10; ++turn) face.Turn();
-  EXPECT_EQ(lines, 2);
-  EXPECT_EQ(Waiting(), kSecond);
-  Send(kSerial, kThird);
-  PumpUntil([&] { return lines == 3; });
-  EXPECT_EQ(Waiting(), kThird);
-
-  // 45 bytes are two events, for four lines that wait.
-  Send(kSerial, kFirst + kSecond + kFirst);
-  PumpUntil([&] { return lines == 5; });
-  for (int turn = 0; turn < 10; ++turn) face.Turn();
-  EXPECT_EQ(lines, 5);
-  EXPECT_EQ(Waiting(), kSecond + kFirst);
-  EXPECT_EQ(Headings(kSerial), 5);
-  EXPECT_EQ(BadLines(kSerial), 0);
-}
-
-TEST_F(LiveLines, EmptybufferCountsWhatItDropsAndKeepsTheFragment) {
-  Start([](Records& records) { records.Emptybuffer[kSerial] = true; });
-  StatusBar& bar = program.windows.main.sbStatusBar;
-  EXPECT_EQ(bar.PanelText(kSerial + 8), "0");
-  const std::string fragment = kThird.substr(0, 2);
-  Send(kSerial, kFirst + kSecond + fragment);
-  PumpUntil([&] { return program.engine.records.IgnoredMessages[kSerial] == 1; });
-  EXPECT_EQ(bar.PanelText(kSerial + 8), "1");
-  EXPECT_EQ(Waiting(), fragment);
-  Send(kSerial, kThird.substr(2));
-  PumpUntil([&] { return lines == 2; });
-  EXPECT_EQ(Headings(kSerial), 2);
-  EXPECT_EQ(program.engine.records.IgnoredMessages[kSerial], 1);
-  EXPECT_EQ(BadLines(kSerial), 0);
-}
-
-TEST_F(LiveLines, ARefusedConnectionIsToldWhileTheOthersGoOn) {
-  const auto latest = face.Now() + std::chrono::seconds(10);
-  // The box stands before the start is over, and until a line of each other source is through.
-  bool sent = false;
-  mayAnswer = [&] {
-    if (!sent && TakePeer()) {
-      EXPECT_EQ(lines, 0);
-      for (const int system : {kTcp, kUdp, kSerial}) Send(system, kFirst);
-      sent = true;
-    }
-    return lines == 3 || face.Now() > latest;
-  };
-  QTcpServer refusing;
-  ASSERT_TRUE(refusing.listen(QHostAddress::LocalHost));
-  const int port = refusing.serverPort();
-  refusing.close();
-  Start([&](Records& records) {
-    records.CommSetups[kRefused].Enabled = true;
-    records.CommSetups[kRefused].UseTCPIP = true;
-    records.CommSetups[kRefused].IPAddress = "127.0.0.1";
-    records.CommSetups[kRefused].TCPPort = port;
-  });
-  PumpUntil([&] { return !boxes.empty(); });
-  EXPECT_THAT(boxes, ElementsAre(StartsWith("TCP/IP Error, system 4 :10061 - ")));
-  for (const int system : {kTcp, kUdp, kSerial}) EXPECT_EQ(Headings(system), 1) << system;
-  EXPECT_EQ(links.Winsock1(kRefused).State(), LinkState::Closed);
-  EXPECT_TRUE(program.engine.records.CommSetups[kRefused].Enabled);
 }
 
 TEST_F(LiveLines, ADeviceThatGoesIsToldOnceAndKeepsItsPort) {

@@ -1,8 +1,6 @@
-// The whole program on the desktop with a recording, and the dialogs of the toolkit within it.
+// The dialogs of the toolkit within the whole program.
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
-#include <QTableView>
 #include <gmock/gmock.h>
 
 #include "faces/qt/program_fixture.h"
@@ -10,48 +8,11 @@
 namespace fathomline {
 namespace {
 
-class ProgramOnTheDesktop : public ProgramFixture {
- public:
-  void SetUp() override { StartWithSample(); }
-};
-
-TEST_F(ProgramOnTheDesktop, ReplaysARecordingFromPlayToItsEnd) {
-  program().windows.OpenView(ViewKind::Statistics, 1);
-  face().Draw();
-  Press("PLAY");
-  EXPECT_TRUE(program().engine.records.OfflineRunning);
-  PumpUntil([&] { return !program().engine.records.OfflineRunning; });
-  Draw();
-  Grid& grid = program().windows.statistics[1]->GridOf(SentenceType::GGA);
-  const auto* const table = Find<QTableView>(grid);
-  EXPECT_NE(grid.Text(1, 1), "");
-  EXPECT_EQ(table->model()->index(0, 0).data().toString().toStdString(), grid.Text(1, 1));
-}
-
-TEST_F(ProgramOnTheDesktop, AWindowBroughtForwardShowsWhatItsLabelsSay) {
-  program().windows.OpenAnalysed(1);
-  program().windows.OpenView(ViewKind::Skyplot, 1);
-  program().windows.OpenView(ViewKind::NMEA, 1);
-  face().Draw();
-  program().windows.main.tbOffline.Click("PLAY");
-  PumpUntil([&] { return !program().engine.records.OfflineRunning; });
-  program().windows.OpenView(ViewKind::Skyplot, 1);
-  Draw();
-  for (Window* const window : program().desktop.Windows()) {
-    if (window->Name() != "frmSkyplot" || !window->Visible()) continue;
-    for (const Control* const control : window->Controls()) {
-      const auto* const label = dynamic_cast<QLabel*>(face().WidgetOf(*control));
-      if (label == nullptr || label->visibleRegion().isEmpty()) continue;
-      EXPECT_EQ(label->text().toStdString(), control->Text()) << control->Name();
-    }
-  }
-}
-
-class ToolkitDialogs : public ProgramOnTheDesktop {
+class ToolkitDialogs : public ProgramFixture {
  public:
   void SetUp() override {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    ProgramOnTheDesktop::SetUp();
+    StartWithSample();
   }
 
   // Does something that opens such a dialog, looks at it once and lets it go; then presses OK in

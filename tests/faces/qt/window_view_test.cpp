@@ -240,13 +240,6 @@ TEST_F(LeavingAField, RefusedItKeepsTheFocusAndTheClickDoesNotHappen) {
   PumpUntil([&] { return face.WidgetOf(first)->hasFocus(); });
 }
 
-TEST_F(LeavingAField, GrantedTheClickGoesOn) {
-  allowed = true;
-  QTest::mouseClick(face.WidgetOf(box), Qt::LeftButton, {}, QPoint(8, 8));
-  EXPECT_EQ(asked, 1);
-  EXPECT_TRUE(box.Checked());
-}
-
 TEST_F(LeavingAField, CancelNeverAsks) {
   bool cancelled = false;
   cancel.onClick = [&] { cancelled = true; };
@@ -305,11 +298,6 @@ TEST_F(WindowViews, ASilencedBoxDoesNotComeAgain) {
   });
   desktop.Ask(box);
   EXPECT_EQ(desktop.Ask(box), fathomline::Answer::Ok);
-}
-
-TEST_F(WindowViews, QuittingEndsEveryBox) {
-  QTimer::singleShot(0, [&] { desktop.Quit(); });
-  EXPECT_EQ(desktop.Ask({.text = "?", .buttons = BoxButtons::YesNo}), fathomline::Answer::No);
 }
 
 TEST_F(WindowViews, AModalWindowAloneTakesInput) {
