@@ -3,7 +3,9 @@
 
 #include <compare>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace fathomline::trial {
 
@@ -20,5 +22,17 @@ struct Moment {
 
 // "2026-01-02T03:04:05.000Z", or "+0T03:04:05.000Z" where no date is told.
 std::string ToText(Moment moment);
+
+// Where a part of the recordings begins or ends.
+struct TimeBound {
+  enum class Of { Date, DayCount, FirstDay };
+  Of of = Of::FirstDay;
+  // As in Moment, dated or not; of FirstDay since the beginning of that.
+  std::int64_t milliseconds = 0;
+};
+
+// "2026-01-02T03:04:05.678Z", "+0T03:04:05.678Z" or "03:04:05.678". The decimals and the Z may be
+// left out, and of a date the time. Nothing for what is none of these.
+std::optional<TimeBound> ReadTimeBound(std::string_view text);
 
 }  // namespace fathomline::trial

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/replay_options.h"
+#include "app/trial_options.h"
 #include "simulator/command.h"
 #include "support/places.h"
 
@@ -100,7 +101,8 @@ TEST(House, TheManualsNameTheOptionsThereAre) {
   const struct {
     const char* manual;
     std::string help;
-  } tools[] = {{"fathomline-replay", ReplayHelp()}, {"fathomline-simulate", simulateHelp.str()}};
+  } tools[] = {{"fathomline-replay", ReplayHelp()}, {"fathomline-simulate", simulateHelp.str()},
+               {"fathomline-trial", TrialHelp()}};
   for (const auto& tool : tools) {
     std::ifstream in(fs::path(kSourceFolder) / "packaging" / (std::string(tool.manual) + ".1.in"));
     const std::string manual{std::istreambuf_iterator<char>(in), {}};

@@ -65,50 +65,6 @@ class LostLinks : public testing::Test {
   bool Open() { return program->session.keeper.Look(1).stage == LinkStage::Open; }
 };
 
-TEST_F(LostLinks, AServerMayRestartTenTimesUnderLoadAndFallSilent) {
-  QTcpServer server;
-  ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-  const quint16 port = server.serverPort();
-  QTcpSocket* peer = nullptr;
-  int connections = 0;
-  QObject::connect(&server, &QTcpServer::newConnection, [&] {
-    peer = server.nextPendingConnection();
-    ++connections;
-  });
-  QTimer load;
-  QObject::connect(&load, &QTimer::timeout, [&] {
-    if (peer == nullptr) return;
-    for (int i = 0; i < 20; ++i) peer->write(kHeading.data(), static_cast<qint64>(kHeading.size()));
-  });
-  load.start(2);
-  Start([port](Records& records) {
-    records.CommSetups[1].UseTCPIP = true;
-    records.CommSetups[1].IPAddress = "127.0.0.1";
-    records.CommSetups[1].TCPPort = port;
-  });
-  constexpr std::int64_t kEach = 500;
-  for (int restart = 1; restart <= 10; ++restart) {
-    const std::int64_t before = Headings();
-    PumpUntil([&] { return Headings() >= before + kEach; });
-    EXPECT_EQ(connections, restart);
-    QTcpSocket* const gone = std::exchange(peer, nullptr);
-    server.close();
-    gone->abort();
-    gone->deleteLater();
-    PumpUntil([&] { return !Open(); });
-    EXPECT_GE(Headings(), before + kEach) << "statistics go on";
-    ASSERT_TRUE(server.listen(QHostAddress::LocalHost, port));
-  }
-  PumpUntil([&] { return Headings() > 10 * kEach + 100 && Open(); });
-  EXPECT_EQ(program->windows.main.sbStatusBar.PanelText(frmMain::kSourcePanel + 1).substr(0, 13),
-            "● 1 alive 0");
-  load.stop();
-  Pump(std::chrono::milliseconds(4500));
-  EXPECT_EQ(connections, 11) << "a silent link is left alone";
-  EXPECT_THAT(program->windows.main.sbStatusBar.PanelText(frmMain::kSourcePanel + 1),
-              testing::StartsWith("▲ 1 late"));
-}
-
 TEST_F(LostLinks, ADeviceMayBeRemovedAndComeBackAsAnother) {
   const std::string device = folder / "gyro";
   settings.Set("Comports", "COM5", device);
