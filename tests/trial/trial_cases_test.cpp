@@ -31,6 +31,8 @@
 
 #include "app/trial_command.h"
 #include "base/files.h"
+#include "base/format.h"
+#include "base/numbers.h"
 #include "support/places.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
@@ -131,10 +133,10 @@ class RecordingText {
   void Add(const std::string& line) {
     if (line[0] == '@') {
       const auto parts = Split(line.substr(1), "+");
-      const double clock = std::stod(parts[0]);
+      const double clock = ReadNumber(parts[0]);
       const int whole = static_cast<int>(clock);
       time_ = whole / 10000 * 3600 + whole / 100 % 100 * 60 + whole % 100 + clock - whole;
-      step_ = std::stod(parts[1]);
+      step_ = ReadNumber(parts[1]);
       return;
     }
     static const std::regex kRepeated("^([0-9]+)x (.*)$");

@@ -10,6 +10,8 @@
 
 #include "app/trial_command.h"
 #include "base/files.h"
+#include "base/format.h"
+#include "base/numbers.h"
 #include "support/places.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
@@ -107,9 +109,9 @@ std::string Moved(const std::string& recording) {
     auto fields = simulator::Fields(line);
     const bool isPlace = fields[0].size() == 6 && fields[0].ends_with("GGA") && fields[2] != "";
     if (isPlace) {
-      const double minutes = std::stod(fields[2].substr(2)) + 0.1;
+      const double minutes = ReadNumber(fields[2].substr(2)) + 0.1;
       char text[32];
-      std::snprintf(text, sizeof text, "%09.6f", minutes);
+      std::snprintf(text, sizeof text, "%s", Format(minutes, "00.000000").c_str());
       fields[2] = fields[2].substr(0, 2) + text;
       std::string body = fields[0].substr(1);
       for (std::size_t i = 1; i < fields.size(); ++i) body += "," + fields[i];
