@@ -16,6 +16,7 @@
 #include "base/sha256.h"
 #include "trial/recorder.h"
 #include "trial/trial_csv.h"
+#include "trial/trial_html.h"
 #include "trial/trial_json.h"
 #include "trial/trial_summary.h"
 
@@ -160,6 +161,9 @@ class TrialRun {
   }
 
   void Write(const trial::TrialFigures& figures) {
+    if (command_.html) {
+      WriteFile(*command_.html, [&](std::ostream& file) { file << trial::ToHtml(figures); });
+    }
     if (command_.json) {
       WriteFile(*command_.json, [&](std::ostream& file) { file << trial::JsonText(figures); });
     }

@@ -138,7 +138,7 @@ Comparison CompareWithPlace(const Work& work, const TrialOptions& options, Refer
   std::optional<PlaceReference> reference;
   if (kind == ReferenceKind::Given) {
     const bool hasHeight = !std::isnan(options.given.height);
-    reference = {options.given, hasHeight ? HeightKind::Ellipsoid : HeightKind::None};
+    reference = {options.given, hasHeight ? options.givenHeights : HeightKind::None};
   } else if (work.chosen != nullptr) {
     reference = kind == ReferenceKind::First ? FirstFix(*work.chosen) : MeanFix(*work.chosen);
   }
@@ -329,6 +329,20 @@ std::optional<std::string> BoundText(const std::optional<TimeBound>& bound,
   return std::nullopt;
 }
 
+// A system may have a reference of its own.
+TrialOptions OptionsOf(const TrialSystem& system, const TrialOptions& options) {
+  TrialOptions own = options;
+  if (const auto& reference = system.reference) {
+    own.reference = reference->kind;
+    own.given = reference->given;
+    own.givenHeights = reference->givenHeights;
+    own.heading = reference->heading;
+    own.pitch = reference->pitch;
+    own.roll = reference->roll;
+  }
+  return own;
+}
+
 }  // namespace
 
 TrialFigures WorkOut(const std::vector<TrialSystem>& systems, const TrialOptions& options) {
@@ -347,8 +361,8 @@ TrialFigures WorkOut(const std::vector<TrialSystem>& systems, const TrialOptions
     return work.system->name == options.referenceSystem;
   });
   for (const Work& work : works) {
-    figures.systems.push_back(
-        WorkOutSystem(work, reference == works.end() ? nullptr : &*reference, options));
+    figures.systems.push_back(WorkOutSystem(work, reference == works.end() ? nullptr : &*reference,
+                                            OptionsOf(*work.system, options)));
   }
   for (std::size_t i = 0; i < works.size(); ++i) {
     for (std::size_t j = i + 1; j < works.size(); ++j) {

@@ -1,0 +1,200 @@
+#include "trial/trial_html.h"
+
+#include <cstdlib>
+#include <gmock/gmock.h>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "base/files.h"
+#include "support/places.h"
+#include "trial/figure_words.h"
+#include "trial/limits.h"
+#include "trial/recorder.h"
+#include "trial/trial.h"
+#include "trial/trial_json.h"
+
+namespace fathomline::trial {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+struct Document : ::testing::Test {
+  void Take(SystemRecorder& into, const std::string& bytes) {
+    LineCutter cutter(into);
+    cutter.TakeBytes(bytes);
+    cutter.End();
+  }
+  // A stream of its own makes a second system of the same recording.
+  void Add(const std::string& name, const SystemRecorder& kept,
+           std::optional<std::string> stream = {}) {
+    TrialSystem& system = systems.emplace_back();
+    system.name = name;
+    system.recorder = &kept;
+    system.stream = std::move(stream);
+    options.meta.files.push_back({name, "/data/" + name + ".log", 4711, std::string(64, 'a')});
+  }
+
+  SystemRecorder recorder;
+  std::vector<TrialSystem> systems;
+  TrialOptions options;
+};
+
+std::string Sample(const char* name) {
+  return ReadWholeFile(kSourceFolder + "/samples/" + name);
+}
+
+// What a reader sees of the page, without the pictures.
+std::string Seen(const std::string& page) {
+  std::string text;
+  std::size_t at = page.find("<body>");
+  while (at < page.size()) {
+    if (page.compare(at, 5, "<svg ") == 0) at = page.find("</svg>", at);
+    if (page[at] == '<') {
+      if (page.compare(at, 5, "<wbr/") != 0) text += ' ';
+      at = page.find('>', at) + 1;
+    } else {
+      text += page[at++];
+    }
+  }
+  return text;
+}
+
+using Numbers = std::map<double, int>;
+
+Numbers NumbersOf(const std::string& text) {
+  static const std::regex kNumber(R"((^|[^\w.:+])(-?\d+(\.\d+)?)(?![\w:]))");
+  Numbers numbers;
+  for (std::sregex_iterator it(text.begin(), text.end(), kNumber), end; it != end; ++it) {
+    ++numbers[std::strtod((*it)[2].str().c_str(), nullptr)];
+  }
+  return numbers;
+}
+
+// Every number and time of the figures; the bins of the elevation are heads of columns there.
+void Collect(const nlohmann::ordered_json& node, Numbers& numbers,
+             std::vector<std::string>& times) {
+  static const std::regex kTime(R"((\d{4}-\d\d-\d\d|\+\d+)T(.*Z))");
+  for (const auto& item : node.items()) {
+    std::smatch match;
+    const std::string text = item.value().is_string() ? item.value().get<std::string>() : "";
+    if (item.value().is_number() && item.key() != "from_deg" && item.key() != "trial") {
+      ++numbers[item.value().get<double>()];
+    } else if (std::regex_match(text, match, kTime)) {
+      times.push_back(match[2]);
+    } else if (item.value().is_structured()) {
+      Collect(item.value(), numbers, times);
+    }
+  }
+}
+
+void ExpectEveryFigure(const TrialFigures& figures) {
+  Numbers wanted;
+  std::vector<std::string> times;
+  Collect(ToJson(figures), wanted, times);
+  ASSERT_GT(wanted.size(), 100U);
+  const std::string text = Seen(ToHtml(figures));
+  Numbers there = NumbersOf(text);
+  for (const auto& [number, count] : wanted) EXPECT_GE(there[number], count) << number;
+  for (const std::string& time : times) EXPECT_THAT(text, HasSubstr(time));
+  // A figure that has no words shows its key.
+  EXPECT_FALSE(std::regex_search(text, std::regex(R"([a-z]_(m|s|deg|at|dbhz|share|ratio)\b)")));
+}
+
+TEST_F(Document, HoldsEveryFigureOfItsJson) {
+  Take(recorder, Sample("moored.log"));
+  Add("A", recorder);
+  Add("B", recorder, "GNRMC");
+  TrialFigures figures = WorkOut(systems, options);
+  JudgeLimits(figures, {ReadLimit("horizontal.reference.r95_m<=1.5")});
+  ExpectEveryFigure(figures);
+
+  SystemRecorder voyage;
+  Take(voyage, Sample("voyage.log"));
+  systems.clear();
+  Add("C", voyage);
+  ExpectEveryFigure(WorkOut(systems, options));
+}
+
+// Tags that close in order, quoted attributes, no stray mark.
+void ExpectWellFormed(const std::string& page) {
+  static const std::regex kTag(R"(<(/?)([a-zA-Z][a-zA-Z0-9]*)((?:\s+[\w:-]+="[^"<>]*")*)\s*(/?)>)");
+  static const std::regex kText(R"((?:[^<>&]|&(?:amp|lt|gt|quot|#39);)*)");
+  std::vector<std::string> open;
+  std::size_t at = page.find('\n');  // behind the document type
+  const auto text = [&](std::size_t end) {
+    const std::string between = page.substr(at, end - at);
+    EXPECT_TRUE(between.size() > 4000 || std::regex_match(between, kText)) << between;
+  };
+  for (std::sregex_iterator it(page.begin(), page.end(), kTag), end; it != end; ++it) {
+    text(static_cast<std::size_t>(it->position()));
+    at = static_cast<std::size_t>(it->position() + it->length());
+    const std::string name = (*it)[2];
+    if ((*it)[1].length() == 0) {
+      if ((*it)[4].length() == 0) open.push_back(name);
+    } else {
+      ASSERT_FALSE(open.empty());
+      ASSERT_EQ(open.back(), name) << page.substr(at > 300 ? at - 300 : 0, 300);
+      open.pop_back();
+    }
+  }
+  text(page.size());
+  EXPECT_THAT(open, IsEmpty());
+}
+
+TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
+  Take(recorder, Sample("moored.log"));
+  Add("A", recorder);
+  options.meta.title = "<b>&\"'\x01\xFF";
+  options.meta.note = "Quay 3 <script>";
+  const TrialFigures figures = WorkOut(systems, options);
+  const std::string page = ToHtml(figures);
+  ExpectWellFormed(page);
+  EXPECT_THAT(page, HasSubstr("<h1>&lt;b&gt;&amp;&quot;&#39;\uFFFD\uFFFD</h1>"));
+  for (const char* outside : {"<script", "<link", "src=", "href=\"http", "url(h", "@import"}) {
+    EXPECT_THAT(page, Not(HasSubstr(outside)));
+  }
+  EXPECT_EQ(page, ToHtml(figures));
+  // The day is told once, not with every time.
+  EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
+}
+
+TEST_F(Document, TellsTheVerdictAndWhatToBearInMind) {
+  Take(recorder, Sample("voyage.log"));
+  Add("A", recorder);
+  TrialFigures figures = WorkOut(systems, options);
+  EXPECT_THAT(ToHtml(figures), HasSubstr("– No limit was tested"));
+  EXPECT_THAT(ToHtml(figures), HasSubstr("System A was moving"));
+  JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("availability.share>2")});
+  EXPECT_THAT(ToHtml(figures), HasSubstr("✘ 1 of 2 limits is missed"));
+  JudgeLimits(figures, {ReadLimit("availability.share>=0.5")});
+  EXPECT_THAT(ToHtml(figures), HasSubstr("✔ The limit is kept"));
+}
+
+TEST_F(Document, OfNothingUsableSaysSo) {
+  for (const char* bytes : {"", "\n\n\x7F\xFF\n$GPGGA,1*00\nhello\n"}) {
+    SystemRecorder empty;
+    Take(empty, bytes);
+    systems.clear();
+    Add("A", empty);
+    const std::string page = ToHtml(WorkOut(systems, options));
+    EXPECT_THAT(page, HasSubstr("– Nothing could be judged"));
+    EXPECT_THAT(page, Not(HasSubstr("Where do the positions lie?")));
+    ExpectWellFormed(page);
+  }
+}
+
+TEST(FigureWords, AllStandInTheReadersText) {
+  const std::string text = ReadWholeFile(kSourceFolder + "/docs/trial.md");
+  for (const FigureWords& row : words::kFigures) {
+    const std::string key(row.key.substr(row.key.find('.') + 1));
+    EXPECT_NE(text.find("`" + key + "`"), std::string::npos) << key;
+  }
+}
+
+}  // namespace
+}  // namespace fathomline::trial
