@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/files.h"
+#include "base/numbers.h"
 #include "support/places.h"
 #include "trial/figure_words.h"
 #include "trial/limits.h"
@@ -70,7 +71,7 @@ Numbers NumbersOf(const std::string& text) {
   static const std::regex kNumber(R"((^|[^\w.:+])(-?\d+(\.\d+)?)(?![\w:]))");
   Numbers numbers;
   for (std::sregex_iterator it(text.begin(), text.end(), kNumber), end; it != end; ++it) {
-    ++numbers[std::strtod((*it)[2].str().c_str(), nullptr)];
+    ++numbers[ReadNumber((*it)[2].str())];
   }
   return numbers;
 }
