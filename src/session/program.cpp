@@ -58,6 +58,7 @@ class Program::Lines : public LineSink, public LineObservers {
 
   void ProcessSentence(int system, std::string_view line) override {
     program_.engine.watch.Take(system, line, program_.desktop.SliceTime());
+    program_.session.trial.TakeLine(system, line);
     if (listener == nullptr) {
       program_.engine.pipeline.ProcessSentence(system, line);
       return;

@@ -13,6 +13,7 @@
 #include "session/session_setup.h"
 #include "session/start_up.h"
 #include "session/tools.h"
+#include "session/trial_session.h"
 #include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/line_sink.h"
@@ -45,6 +46,7 @@ struct RunningSession {
         rawLog(around.engine.records, around.engine.files, around.clock, around.desktop),
         input(around.engine.records, around.links, around.desktop, around.lines, errorLog),
         keeper(around.engine.records, around.links, input, around.desktop, around.settings),
+        trial(around.engine, around.clock, around.settings, around.desktop, around.windows.main),
         control(around.engine, around.desktop, input, rawLog, around.windows, setupDialog),
         setup(around.engine.records, around.links, input, control, around.windows),
         setupDialog(around.desktop, around.engine.records, around.engine.statistics, around.clock,
@@ -53,16 +55,19 @@ struct RunningSession {
                around.windows.main.tbOffline, around.windows.offlineStatus, around.lines, control,
                errorLog),
         startUp(around.engine, around.desktop, around.clock, around.settings, around.windows,
-                setupDialog, control, input),
+                setupDialog, control, input, trial),
         menu(around.engine, around.desktop, around.settings, around.windows, setupDialog, control,
              startUp),
         tools(around.engine, around.desktop, around.clock, around.settings, keeper,
-              around.windows) {}
+              around.windows) {
+    control.onReset = [this] { trial.Clear(); };
+  }
 
   ErrorLog errorLog;
   RawLog rawLog;
   LiveInput input;
   LinkKeeper keeper;
+  TrialSession trial;
   SessionControl control;
   SessionSetup setup;
   frmSetup setupDialog;

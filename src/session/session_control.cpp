@@ -134,6 +134,7 @@ void SessionControl::ResetNumerics() {
 }
 
 void SessionControl::ResetStatisticsAll() {
+  if (onReset) onReset();
   for (int system = 1; system <= kSystems; ++system) {
     statistics_[system].Reset();
     // Closing a window clears its flag.

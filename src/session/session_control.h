@@ -2,6 +2,7 @@
 // to its start.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "pipeline/engine.h"
@@ -34,6 +35,9 @@ class SessionControl : public SessionReset {
 
   // A button of tbOnline, by its key. Keys without work do nothing.
   void Press(std::string_view key);
+
+  // Called where the statistics begin anew.
+  std::function<void()> onReset;
 
   // Neither the latest sentences nor the counts of errors are touched.
   void ResetAll() override;

@@ -34,7 +34,8 @@ void MakeProgramFolder(std::string folder, Records& records) {
 }
 
 StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
-                 Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input)
+                 Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input,
+                 TrialSession& trial)
     : records_(engine.records),
       statistics_(engine.statistics),
       desktop_(desktop),
@@ -43,6 +44,7 @@ StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsS
       mainWindow_(windows.main),
       session_(session),
       input_(input),
+      trial_(trial),
       ais_(engine.ais),
       setupDialog_(setupDialog) {
   mainWindow_.onOpen = [this] {
@@ -94,6 +96,7 @@ void StartUp::InitialiseProgram() {
   const bool iala = settings_.GetNumber(kSettingsSection, kBinaryStandardIALA, 0) != 0;
   ais_.SetBinaryStandardIALA(iala);
   mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);
+  trial_.ReadSetting();
 }
 
 void StartUp::ReadFirstSetup() {

@@ -10,6 +10,7 @@
 #include "base/system.h"
 #include "pipeline/engine.h"
 #include "session/session_control.h"
+#include "session/trial_session.h"
 #include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/live_input.h"
@@ -40,7 +41,8 @@ void MakeProgramFolder(std::string folder, Records& records);
 class StartUp {
  public:
   StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
-          Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input);
+          Windows& windows, frmSetup& setupDialog, SessionControl& session, LiveInput& input,
+          TrialSession& trial);
 
   // Opens the main window, with all that follows from it. False: the program cannot start, and a
   // box has told why.
@@ -79,6 +81,7 @@ class StartUp {
   frmMain& mainWindow_;
   SessionControl& session_;
   LiveInput& input_;
+  TrialSession& trial_;
   AISDecoder& ais_;
   frmSetup& setupDialog_;
   StartOptions options_;

@@ -84,6 +84,7 @@ class Desktop : public Dialogs {
   void CopyText(std::string_view text) { face_.CopyText(text); }
   void ShowPageSetup() { face_.ShowPageSetup(); }
   bool ShowHelp(HelpStart start) { return face_.ShowHelp(start); }
+  bool OpenDocument(const std::string& path) { return face_.OpenDocument(path); }
 
   // What a turn has left: whether something has more to do at once, and else when the next timer
   // is due.

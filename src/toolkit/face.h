@@ -33,6 +33,8 @@ class Face {
   virtual void ShowPageSetup() = 0;
   // False where there is no help to show.
   virtual bool ShowHelp(HelpStart start) = 0;
+  // Shows a file with what the machine has for its kind. False where there is nothing.
+  virtual bool OpenDocument(const std::string& path) = 0;
   virtual void Beep() = 0;
   // Puts a text where the user can paste it from.
   virtual void CopyText(std::string_view text) = 0;

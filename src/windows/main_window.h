@@ -99,6 +99,9 @@ class frmMain : public Window {
   MenuItem mnuToolsSources{mnuTools, "mnuToolsSources", "&Sources"};
   MenuItem mnuToolsSentenceLog{mnuTools, "mnuToolsSentenceLog", "Sentence &Log"};
   MenuItem mnuToolsSatellites{mnuTools, "mnuToolsSatellites", "Sa&tellites"};
+  MenuItem mnuToolsBar1{mnuTools, "mnuToolsBar1", "-"};
+  MenuItem mnuToolsTrialReport{mnuTools, "mnuToolsTrialReport", "Trial &Report..."};
+  MenuItem mnuToolsKeepSamples{mnuTools, "mnuToolsKeepSamples", "&Keep Samples for a Trial Report"};
 
   MenuItem mnuHelp{*this, "mnuHelp", "&Help"};
   MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents"};

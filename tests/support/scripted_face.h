@@ -46,8 +46,15 @@ class ScriptedFace : public HeadlessFace {
     return expectedBoxes_.empty() && expectedFiles_.empty() && actions_.empty();
   }
 
+  // Documents that were opened, by their paths.
+  const std::vector<std::string>& Opened() const { return opened_; }
+
   Reply Ask(const MessageBox& box) override;
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
+  bool OpenDocument(const std::string& path) override {
+    opened_.push_back(path);
+    return true;
+  }
 
  protected:
   bool UserActs() override;
@@ -58,6 +65,7 @@ class ScriptedFace : public HeadlessFace {
   std::deque<std::function<void()>> actions_;
   std::vector<MessageBox> boxes_;
   std::vector<FileQuestion> files_;
+  std::vector<std::string> opened_;
 };
 
 }  // namespace fathomline

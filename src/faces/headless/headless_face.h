@@ -22,6 +22,7 @@ class HeadlessFace : public Face {
  public:
   void ShowPageSetup() override {}
   bool ShowHelp(HelpStart /*start*/) override { return false; }
+  bool OpenDocument(const std::string& /*path*/) override { return false; }
   void Beep() override { ++beeps_; }
   void CopyText(std::string_view text) override { copied_ = text; }
   void ArrangeIcons() override {}

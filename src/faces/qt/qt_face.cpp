@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDesktopServices>
 #include <QDialog>
 #include <QMdiArea>
 #include <QPrinter>
 #include <QTimer>
+#include <QUrl>
 #include <QWidget>
 #include <algorithm>
 
@@ -169,6 +171,10 @@ bool QtFace::ShowHelp(HelpStart start) {
 
 void QtFace::CopyText(std::string_view text) {
   QApplication::clipboard()->setText(ToQt(text));
+}
+
+bool QtFace::OpenDocument(const std::string& path) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(path)));
 }
 
 void QtFace::Beep() {

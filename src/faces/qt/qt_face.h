@@ -41,6 +41,7 @@ class QtFace : public Face {
   std::optional<std::string> ChooseFile(const FileQuestion& question) override;
   void ShowPageSetup() override;
   bool ShowHelp(HelpStart start) override;
+  bool OpenDocument(const std::string& path) override;
   void Beep() override;
   void CopyText(std::string_view text) override;
   void ArrangeIcons() override;

@@ -1,0 +1,122 @@
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+#include <numbers>
+
+#include "support/places.h"
+#include "support/session.h"
+
+namespace fathomline {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+struct TrialReport : ::testing::Test, Session {
+  static constexpr double kLatitude = 58.9726;
+  static constexpr double kLongitude = 5.7315;
+  static constexpr const char* kNothingKept =
+      "No samples have been kept for a trial report. Tick Tools > Keep Samples for a Trial Report, "
+      "and let the session run.";
+
+  TrialReport() {
+    Prepare([](Records& setup) {
+      setup.Mode = kOffline;
+      setup.CommSetups[1].Name = "Quay DGPS";
+      setup.CommSetups[1].OfflineFile = kSourceFolder + "/samples/moored.log";
+      setup.SessionInfo = "Sea trial";
+      setup.ChecksumTest[1] = true;
+      ReferenceSetup& reference = setup.References[1];
+      reference.ReferenceUsed = kTruePosition;
+      reference.ReferenceLatitude = kLatitude * std::numbers::pi / 180.0;
+      reference.ReferenceLongitude = kLongitude * std::numbers::pi / 180.0;
+      reference.ReferenceHeight = 20.0F;
+      reference.ReferenceHeading = 137.0F;
+    });
+    EXPECT_TRUE(Start());
+  }
+
+  void Replay() {
+    mainWindow().tbOffline.Click("PLAY");
+    RunToTheEnd();
+  }
+  void AskFor(const std::string& page, Answer open) {
+    face.ExpectFile(page);
+    face.Expect({"", open});
+    mainWindow().mnuToolsTrialReport.Click();
+  }
+  void ExpectNothingKept() {
+    face.ExpectBox(kNothingKept);
+    mainWindow().mnuToolsTrialReport.Click();
+  }
+};
+
+TEST_F(TrialReport, HoldsTheSessionAboutTheReferenceOfTheSetup) {
+  ExpectNothingKept();
+  Replay();
+  const std::string page = folder / "quay.html";
+  AskFor(page, Answer::Yes);
+  EXPECT_THAT(face.Opened(), ElementsAre(page));
+  EXPECT_TRUE(face.Files()[0].save);
+
+  const auto figures = nlohmann::json::parse(ReadWholeFile(folder / "quay.json"));
+  const auto& meta = figures["meta"];
+  EXPECT_EQ(meta["note"], "Sea trial");
+  EXPECT_EQ(meta["written_at"], "2026-01-02T03:04:05.000Z");
+  EXPECT_EQ(meta["unchecked"], false);
+  const auto& file = meta["files"][0];
+  EXPECT_EQ(file["bytes"], ReadWholeFile(kSourceFolder + "/samples/moored.log").size());
+  ASSERT_EQ(figures["systems"].size(), 1U);
+  const auto& system = figures["systems"][0];
+  EXPECT_EQ(system["name"], "Quay_DGPS");
+  EXPECT_EQ(file["system"], system["name"]);
+  EXPECT_EQ(system["ledger"]["lines"], 3960);
+  EXPECT_EQ(system["reference"]["kind"], "given");
+  EXPECT_NEAR(system["reference"]["lat_deg"].get<double>(), kLatitude, 1e-9);
+  EXPECT_NEAR(system["reference"]["lon_deg"].get<double>(), kLongitude, 1e-9);
+  EXPECT_EQ(system["heading"][0]["reference_deg"], 137.0);
+  // Asked for above the sea, and never compared with heights above the ellipsoid.
+  EXPECT_EQ(system["vertical"]["reference"]["why"], "other heights");
+  const std::string html = ReadWholeFile(page);
+  EXPECT_THAT(html, HasSubstr("a given position"));
+  EXPECT_THAT(html, HasSubstr(file["sha256"].get<std::string>()));
+}
+
+TEST_F(TrialReport, BeginsAnewWithAReset) {
+  Replay();
+  Replay();
+  AskFor(folder / "twice.html", Answer::No);
+  EXPECT_THAT(face.Opened(), ElementsAre());
+  const auto figures = nlohmann::json::parse(ReadWholeFile(folder / "twice.json"));
+  EXPECT_EQ(figures["systems"][0]["ledger"]["lines"], 3960);
+  program->session.control.ResetStatisticsAll();
+  ExpectNothingKept();
+  EXPECT_EQ(program->session.trial.Bytes(), 0U);
+}
+
+TEST_F(TrialReport, KeepsNothingWhereItsUserDoesNotWantIt) {
+  EXPECT_TRUE(mainWindow().mnuToolsKeepSamples.Checked());
+  Replay();
+  mainWindow().mnuToolsKeepSamples.Click();
+  ExpectNothingKept();
+  mainWindow().UserClose();
+  ASSERT_TRUE(Start());
+  EXPECT_FALSE(mainWindow().mnuToolsKeepSamples.Checked());
+  Replay();
+  ExpectNothingKept();
+  mainWindow().mnuToolsKeepSamples.Click();
+  EXPECT_EQ(settings.Get("Settings", "KeepTrialSamples", ""), "1");
+}
+
+TEST_F(TrialReport, TellsWhatItCannotWrite) {
+  Replay();
+  face.ExpectFile(folder / "no/such.html");
+  face.Expect({});
+  mainWindow().mnuToolsTrialReport.Click();
+  EXPECT_THAT(face.Boxes().back().text, StartsWith("Trial report not written."));
+  face.ExpectFile(std::nullopt);
+  mainWindow().mnuToolsTrialReport.Click();
+}
+
+}  // namespace
+}  // namespace fathomline
