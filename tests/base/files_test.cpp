@@ -84,7 +84,7 @@ TEST(LineReader, EndsWhereItsFileIsCut) {
 TEST(ReadWholeFile, RefusesWhatCannotBeHeld) {
   const TemporaryFolder folder;
   const std::string path = folder.Write("large", "");
-  std::filesystem::resize_file(PathOf(path), std::uintmax_t{1} << 40);
+  std::filesystem::resize_file(PathOf(path), std::uintmax_t{257} << 20);
   ExpectFault(FaultNumber::PathAccess, [&] { ReadWholeFile(path); });
   ExpectFault(FaultNumber::PathAccess, [&] { ReadWholeFile(folder.Path()); });
 }
