@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -14,6 +13,7 @@
 
 #include "app/trial_options.h"
 #include "base/sha256.h"
+#include "base/system.h"
 #include "trial/recorder.h"
 #include "trial/trial_csv.h"
 #include "trial/trial_html.h"
@@ -66,22 +66,23 @@ class Reading {
  private:
   void Read() {
     errno = 0;
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(
-        std::fopen(recording_.path.c_str(), "rb"), std::fclose);
+    std::ifstream file;
+    // Without a buffer of its own.
+    file.rdbuf()->pubsetbuf(nullptr, 0);
+    file.open(PathOf(recording_.path), std::ios::binary);
     if (!file) RefuseFile("read", recording_.path);
     constexpr std::size_t kBlock = std::size_t{256} * 1024;
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
     std::vector<char> block(kBlock);
     trial::LineCutter lines(recorder_);
-    while (true) {
-      const std::size_t count = std::fread(block.data(), 1, block.size(), file.get());
-      if (count == 0) break;
+    while (file) {
+      file.read(block.data(), static_cast<std::streamsize>(block.size()));
+      const auto count = static_cast<std::size_t>(file.gcount());
       const std::string_view bytes(block.data(), count);
       digest_.Add(bytes);
       lines.TakeBytes(bytes);
       taken_ += count;
     }
-    if (std::ferror(file.get()) != 0) RefuseFile("read", recording_.path);
+    if (file.bad()) RefuseFile("read", recording_.path);
     lines.End();
   }
 
@@ -128,7 +129,7 @@ class TrialRun {
     std::uintmax_t size = 0;
     for (const TrialRecording& recording : command_.recordings) {
       std::error_code error;
-      const std::uintmax_t one = std::filesystem::file_size(recording.path, error);
+      const std::uintmax_t one = std::filesystem::file_size(PathOf(recording.path), error);
       if (!error) size += one;
     }
     constexpr auto kPeriod = std::chrono::milliseconds(100);
@@ -153,7 +154,7 @@ class TrialRun {
   template <class Writer>
   static void WriteFile(const std::string& path, Writer&& write) {
     errno = 0;
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(PathOf(path), std::ios::binary);
     if (!file) RefuseFile("write", path);
     write(file);
     file.flush();
@@ -169,7 +170,7 @@ class TrialRun {
     }
     if (command_.csv) {
       std::error_code error;
-      std::filesystem::create_directories(*command_.csv, error);
+      std::filesystem::create_directories(PathOf(*command_.csv), error);
       if (error) {
         throw RunError("cannot make the folder " + *command_.csv + ": " + error.message());
       }

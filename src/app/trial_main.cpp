@@ -1,12 +1,12 @@
 #include <iostream>
-#include <string>
 #include <unistd.h>
-#include <vector>
 
 #include "app/trial_command.h"
+#include "base/system.h"
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
-  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  fathomline::PrepareStandardStreams();
+  const auto arguments = fathomline::Arguments(argc, argv);
   return fathomline::RunTrialCommand(arguments, std::cout, std::cerr, isatty(STDERR_FILENO) != 0);
 }

@@ -27,6 +27,8 @@ struct Words {
 };
 
 void Declare(CLI::App& app, Words& words, TrialCommand& command) {
+  // They would take a path that begins with a slash for an option.
+  app.allow_windows_style_options(false);
   app.set_help_flag("--help", "show this");
   app.set_version_flag("--version", std::string("fathomline-trial ") + kVersion,
                        "show the version");

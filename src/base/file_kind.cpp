@@ -65,7 +65,7 @@ FileKind KindOfContent(std::string_view beginning) {
 
 FileKind KindOfFile(const std::string& path) {
   ExpectReadable(path);
-  if (!std::filesystem::is_regular_file(path)) return FileKind::Recording;
+  if (!std::filesystem::is_regular_file(PathOf(path))) return FileKind::Recording;
   return KindOfContent(ReadBeginning(path, kEnough));
 }
 

@@ -11,6 +11,7 @@
 #include "base/datetime.h"
 #include "base/files.h"
 #include "base/sha256.h"
+#include "base/system.h"
 #include "toolkit/window_places.h"
 #include "trial/trial_html.h"
 #include "trial/trial_json.h"
@@ -37,7 +38,7 @@ std::string FiguresPath(const std::string& page) {
 
 // Size and digest of a recording; none if it cannot be read.
 std::optional<trial::RecordingFile> DescribeFile(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(PathOf(path), std::ios::binary);
   if (!file) return std::nullopt;
   Sha256 digest;
   trial::RecordingFile described;
