@@ -106,8 +106,8 @@ std::uint64_t PeakMemory();
 // What stands behind the program's name on its command line, in UTF-8.
 std::vector<std::string> Arguments(int argc, const char* const* argv);
 
-// Bytes leave the program as they are written, and a console shows them as UTF-8. A windowed
-// program gets the console that it was started from.
+// Bytes leave the program as they are written, and a console shows them as UTF-8 and obeys their
+// escape sequences. A windowed program gets the console that it was started from.
 void PrepareStandardStreams();
 
 }  // namespace fathomline

@@ -287,13 +287,21 @@ std::vector<std::string> Arguments(int /*argc*/, const char* const* /*argv*/) {
 }
 
 void PrepareStandardStreams() {
+  constexpr DWORD kEscapes = ENABLE_VIRTUAL_TERMINAL_PROCESSING;
   if (::GetConsoleWindow() == nullptr && ::AttachConsole(ATTACH_PARENT_PROCESS) != 0) {
     // What was redirected stays so.
     if (::_fileno(stdout) < 0) std::freopen("CONOUT$", "w", stdout);
     if (::_fileno(stderr) < 0) std::freopen("CONOUT$", "w", stderr);
   }
   ::SetConsoleOutputCP(CP_UTF8);
-  if (::_fileno(stdout) >= 0) ::_setmode(::_fileno(stdout), _O_BINARY);
+  for (const DWORD stream : {STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
+    HANDLE const console = ::GetStdHandle(stream);
+    DWORD mode = 0;
+    if (::GetConsoleMode(console, &mode) != 0) ::SetConsoleMode(console, mode | kEscapes);
+  }
+  for (std::FILE* const stream : {stdout, stderr}) {
+    if (::_fileno(stream) >= 0) ::_setmode(::_fileno(stream), _O_BINARY);
+  }
 }
 
 }  // namespace fathomline
