@@ -9,6 +9,8 @@ start_wine() {
   [ -e "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1
   # Kept, since a server for each of many programs would take longer than most of them.
   wineserver --persistent 2>/dev/null || true
+  # Starts its services, which would hold the output of whoever came first as long as they live.
+  wine cmd /c exit >/dev/null 2>&1 </dev/null
   trap stop_wine EXIT
 }
 
