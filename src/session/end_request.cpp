@@ -1,18 +1,9 @@
 #include "session/end_request.h"
 
-#include <csignal>
 #include <utility>
 
 namespace fathomline {
 namespace {
-
-constexpr int kSignals[] = {
-    SIGTERM,
-    SIGINT,
-#ifdef SIGHUP
-    SIGHUP,
-#endif
-};
 
 // All that a signal handler may touch.
 volatile std::sig_atomic_t& Requested() {
@@ -30,14 +21,14 @@ extern "C" void NoteRequest(int signal) {
 EndRequest::EndRequest(Desktop& desktop, std::function<void()> onRequest)
     : onRequest_(std::move(onRequest)) {
   Requested() = 0;
-  for (const int signal : kSignals) {
+  for (const int signal : kEndSignals) {
     if (std::signal(signal, NoteRequest) == SIG_IGN) std::signal(signal, SIG_IGN);
   }
   desktop.Start(*this);
 }
 
 EndRequest::~EndRequest() {
-  for (const int signal : kSignals) {
+  for (const int signal : kEndSignals) {
     const auto present = std::signal(signal, SIG_DFL);
     if (present != NoteRequest) std::signal(signal, present);
   }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/system.h"
 #include "support/test_program.h"
 
 namespace fathomline {
@@ -11,15 +12,17 @@ namespace {
 using testing::EndsWith;
 using testing::HasSubstr;
 
+const std::string kReports = std::string("Reports") + kPathSeparator;
+
 struct SessionReportTest : testing::Test, TestProgram {
   SessionReport& report = program.engine.report;
 };
 
 TEST_F(SessionReportTest, IsNamedByRoleAndNameAndReplacesOneOfTheSameMinute) {
   clock.Set(DateFromParts(2019, 10, 26) + TimeFromParts(14, 30, 0));
-  EXPECT_THAT(report.ReportPath(1), EndsWith("Reports/20191026-1430-Prim-DGPS.txt"));
+  EXPECT_THAT(report.ReportPath(1), EndsWith(kReports + "20191026-1430-Prim-DGPS.txt"));
   records.CommSetups[3].Name = "../bad\nname";
-  EXPECT_THAT(report.ReportPath(3), EndsWith("Reports/20191026-1430-Sec2-.._bad_name.txt"));
+  EXPECT_THAT(report.ReportPath(3), EndsWith(kReports + "20191026-1430-Sec2-.._bad_name.txt"));
 
   Analyse({"GGA"});
   Feed("GPGGA,120000,6000.0000,N,00500.0000,W,1,08,1.0,10.0,M,40.0,M,,");

@@ -47,6 +47,7 @@
 #include "base/datetime.h"
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/system.h"
 #include "base/text.h"
 #include "support/places.h"
 #include "support/sentences.h"
@@ -298,11 +299,14 @@ class Case {
   }
 
  private:
-  // With the folder of the case called FOLDER.
+  // With the folder of the case called FOLDER, and slashes in what stands in it.
   std::string Placeless(std::string text) const {
     const std::string path = folder_.Path();
     for (auto at = text.find(path); at != std::string::npos; at = text.find(path)) {
       text.replace(at, path.size(), "FOLDER/");
+      for (auto i = at; i < text.size() && text[i] != '\n'; ++i) {
+        if (text[i] == kPathSeparator) text[i] = '/';
+      }
     }
     return text;
   }

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <map>
 
+#include "session/end_request.h"
 #include "session/run_desktop.h"
 #include "support/sentences.h"
 #include "support/session.h"
@@ -249,7 +250,7 @@ TEST_F(Ending, StopsTheLogAndSavesThePlaceUnlessTheProgramCloses) {
 
 // Whatever stands in the way: a box, a log that is open, an empty place of the last session.
 TEST_F(Ending, ASignalEndsTheProgramWithoutAQuestion) {
-  for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+  for (const int signal : kEndSignals) {
     Prepare([](Records& records) { records.CommSetups[1].UseUDP = true; });
     Program desktopProgram({face, clock, settings, [] {}, &links});
     const auto act = [&] {

@@ -19,7 +19,7 @@ struct RawLogging : ::testing::Test, TestProgram {
   std::string Content(const std::string& name) { return ReadWholeFile(folder / "log/" + name); }
 
   RawLog& log = program.session.rawLog;
-  const std::string place = folder.Path() + "log/\r\n";
+  const std::string place = folder / "log" + kPathSeparator + "\r\n";
   const std::string prim = "20260102-0304-Prim-DGPS.log";
   const std::string sec = "20260102-0304-Sec3-.._Gyro.log";
 };
