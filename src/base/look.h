@@ -219,6 +219,12 @@ constexpr int SatelliteRound(int slot) {
   return slot < kSatelliteColours ? 0 : slot / (kSatelliteColours - 1);
 }
 
+// Told colours of what is shown everywhere in the same ones. The systems 1 to 4:
+inline constexpr std::array<Colour, 4> kSystemColours = {kBlue, kDarkGreen, kRed, kDarkYellow};
+// Qualities of fix, 0 (none) to 9:
+inline constexpr std::array<Colour, 10> kQualityColours = {
+    kBlack, kRed, kBlue, kGreen, kMagenta, kYellow, kCyan, kWhite, kYellow, kOrange};
+
 // Shapes that tell apart what colours do not.
 enum class MarkShape : std::uint8_t {
   Disc,

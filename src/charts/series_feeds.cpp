@@ -1,7 +1,9 @@
 #include "charts/series_feeds.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "base/look.h"
 #include "base/numbers.h"
 
 namespace fathomline {
@@ -26,15 +28,14 @@ Colour SatelliteCountColour(double satellites) {
   return satellites == 4.0 ? kMagenta : kSeriesColour;
 }
 
-// From quality 2 on; everything below is red, everything beyond draws no bar.
-constexpr std::array<Colour, 7> kQualityColours = {kSeriesColour, kGreen, kMagenta, kYellow,
-                                                   kCyan,         kWhite, kYellow};
+constexpr std::int16_t kFirstQuality = 1;
 constexpr std::int16_t kFirstDifferential = 2;
-constexpr std::int16_t kLastQuality = 8;
+constexpr std::int16_t kLastQuality = 8;  // what is beyond draws no bar
 
+// Whatever is not even autonomous is as red as that.
 Colour QualityColour(std::int16_t quality) {
-  if (quality < kFirstDifferential) return kRed;
-  return kQualityColours[static_cast<std::size_t>(quality - kFirstDifferential)];
+  if (quality == kFirstDifferential) return kSeriesColour;  // which is the same blue
+  return kQualityColours[static_cast<std::size_t>(std::max(quality, kFirstQuality))];
 }
 
 // An axis that only ever widens.

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "base/look.h"
 #include "base/text.h"
 
 namespace fathomline {
 namespace {
 
 constexpr std::int16_t kDefaultDecimals = 4;
-constexpr std::array<Colour, kSystems> kSystemColours = {kBlue, kDarkGreen, kRed, kDarkYellow};
 
 }  // namespace
 

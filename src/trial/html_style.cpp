@@ -30,13 +30,6 @@ constexpr auto kTokens = std::to_array<Token>({{"page", look::kChartGround},
                                                {"sky", look::kSkyRings},
                                                {"line", kNavy}});
 
-// The colours of the systems, by which their windows are told apart too.
-constexpr std::array<Colour, 4> kSystemColours = {kBlue, kDarkGreen, kRed, kDarkYellow};
-
-// As in the charts of the qualities; 0 is no fix, 9 one of a kind of its own.
-constexpr std::array<Colour, 10> kQualityColours = {kBlack,  kRed,  kBlue,  kGreen,  kMagenta,
-                                                    kYellow, kCyan, kWhite, kYellow, kOrange};
-
 // Of the classes of lines: good, unreadable, unknown, wrong and no checksum, malformed, foreign,
 // empty.
 constexpr std::array<Colour, 8> kLineClassColours = {
@@ -103,14 +96,15 @@ td .kept,td .missed{font-weight:bold;white-space:nowrap}
 ul.mind{list-style:none;margin:16px 0;padding:0}
 ul.mind li{margin:8px 0;padding-left:24px;text-indent:-24px}
 ul.mind li::before{content:"▲";color:var(--warn);display:inline-block;width:24px;text-indent:0}
-nav ol{columns:2;column-gap:24px;margin:8px 0;padding-left:28px}
-nav li{margin:2px 0;break-inside:avoid}
-.defs,figcaption,.absent{color:var(--muted);font-size:.9rem}
+nav ol{columns:2;column-gap:16px;margin:8px 0;padding:0}
+nav li{margin:2px 0 2px 32px;break-inside:avoid}
+.defs,figcaption,.absent,.under{color:var(--muted);font-size:.9rem}
 .defs b{color:var(--ink);font-weight:normal}
 figure{margin:16px 0 24px}
 figcaption{margin-top:4px}
 svg{display:block;max-width:100%;height:auto;margin:0 auto}
 .scroll{overflow-x:auto;margin:16px 0}
+.under{margin:-8px 0 16px}
 table{border-collapse:collapse;min-width:100%;font-size:.9rem;font-variant-numeric:tabular-nums lining-nums}
 caption{text-align:left;font-weight:bold;padding:0 0 4px}
 thead th,thead td{background:var(--header);vertical-align:bottom;line-height:1.3}
@@ -184,12 +178,15 @@ main{max-width:none;padding:0}
 nav{display:none}
 h2{margin-top:24pt}
 h1,h2,h3,caption{break-after:avoid}
+tr:nth-child(-n+3),tr:last-child,.defs,.under{break-before:avoid}
 figure,tr,.verdict,li,.short{break-inside:avoid}
 p{orphans:3;widows:3}
 thead{display:table-header-group}
 .scroll{overflow:visible}
-table{font-size:8.5pt;min-width:0;width:100%}
-table.wide{font-size:7pt}
+table{font-size:8pt;min-width:0;width:100%}
+table.wide{font-size:7.5pt}
+table.beside tbody th{width:31rem}
+table.beside tbody th small{width:18rem}
 table.wide th,table.wide td{padding:2pt 3pt}
 tbody th small{font-size:7.5pt}
 a{color:inherit;text-decoration:none}
