@@ -48,7 +48,8 @@ std::string PlaceBody(const TrialFigures& trial) {
   if (!AnyPositions(trial)) return {};
   std::string body = HtmlFigure(
       ScatterPicture(trial),
-      "Each dot is a place where fixes lie, the denser the darker. Dashed circles: R50 and R95. "
+      "Metres, north on top. Each dot is a place where fixes lie, the denser the stronger. Dashed "
+      "circles: R50 and R95. "
       "Ellipse: 95% of normally distributed errors about the mean, which is the heavy cross. "
       "Dashed "
       "lines cross at the reference. A long ellipse tells of a direction in which the satellites "

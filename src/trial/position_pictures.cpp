@@ -73,7 +73,7 @@ void DrawScatter(SvgPicture& picture, const SystemFigures& system, std::size_t n
   const PlotScale x(frame.east - frame.half, frame.east + frame.half, left, left + side);
   const PlotScale y(frame.north - frame.half, frame.north + frame.half, top + side, top);
   picture.Text(left, top - 10.0, "System " + system.name, "b");
-  picture.Text(left + side, top - 10.0, "north ↑, east →, m", "e");
+  picture.Text(left + side, top - 10.0, "north ↑, east →, m", "e w");
   const std::vector<PlotTick> ticks = NumberTicks(x, 56.0);
   DrawAxes(picture, x, y, {ticks, NumberTicks(y, 56.0)});
   picture.OpenClip(left, top, side, side);

@@ -360,18 +360,19 @@ std::string ElevationPicture(const SystemFigures& system, std::size_t number) {
   // Names stand at the ends of their lines, pushed apart.
   std::vector<std::pair<double, std::size_t>> ends;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    const double aside =
-        (static_cast<double>(i) - (count - 1.0) / 2.0) * std::min(4.0, 30.0 / count);
+    // Side by side within a bin, so that no spread hides another.
+    const double aside = (static_cast<double>(i) - (count - 1.0) / 2.0) *
+                         std::min(4.0, 30.0 / count) * (x.High() - x.Low()) / x.Pixels();
     PlotColumns line(x);
     double end = 0.0;
     for (const ElevationBin& bin : lines[i].signal->byElevation) {
       if (!bin.mean) continue;
-      const double at = static_cast<double>(bin.fromDegrees) + kHalf;
+      const double at = static_cast<double>(bin.fromDegrees) + kHalf + aside;
       line.Add(at, *bin.mean);
       end = y.At(*bin.mean);
       const double spread = bin.std.value_or(0.0);
-      picture.Line(x.At(at) + aside, y.At(*bin.mean - spread), x.At(at) + aside,
-                   y.At(*bin.mean + spread), Numbered("c", lines[i].row) + " thin");
+      picture.Line(x.At(at), y.At(*bin.mean - spread), x.At(at), y.At(*bin.mean + spread),
+                   Numbered("c", lines[i].row) + " thin");
       picture.Mark(MarkOf(lines[i].row), x.At(at), y.At(*bin.mean), 4.0,
                    Numbered("cf", lines[i].row));
     }

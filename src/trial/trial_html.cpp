@@ -114,7 +114,14 @@ std::string LimitTable(const TrialFigures& trial) {
          limit.kept ? "<span class=\"kept\">✔ kept</span>"
                     : "<span class=\"missed\">✘ missed</span>"});
   }
-  return std::move(table).Finish();
+  std::string html = std::move(table).Finish();
+  if (std::any_of(trial.limits.begin(), trial.limits.end(),
+                  [](const LimitFigures& limit) { return !limit.value; })) {
+    html +=
+        "<p class=\"under\">–: the recording has no such figure, and so does not keep its "
+        "limit.</p>\n";
+  }
+  return html;
 }
 
 std::string GlanceTable(const TrialFigures& trial) {
@@ -187,10 +194,10 @@ std::string Warnings(const TrialFigures& trial) {
   const auto item = [&items](const std::string& text) { items += "<li>" + text + "</li>\n"; };
   for (const SystemFigures& system : trial.systems) {
     if (!system.moving) continue;
-    item("System " + EscapedXml(system.name) + " was moving (median speed over ground above 1 kn)" +
-         (system.reference.kind == ReferenceKind::System
-              ? "."
-              : ": its figures about one place are those of the voyage, not of the sensor."));
+    item("System " + EscapedXml(system.name) +
+         " was moving (median speed over ground above 1 kn): its figures about one " +
+         (system.reference.kind == ReferenceKind::System ? "heading" : "place or one heading") +
+         " are those of the voyage, not of the sensor.");
   }
   const bool any =
       std::any_of(trial.systems.begin(), trial.systems.end(),
