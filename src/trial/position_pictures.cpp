@@ -9,8 +9,6 @@
 namespace fathomline::trial {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-
 std::size_t FixesOf(const PositionTrack& track) {
   return static_cast<std::size_t>(
       std::count_if(track.quality.begin(), track.quality.end(), [](int q) { return IsFix(q); }));
