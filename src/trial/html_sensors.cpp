@@ -56,9 +56,9 @@ std::string SkyBody(const TrialFigures& trial) {
   std::string body = HtmlFigure(
       SkyPicture(trial),
       "Tracks of the satellites, north on top, the horizon as the rim. A mark stands where a "
-      "satellite was last, filled if it was in use more often than not. A part of the sky without "
-      "tracks is "
-      "shaded by something, or one that no orbit passes.");
+      "satellite was last (in a full sky only for those that were there in the end), filled if it "
+      "was in use more often than not. A part of the sky without tracks is shaded by something, or "
+      "one that no orbit passes.");
   HtmlTable table("Satellites by constellation");
   table.Heads({"Constellation", "Epochs", "In view, mean\nleast … greatest",
                "In use, mean\nleast … greatest"});
@@ -111,8 +111,7 @@ std::string SignalBody(const TrialFigures& trial) {
   return body +
          "<p class=\"defs\"><b>In view</b>: share of the whole groups that list the satellite. "
          "<b>In use</b>: share of its samples in which GSA names it. <b>Tracked</b>: samples with "
-         "a "
-         "C/N0 above 0.</p>\n";
+         "a C/N0 above 0.</p>\n";
 }
 
 std::string ElevationBody(const TrialFigures& trial) {

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <numbers>
 #include <optional>
+#include <utility>
 
 #include "trial/picture_parts.h"
 
@@ -84,45 +86,43 @@ bool HasPlace(const SatelliteSample& sample) {
 struct TrackEnd {
   const SatelliteTrack* track;
   double x, y;
-  bool inUse;  // more often than not
+  std::int64_t time;  // as Moment::milliseconds
+  bool inUse;         // more often than not
 };
 
-// Whole degrees, each told once as long as the satellite stays there.
-std::optional<TrackEnd> DrawTrack(SvgPicture& picture, const Sky& sky,
-                                  const SatelliteTrack& track) {
-  constexpr std::int64_t kLongest = 600'000;
-  std::string path;
+// Of a sky that is full of tracks only those satellites have marks and names that were there in the
+// end.
+constexpr std::size_t kFullSky = 45;
+constexpr std::int64_t kLongAgo = 600'000;
+
+// The line is as true as whole degrees are: to half of one.
+std::optional<TrackEnd> DrawTrack(SvgPicture& picture, const Sky& sky, const SatelliteTrack& track,
+                                  bool full) {
+  constexpr double kHalfDegree = std::numbers::pi / 360.0;
+  PlotWay way(sky.radius * kHalfDegree);
   const SatelliteSample* last = nullptr;
   std::int64_t lastTime = 0;
-  double lastX = 0.0;
-  double lastY = 0.0;
   for (const SatelliteSample& sample : *track.samples) {
     if (!HasPlace(sample)) continue;
     const std::int64_t time = track.TimeOf(sample);
-    const bool goesOn = last != nullptr && time >= lastTime && time - lastTime <= kLongest;
+    const bool goesOn = last != nullptr && time >= lastTime && time - lastTime <= kLongAgo;
     lastTime = time;
     const bool same =
         last != nullptr && sample.elevation == last->elevation && sample.azimuth == last->azimuth;
     last = &sample;
     if (same) continue;
-    // Told by differences, which are short, of tenths, which do not add up to an error.
-    auto [x, y] = sky.At(sample.elevation, sample.azimuth);
-    x = std::round(x * 10.0) / 10.0;
-    y = std::round(y * 10.0) / 10.0;
-    path += goesOn ? 'l' : 'M';
-    AppendLength(path, goesOn ? x - lastX : x);
-    path += ' ';
-    AppendLength(path, goesOn ? y - lastY : y);
-    if (!goesOn) path += "h0";
-    lastX = x;
-    lastY = y;
+    if (!goesOn) way.Break();
+    const auto [x, y] = sky.At(sample.elevation, sample.azimuth);
+    way.Add(x, y);
   }
   if (last == nullptr) return std::nullopt;
-  picture.Path(path, Numbered("c", ConstellationOf(track.constellation)));
+  const std::string cls = Numbered("c", ConstellationOf(track.constellation));
+  picture.Path(std::move(way).Path(), full ? cls + " dense" : cls);
   const auto [x, y] = sky.At(last->elevation, last->azimuth);
   const auto used = std::count_if(track.samples->begin(), track.samples->end(),
                                   [](const SatelliteSample& sample) { return sample.inUse; });
-  return TrackEnd{&track, x, y, 2 * used > static_cast<std::ptrdiff_t>(track.samples->size())};
+  return TrackEnd{&track, x, y, lastTime,
+                  2 * used > static_cast<std::ptrdiff_t>(track.samples->size())};
 }
 
 struct NamePlace {
@@ -165,8 +165,17 @@ NamePlace PlaceForName(const TrackEnd& end, const std::vector<TrackEnd>& ends,
 
 void DrawTracks(SvgPicture& picture, const Sky& sky, const SystemFigures& system) {
   std::vector<TrackEnd> ends;
-  for (const SatelliteTrack* track : OnePerSatellite(system)) {
-    if (const auto end = DrawTrack(picture, sky, *track)) ends.push_back(*end);
+  const std::vector<const SatelliteTrack*> tracks = OnePerSatellite(system);
+  const bool full = tracks.size() > kFullSky;
+  std::int64_t latest = std::numeric_limits<std::int64_t>::min();
+  for (const SatelliteTrack* track : tracks) {
+    const auto end = DrawTrack(picture, sky, *track, full);
+    if (!end) continue;
+    ends.push_back(*end);
+    latest = std::max(latest, end->time);
+  }
+  if (full) {
+    std::erase_if(ends, [latest](const TrackEnd& end) { return end.time < latest - kLongAgo; });
   }
   std::vector<NamePlace> names;
   for (const TrackEnd& end : ends) {

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <numbers>
+#include <utility>
 
 #include "trial/trial_figures.h"
 
@@ -72,6 +74,10 @@ std::string ClockText(double milliseconds, double step, bool dated) {
   text += '.';
   text += static_cast<char>('0' + static_cast<int>(std::fmod(ofDay, kSecond) / 100.0));
   return text;
+}
+
+double Tenths(double length) {
+  return std::round(length * 10.0) / 10.0;
 }
 
 }  // namespace
@@ -333,6 +339,67 @@ std::vector<std::string> PlotDots::Levels() const {
     }
   }
   return paths;
+}
+
+void PlotWay::Add(double x, double y) {
+  if (!begun_) {
+    begun_ = true;
+    corner_ = {Tenths(x), Tenths(y)};
+    AppendPlace(path_, 'M', corner_.x, corner_.y);
+    path_ += "h0";
+  } else if (!GoesOn({x, y})) {
+    KeepCorner();
+    GoesOn({x, y});
+  }
+}
+
+void PlotWay::Break() {
+  KeepCorner();
+  begun_ = false;
+}
+
+std::string PlotWay::Path() && {
+  KeepCorner();
+  return std::move(path_);
+}
+
+// In the middle of the directions, as far as the places went.
+void PlotWay::KeepCorner() {
+  if (aimed_) {
+    const double direction = aim_ + (left_ + right_) / 2.0;
+    // Differences of what is written do not add up to an error.
+    const Place next{Tenths(corner_.x + farthest_ * std::cos(direction)),
+                     Tenths(corner_.y + farthest_ * std::sin(direction))};
+    AppendPlace(path_, 'l', next.x - corner_.x, next.y - corner_.y);
+    corner_ = next;
+  }
+  aimed_ = false;
+  farthest_ = 0.0;
+}
+
+// Whether one straight line from the corner passes this place and all in between, and none of them
+// lies beyond it.
+bool PlotWay::GoesOn(const Place& place) {
+  const double right = place.x - corner_.x;
+  const double down = place.y - corner_.y;
+  const double length = std::hypot(right, down);
+  if (length < farthest_ - within_) return false;
+  if (length > within_) {
+    const double direction = std::atan2(down, right);
+    const double half = std::asin(within_ / length);
+    if (!aimed_) {
+      aimed_ = true;
+      aim_ = direction;
+      left_ = -half;
+      right_ = half;
+    }
+    const double aside = std::remainder(direction - aim_, 2.0 * std::numbers::pi);
+    if (aside - half > right_ || aside + half < left_) return false;
+    left_ = std::max(left_, aside - half);
+    right_ = std::min(right_, aside + half);
+  }
+  farthest_ = std::max(farthest_, length);
+  return true;
 }
 
 PlotShares::PlotShares(const PlotScale& x)

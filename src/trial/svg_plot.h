@@ -164,6 +164,40 @@ class PlotDots {
   std::vector<std::uint32_t> counts_;
 };
 
+// A way over a plane as a line of few corners that passes each of its places within so many units.
+// Every place is looked at once, by the sectors of J. Sklansky and V. Gonzalez, "Fast polygonal
+// approximation of digitized curves" (1980), but that a corner need not be one of the places.
+class PlotWay {
+ public:
+  explicit PlotWay(double within) : within_(within) {}
+
+  void Add(double x, double y);
+  // The next place begins a stroke of its own.
+  void Break();
+  // To be asked for once. A lone place is a stroke of no length, a dot under round caps.
+  std::string Path() &&;
+
+ private:
+  struct Place {
+    double x = 0.0;
+    double y = 0.0;
+  };
+
+  void KeepCorner();
+  bool GoesOn(const Place& place);
+
+  double within_;
+  std::string path_;
+  bool begun_ = false;
+  Place corner_;  // the last that was kept
+  // Directions from it that pass all places since, as radians from that of the first of them.
+  bool aimed_ = false;
+  double aim_ = 0.0;
+  double left_ = 0.0;
+  double right_ = 0.0;
+  double farthest_ = 0.0;
+};
+
 // How the shares of values grow from 0 to 1, exact at each unit of the scale.
 class PlotShares {
  public:

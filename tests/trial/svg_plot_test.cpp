@@ -1,10 +1,14 @@
 #include "trial/svg_plot.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <numbers>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "base/numbers.h"
 #include "trial/svg_picture.h"
 
 namespace fathomline::trial {
@@ -104,6 +108,45 @@ TEST(Shares, GrowByTheSamplesThatAreNoLarger) {
   PlotShares shares({0, 10, 0, 100});
   for (const double value : {1.0, 2.0, 2.01, 4.0, 50.0}) shares.Add(value);
   EXPECT_EQ(shares.Line({0, 1, 100, 0}), "M0 100H10V80H20V60H21V40H40V20H100");
+}
+
+// A quarter of a circle as whole units tell it, then out and back along one line.
+TEST(Ways, PassEveryPlaceWithFewCorners) {
+  std::vector<std::pair<double, double>> places;
+  for (int i = 0; i <= 900; ++i) {
+    const double angle = i * std::numbers::pi / 1800.0;
+    places.emplace_back(std::round(100.0 * std::cos(angle)), std::round(100.0 * std::sin(angle)));
+  }
+  for (const double out : {120.0, 160.0, 131.0, 100.0}) places.emplace_back(0.0, out);
+  constexpr double kWithin = 0.8;
+  PlotWay way(kWithin);
+  way.Add(7, 7);
+  way.Break();
+  for (const auto& [x, y] : places) way.Add(x, y);
+  const std::string path = std::move(way).Path();
+  ASSERT_TRUE(path.starts_with("M7 7h0M100 0h0l"));
+  std::vector<std::pair<double, double>> corners = {{100.0, 0.0}};
+  for (std::size_t at = path.find('l'); at != std::string::npos; at = path.find('l', at + 1)) {
+    const std::size_t blank = path.find(' ', at);
+    const auto [x, y] = corners.back();
+    const std::size_t end = std::min(path.find('l', blank), path.size());
+    corners.emplace_back(x + ReadNumber(path.substr(at + 1, blank - at - 1)),
+                         y + ReadNumber(path.substr(blank + 1, end - blank - 1)));
+  }
+  EXPECT_LT(corners.size(), 25U);
+  for (const auto& [x, y] : places) {
+    double nearest = 1000.0;
+    for (std::size_t i = 1; i < corners.size(); ++i) {
+      const auto [fromX, fromY] = corners[i - 1];
+      const double right = corners[i].first - fromX;
+      const double down = corners[i].second - fromY;
+      const double along =
+          ((x - fromX) * right + (y - fromY) * down) / (right * right + down * down);
+      const double share = std::clamp(along, 0.0, 1.0);
+      nearest = std::min(nearest, std::hypot(x - fromX - share * right, y - fromY - share * down));
+    }
+    EXPECT_LE(nearest, kWithin + 0.1) << x << ' ' << y;
+  }
 }
 
 TEST(Xml, HoldsAnyBytes) {
