@@ -97,7 +97,7 @@ ul.mind{list-style:none;margin:16px 0;padding:0}
 ul.mind li{margin:8px 0;padding-left:24px;text-indent:-24px}
 ul.mind li::before{content:"▲";color:var(--warn);display:inline-block;width:24px;text-indent:0}
 nav ol{columns:2;column-gap:16px;margin:8px 0;padding:0}
-nav li{margin:2px 0 2px 32px;break-inside:avoid}
+nav li{margin:0 0 4px 32px;break-inside:avoid}
 .defs,figcaption,.absent,.under{color:var(--muted);font-size:.9rem}
 .defs b{color:var(--ink);font-weight:normal}
 figure{margin:16px 0 24px}
