@@ -41,8 +41,10 @@ bool WindowView::CanGo() const {
 void WindowView::Forget() {
   // Its controls have gone, so nothing may be painted of them any more.
   context_.window = nullptr;
+  // The widgets may have gone before, with the main window that they stood in.
+  if (widgets_.host == nullptr) return;
   for (const auto& view : views_) view->Forget();
-  if (widgets_.host != nullptr) widgets_.host->hide();
+  widgets_.host->hide();
 }
 
 bool WindowView::Shown() const {

@@ -77,6 +77,19 @@ TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
   EXPECT_EQ(SeenPlaces(), places);
 }
 
+// As in a tick that has time for the main window only.
+TEST_F(SessionOnTheDesktop, EndsWithViewsWhoseWidgetsWentWithTheMainWindow) {
+  StartPrepared([](Records& records) {
+    for (const WindowFlag flag : {WindowFlag::Numerics, WindowFlag::Statistics}) {
+      records.SystemSetups[1][flag] = true;
+    }
+  });
+  EXPECT_EQ(SeenPlaces().count("frmStatistics-1"), 1U);
+  program().session.startUp.EndAtOnce();
+  delete Main();
+  run.reset();
+}
+
 TEST_F(SessionOnTheDesktop, ViewsStandInTheMainWindowWhateverHappensAtTheStart) {
   HeadlessLinks own;
   own.WinsockUDP(3).refusal = "Address in use";
