@@ -20,9 +20,11 @@
 namespace fathomline {
 namespace {
 
+constexpr const char* kNothingYet =
+    "There is nothing yet that a trial report could tell of. Start the session first.";
 constexpr const char* kNothingKept =
-    "No samples have been kept for a trial report. Tick Tools > Keep Samples for a Trial Report, "
-    "and let the session run.";
+    "No samples are kept for a trial report. Tick Tools > Keep Samples for a Trial Report, and let "
+    "the session run.";
 constexpr const char* kFull =
     "The memory set aside for samples was full before the session ended: the latest lines are not "
     "in this report.";
@@ -182,13 +184,13 @@ trial::Meta TrialSession::About() const {
 
 void TrialSession::WriteReport() {
   if (Systems().empty()) {
-    desktop_.Say(kNothingKept);
+    desktop_.Say(keeping_ ? kNothingYet : kNothingKept);
     return;
   }
   const auto page = desktop_.ChooseFile({.title = "Trial Report",
                                          .filter = "Trial reports (*.html)|*.html",
                                          .defaultExtension = std::string(kPageExtension),
-                                         .folder = records_.ProgramFolder + "Reports/",
+                                         .folder = records_.ProgramFolder,
                                          .save = true});
   if (!page) return;
   const std::string figuresPath = FiguresPath(*page);

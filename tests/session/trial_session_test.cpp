@@ -15,9 +15,11 @@ using ::testing::StartsWith;
 struct TrialReport : ::testing::Test, Session {
   static constexpr double kLatitude = 58.9726;
   static constexpr double kLongitude = 5.7315;
+  static constexpr const char* kNothingYet =
+      "There is nothing yet that a trial report could tell of. Start the session first.";
   static constexpr const char* kNothingKept =
-      "No samples have been kept for a trial report. Tick Tools > Keep Samples for a Trial Report, "
-      "and let the session run.";
+      "No samples are kept for a trial report. Tick Tools > Keep Samples for a Trial Report, and "
+      "let the session run.";
 
   TrialReport() {
     Prepare([](Records& setup) {
@@ -46,7 +48,7 @@ struct TrialReport : ::testing::Test, Session {
     mainWindow().mnuToolsTrialReport.Click();
   }
   void ExpectNothingKept() {
-    face.ExpectBox(kNothingKept);
+    face.ExpectBox(mainWindow().mnuToolsKeepSamples.Checked() ? kNothingYet : kNothingKept);
     mainWindow().mnuToolsTrialReport.Click();
   }
 };
