@@ -166,6 +166,7 @@ svg.square text{font-size:14px}
 svg .row{font-size:15px}
 svg .small{font-size:15px}
 svg .w{display:none}
+svg{overflow:visible}
 svg path,svg line,svg circle,svg ellipse{stroke-width:1.6}
 }
 )";

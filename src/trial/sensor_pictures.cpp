@@ -10,6 +10,14 @@
 namespace fathomline::trial {
 namespace {
 
+// Of counts: whole numbers only.
+std::vector<PlotTick> CountTicks(const PlotScale& scale, double apart) {
+  std::vector<PlotTick> ticks = NumberTicks(scale, apart);
+  std::erase_if(ticks, [](const PlotTick& tick) { return tick.at != std::round(tick.at); });
+  for (PlotTick& tick : ticks) tick.label = FigureText(tick.at, 0);
+  return ticks;
+}
+
 constexpr double kAnglePlot = 120.0;
 constexpr double kAngleStep = kAnglePlot + 34.0;
 
@@ -161,7 +169,7 @@ std::string AisPicture(const TrialFigures& trial) {
                      "A bar for each number of message, as long as so many were received.");
   picture.Text(kPlotLeft, kTop - 10.0, "message", "e");
   picture.Text(kPlotRight, kTop - 10.0, "received", "e");
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {NumberTicks(x, 70.0), {}});
+  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {CountTicks(x, 70.0), {}});
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const double above = kTop + kRow * static_cast<double>(i);
     const double length = std::max(x.At(static_cast<double>(rows[i].n)) - x.From(), 1.0);
@@ -204,7 +212,7 @@ std::string LinesPicture(const TrialFigures& trial) {
     picture.Text(right + 15.0, 15.0, part.name, "");
     right += 30.0 + 7.0 * static_cast<double>(part.name.size());
   }
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {NumberTicks(x, 80.0), {}});
+  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {CountTicks(x, 80.0), {}});
   for (std::size_t s = 0; s < trial.systems.size(); ++s) {
     const double above = kTop + kRow * static_cast<double>(s);
     picture.Text(kPlotLeft - 6.0, above + 17.0, trial.systems[s].name, "e");

@@ -10,8 +10,8 @@
 namespace fathomline::trial {
 namespace {
 
-// Of the label of a tick.
-constexpr double kHalfLabel = 28.0;
+// Half the width of a letter in the label of a tick, as large as narrow pages show it.
+constexpr double kHalfLetter = 5.6;
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
@@ -223,7 +223,8 @@ void DrawAxes(SvgPicture& picture, const PlotScale& x, const PlotScale& y, const
     picture.Line(at, y.From(), at, y.To(), "grid");
     if (labelsBelow == 0.0) continue;
     // The last label must not be cut by the edge of the picture.
-    const bool atEdge = at + kHalfLabel > picture.Width();
+    const double half = kHalfLetter * static_cast<double>(ticks.x[i].label.size());
+    const bool atEdge = at + half > picture.Width();
     const std::string cls = std::string(atEdge ? "e" : "m") + (i % 2 == 0 ? "" : " w");
     picture.Text(atEdge ? picture.Width() : at, y.From() + labelsBelow, ticks.x[i].label, cls);
   }
