@@ -15,6 +15,19 @@ namespace fathomline {
 
 enum class LookMode : std::uint8_t { Light, Dark };
 
+// What the user chooses: the desktop's own, or one of the two.
+enum class LookChoice : std::uint8_t { System, Light, Dark };
+
+struct LookChoiceText {
+  LookChoice choice;
+  std::string_view key;  // in the settings
+  std::string_view caption;
+};
+inline constexpr std::array<LookChoiceText, 3> kLookChoices = {
+    {{LookChoice::System, "system", "As the &Desktop"},
+     {LookChoice::Light, "light", "&Light"},
+     {LookChoice::Dark, "dark", "Dar&k"}}};
+
 // What a colour is painted as. A text needs more contrast than a line; a fill lies behind lines.
 enum class ColourUse : std::uint8_t { Line, Fill, Text };
 

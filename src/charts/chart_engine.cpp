@@ -43,12 +43,16 @@ void KeepOneDay(Series& series) {
   // Rounding to whole seconds cannot lift a span of half a minute less above the limit.
   constexpr double kSurelyShort = 1.0 - 30.0 / kSecondsPerDay;
   if (series.Count() == 0) return;
-  // The time may have jumped back as well: a recording begins with the date of the computer until
-  // its first sentence with a date.
   while (std::abs(series.LastX() - series.FirstX()) > kSurelyShort &&
          std::abs(DifferenceInSeconds({series.FirstX()}, {series.LastX()})) > kLongestSeconds) {
     series.DeleteOldest();
   }
+}
+
+void KeepOneDayAround(Series& series, DateTime moment) {
+  // Of a moment whose own series keeps exactly a day of whole seconds.
+  constexpr double kDay = (kLongestSeconds + 1) / kSecondsPerDay;
+  series.KeepWithin({moment.days - kDay, moment.days + kDay});
 }
 
 void GanttTable::AddGanttPoint(int system, Series& series, DateTime x, std::int32_t value) {
@@ -66,12 +70,13 @@ void GanttTable::AddGanttPoint(int system, Series& series, DateTime x, std::int3
   if (slot == nullptr) return;
   if (value == NoValue || value == 0) {
     slot->LastValue = value;
-  } else if (value != slot->LastValue || x < slot->Start) {
+  } else if (value != slot->LastValue || x < slot->Last) {
     // No bar runs backwards in time.
     slot->LastValue = value;
-    slot->Start = x;
+    slot->Start = slot->Last = x;
     slot->Open = true;
   } else {
+    slot->Last = x;
     if (series.Count() > 0 && !slot->Open) series.Delete(series.Count() - 1);
     series.AddGantt(slot->Start.days, x.days, static_cast<float>(value));
     slot->Open = true;

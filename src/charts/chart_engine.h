@@ -44,22 +44,28 @@ bool AddChartPoint(const ChartSettings& settings, Series& series, DateTime x, do
 // Deletes the oldest points as long as they are more than 24 hours away from the newest one.
 void KeepOneDay(Series& series);
 
+// Takes away whatever lies more than a day before or behind the moment.
+void KeepOneDayAround(Series& series, DateTime moment);
+
 // The runs of equal values of the Gantt series of all systems, by the titles of the series.
 class GanttTable {
  public:
   static constexpr std::size_t kSlots = 6;
 
   // A run of two samples and more draws a bar from its start to each further sample. NoValue, 0 and
-  // a step back in time end a run. A series that finds no slot draws nothing. The bars do not age.
+  // a step back in time end a run. A series that finds no slot draws nothing.
   void AddGanttPoint(int system, Series& series, DateTime x, std::int32_t value);
 
   // Lets the next sample of the system begin with an empty table.
   void RaiseGanttReset(int system) { ganttReset_[system] = true; }
+  // Ends the runs of the system.
+  void EndRuns(int system) { slots_[system] = {}; }
 
  private:
   struct GanttSlot {
     std::string Title;
     DateTime Start;
+    DateTime Last;  // of the samples of the run
     std::int32_t LastValue = 0;
     bool Open = false;
   };

@@ -1,5 +1,6 @@
 #include "charts/chart_window.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -137,7 +138,36 @@ void ChartWindow::SetAutoFilterFromCount() {
   if (ReadNumber(lblFilter.Text()) != Settings().FilterCount) ShowFilterCount();
 }
 
+void ChartWindow::Refresh() {
+  if (ChartCount() == 1) return;
+  std::optional<AxisRange> all;
+  for (const Chart& chart : TChart) {
+    for (int i = 0; i < chart.SeriesCount(); ++i) {
+      const auto range = chart.Series(i).RangeX();
+      if (!range) continue;
+      all = all ? AxisRange{std::min(all->low, range->low), std::max(all->high, range->high)}
+                : *range;
+    }
+  }
+  for (Chart& chart : TChart) chart.Bottom().SetCompany(all);
+}
+
+void ChartWindow::StartAfresh() {
+  for (Chart& chart : TChart) {
+    for (int i = 0; i < chart.SeriesCount(); ++i) chart.Series(i).Clear();
+  }
+}
+
 void ChartWindow::BeginFeed(DateTime moment) {
+  // Each series keeps to its own day as it is fed; this is for those that are fed no more, and for
+  // jumps of the time.
+  constexpr double kSweepAfter = 60.0 / kSecondsPerDay;
+  if (!(moment >= swept_) || moment.days - swept_.days > kSweepAfter) {
+    swept_ = moment;
+    for (Chart& chart : TChart) {
+      for (int i = 0; i < chart.SeriesCount(); ++i) KeepOneDayAround(chart.Series(i), moment);
+    }
+  }
   const std::string& mode = Settings().TimeAxisMode;
   if (mode != kAxisManual && mode != kAxisAutomatic) SetChartTimeWindow(moment);
 }
@@ -180,6 +210,9 @@ void ChartWindow::CopyBottomAxis() {
 }
 
 void ChartWindow::FollowZoom(Chart& chart) {
+  for (Chart& other : TChart) {
+    if (&other != &chart) other.MatchSteps(chart);
+  }
   TChart(0).Bottom().SetZoom(chart.Bottom().Zoom());
   CopyBottomAxis();
 }

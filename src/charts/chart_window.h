@@ -50,9 +50,14 @@ class ChartWindow : public SystemView {
   void SetAutoFilterFromCount();
   void SetAutoFilterFromWindow();
 
-  // The steps around each feed: the time axis before the points, the filter after them.
+  // The steps around each feed: the time axis before the points, the filter after them. Points that
+  // lie more than a day from the moment leave all charts of the window.
   void BeginFeed(DateTime moment);
   void EndFeed();
+  // Takes all points away; choices, zooms and places stay.
+  virtual void StartAfresh();
+  // Lets charts whose time axes are automatic show one span.
+  void Refresh() override;
 
   Label Label1{*this, "Label1", "Time Axis"};
   Choices cmbOption{*this, "cmbOption", ChoicesKind::Combo};
@@ -87,6 +92,7 @@ class ChartWindow : public SystemView {
 
   ChartSurroundings around_;
   ChartSettings& chartSettings_;
+  DateTime swept_;  // when points were last looked through for their age
 };
 
 }  // namespace fathomline

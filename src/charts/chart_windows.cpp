@@ -29,7 +29,10 @@ void ChartWindows::MakeWindows(int system) {
                                                    scales_, xyAxis);
   auto& skyplot = skyplots_[system];
   skyplot = std::make_unique<frmSkyplot>(surroundings_, system, satellites_, clock_);
-  skyplot->onGroupDone = [this, system] { snrFeeds_.FeedAll(system); };
+  skyplot->onGroupDone = [this, system] {
+    feeds_.UpdateTimeSeries(system, SentenceType::GSV);
+    snrFeeds_.FeedAll(system);
+  };
   skyplot->onChooseSatellite = [this, system](int slot) { OpenSatellite(system, slot); };
   for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
     const TimeSeriesClass& design = kTimeSeriesClasses[i];
@@ -50,6 +53,11 @@ void ChartWindows::MakeWindows(int system) {
     windows.ByRow[at] =
         std::make_unique<frmTimeSeriesSNR>(surroundings_, system, row, visibleSNR, anyOther);
   }
+}
+
+void ChartWindows::StartSeriesAfresh(int system) {
+  feeds_.StartAfresh(system);
+  snrFeeds_.StartAfresh(system);
 }
 
 void ChartWindows::UpdateScatter(int system, SentenceType type) {
@@ -108,6 +116,7 @@ void ChartWindows::ResetSkyplot() {
 }
 
 void ChartWindows::OpenTimeSeries(int system) {
+  if (records_.CommSetups[system].AnalyseGSV) OpenSkyplot(system);
   for (std::size_t i = 0; i < kTimeSeriesClasses.size(); ++i) {
     if (records_.CommSetups[system].*kTimeSeriesClasses[i].analysed) {
       timeSeries_[system][i]->ShowView();

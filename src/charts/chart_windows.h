@@ -20,13 +20,20 @@ class ChartWindows {
   ChartWindows(const ChartWindows&) = delete;
   ChartWindows& operator=(const ChartWindows&) = delete;
 
-  // The latest sentence of a type, which its decoder and the statistics have taken.
-  void UpdateTimeSeries(int system, SentenceType type) { feeds_.UpdateTimeSeries(system, type); }
+  // The latest sentence of a type, which its decoder and the statistics have taken. The charts of
+  // GSV wait for the tracking, which takes the satellites into the table that they read.
+  void UpdateTimeSeries(int system, SentenceType type) {
+    if (type != SentenceType::GSV) feeds_.UpdateTimeSeries(system, type);
+  }
   // Breaks the lines of the system's next feed.
   void RaiseBreak(int system) { feeds_.RaiseBreak(system); }
   void UpdateScatter(int system, SentenceType type);
   void UpdateSkyplot(int system) { skyplots_[system]->UpdateSkyplot(); }
+  // The sky plot, and behind it the charts that are fed from its table.
   void UpdateSatelliteTracking(int system) { skyplots_[system]->UpdateSatelliteTracking(); }
+  // Empties the time series and those of the signal-to-noise ratios: what they hold has no time of
+  // its own.
+  void StartSeriesAfresh(int system);
 
   // Bring the windows back empty, as they were: shown, hidden or closed. For every enabled system
   // there are, loaded, the time series of each analysed type and the scatter plot.
@@ -34,9 +41,9 @@ class ChartWindows {
   void ResetScatter();
   void ResetSkyplot();
 
-  // Open what a user asks for. The time series are those of the analysed types; a window of
-  // signal-to-noise ratios opens the skyplot with it, which feeds it. Rows of constellations are
-  // 1 to 5. A slot beyond the table raises OutOfRange.
+  // Open what a user asks for. The time series are those of the analysed types; those of GSV and a
+  // window of signal-to-noise ratios open the skyplot with them, which feeds them. Rows of
+  // constellations are 1 to 5. A slot beyond the table raises OutOfRange.
   void OpenTimeSeries(int system);
   void OpenScatter(int system) { scatters_[system]->ShowView(); }
   void OpenSkyplot(int system) { skyplots_[system]->ShowView(); }

@@ -5,7 +5,6 @@
 
 #include "base/format.h"
 #include "base/numbers.h"
-#include "charts/chart_window.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
 
@@ -21,6 +20,10 @@ constexpr std::array<std::string_view, kSystems> kTitles = {
 // The statistic of dLat among those of a position sentence.
 constexpr std::size_t kRadStatistic = 0;
 constexpr std::size_t kLatStatistic = 1;
+
+// The lower edge of the last bin of a statistic, which holds everything beyond.
+constexpr float kBeyondBins = 10.0F;
+constexpr std::string_view kFirstRange = " +/- 1.0 m";
 
 bool IsPosition(SentenceType type) {
   return type == SentenceType::GGA || type == SentenceType::GNS || type == SentenceType::GLL ||
@@ -90,6 +93,8 @@ frmScatter::frmScatter(const ViewSurroundings& surroundings, int system,
       {.title = "Fixes", .kind = SeriesKind::Points, .colour = SystemColour(system)});
   TChart1.AddSeries({.title = "Dummy for extra axis", .kind = SeriesKind::Points});
   TChart1.SetLegend(Legend::None);
+  TChart1.SetEqualScales(true);
+  TChart1.SetWhyEmpty("No fix yet");
   TChart1.SetText(kTitles.at(static_cast<std::size_t>(system - 1)));
   for (Axis* axis : {&TChart1.Left(), &TChart1.Bottom()}) {
     axis->SetAutomatic(false);
@@ -103,14 +108,19 @@ frmScatter::frmScatter(const ViewSurroundings& surroundings, int system,
   }
   // Both axes have one scale, so it does not matter which one is clicked.
   TChart1.onClickAxis = [this, &dialog](AxisSide) { dialog.Open(*this); };
-  mnuCircle68.onClick = [this] { Toggle(mnuCircle68, kCircle68); };
-  mnuCircle95.onClick = [this] { Toggle(mnuCircle95, kCircle95); };
+  TChart1.onZoom = TChart1.onScroll = TChart1.onUndoZoom = [this] { NameAxes(); };
+  for (MenuItem* const item : {&mnuCircle68, &mnuCircle95}) {
+    item->onClick = [this, item] {
+      item->SetChecked(!item->Checked());
+      Refresh();
+    };
+  }
   SetContent(TChart1);
 }
 
 void frmScatter::LoadView() {
-  TChart1.Left().SetTitle("Northing +/- 1.0 m");
-  TChart1.Bottom().SetTitle("Easting +/- 1.0 m");
+  range_ = kFirstRange;
+  NameAxes();
   scales_[Index()].ScatterShownRange = 0.0F;
   latest_ = SentenceType::None;
 }
@@ -152,24 +162,42 @@ void frmScatter::ShowRange(float range) {
     if (scales_[Index()].ScatterAuto) axis->SetZoom(zoom);
   }
   const bool whole = range == std::floor(range);
-  const std::string text =
-      (whole ? NumberText(range) : " " + Format(static_cast<double>(range), "0.0")) + " m";
-  TChart1.Left().SetTitle("Northing +/-" + text);
-  TChart1.Bottom().SetTitle("Easting +/-" + text);
+  range_ = whole ? " +/-" + NumberText(range) : " +/- " + Format(static_cast<double>(range), "0.0");
+  range_ += " m";
+  NameAxes();
   scales_[Index()].ScatterShownRange = range;
 }
 
-void frmScatter::Toggle(MenuItem& item, Tool circle) {
-  item.SetChecked(!item.Checked());
-  TChart1.Tools(circle).SetVisible(item.Checked());
+// The range that was set, or what the user has zoomed to.
+void frmScatter::NameAxes() {
+  const auto title = [this](std::string_view word, const Axis& axis) {
+    std::string text(word);
+    if (!axis.Zoom()) return text + range_;
+    const AxisRange shown = axis.Range();
+    const std::string_view picture = shown.high - shown.low < 2.0 ? "0.00" : "0.0";
+    return text + " " + Format(shown.low, picture) + " to " + Format(shown.high, picture) + " m";
+  };
+  TChart1.Left().SetTitle(title("Northing", TChart1.Left()));
+  TChart1.Bottom().SetTitle(title("Easting", TChart1.Bottom()));
+}
+
+void frmScatter::ShowCircle(MenuItem& item, Tool circle, float radius) {
+  constexpr std::string_view kBeyond = " (> 10 m)";
+  const bool beyond = radius >= kBeyondBins;
+  std::string text = item.Text();
+  if (const auto at = text.find(kBeyond); at != std::string::npos) text.resize(at);
+  item.SetText(beyond ? text.append(kBeyond) : text);
+  TChart1.Tools(circle).SetValue(static_cast<double>(radius));
+  TChart1.Tools(circle).SetVisible(item.Checked() && !beyond);
 }
 
 void frmScatter::Refresh() {
-  if (latest_ == SentenceType::None) return;
-  if (!mnuCircle68.Checked() && !mnuCircle95.Checked()) return;
-  const Percentiles figures = statistics_[Index()].Of(latest_)[kRadStatistic].ComputePercentiles();
-  TChart1.Tools(kCircle68).SetValue(static_cast<double>(figures.P68));
-  TChart1.Tools(kCircle95).SetValue(static_cast<double>(figures.P95));
+  Percentiles figures;
+  if (latest_ != SentenceType::None && (mnuCircle68.Checked() || mnuCircle95.Checked())) {
+    figures = statistics_[Index()].Of(latest_)[kRadStatistic].ComputePercentiles();
+  }
+  ShowCircle(mnuCircle68, kCircle68, figures.P68);
+  ShowCircle(mnuCircle95, kCircle95, figures.P95);
 }
 
 }  // namespace fathomline

@@ -53,7 +53,8 @@ class frmScatter : public SystemView {
   // stood before this one.
   void AddScatterPoint(float deltaLat, float deltaLon);
 
-  // The circles that hold 68% and 95% of the fixes of the latest sentence type.
+  // The circles that hold 68% and 95% of the fixes of the latest sentence type. One whose figure
+  // lies beyond the bins of the statistics is not drawn.
   void Refresh() override;
 
   Chart TChart1{*this, "TChart1"};
@@ -70,12 +71,14 @@ class frmScatter : public SystemView {
 
   float HalfRange() const;
   void ShowRange(float range);
-  void Toggle(MenuItem& item, Tool circle);
+  void NameAxes();
+  void ShowCircle(MenuItem& item, Tool circle, float radius);
 
   const Statistics& statistics_;
   ScatterScales& scales_;
   Series* points_;
   SentenceType latest_ = SentenceType::None;
+  std::string range_;  // as the titles of the axes say it
 };
 
 }  // namespace fathomline

@@ -64,6 +64,13 @@ void SeriesFeeds::UpdateTimeSeries(int system, SentenceType type) {
   }
 }
 
+void SeriesFeeds::StartAfresh(int system) {
+  state_[system] = {};
+  for (const auto& window : windows_[system]) {
+    if (window->Loaded()) window->StartAfresh();
+  }
+}
+
 void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   const SentenceType type = window.Type();
   if (type == SentenceType::HDT && statistics_[system].Of<HDTRecord>().front().Stat.NoValueSeen) {

@@ -29,6 +29,9 @@ class SeriesFeeds {
   // Breaks the lines of the next feed of the system.
   void RaiseBreak(int system) { state_[system].breakLines = true; }
 
+  // The series of the system start afresh; no sample waits in a filter for its point.
+  void StartAfresh(int system);
+
   // Shared with the windows of signal-to-noise ratios.
   SatelliteFilters& FiltersOfSatellites(int system) { return state_[system].gsv; }
 

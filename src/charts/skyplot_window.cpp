@@ -105,7 +105,7 @@ void frmSkyplot::DrawSkyplotBackground() {
   const auto degrees = [](std::string_view text) { return std::string(text).append(kDegree); };
   picSkyplot.Clear();
   picSkyplot.SetPersistent(true);
-  picSkyplot.SetPen({.width = 1, .colour = kBlue});
+  picSkyplot.SetPen({.width = 1, .colour = kBlue, .scale = true});
   picSkyplot.Line(-kHorizon, 0.0, kHorizon, 0.0);
   picSkyplot.Line(0.0, -kHorizon, 0.0, kHorizon);
   picSkyplot.Circle(0.0, 0.0, 30.0);
@@ -286,11 +286,12 @@ void frmSkyplot::WriteRow(int row) {
   if (shown.empty) {
     for (auto* labels : {&lblChannel, &lblSv, &lblElevation, &lblAzimuth, &lblSNR}) {
       (*labels)(row).SetText("*");
-      (*labels)(row).SetColour({});
+      (*labels)(row).SetColour(look::kMutedInk);
     }
     lblColor(row).SetColour(kWhite);
     return;
   }
+  for (auto* labels : {&lblChannel, &lblAzimuth}) (*labels)(row).SetColour({});
   lblSv(row).SetColour(shown.svColour);
   lblElevation(row).SetColour(shown.elevationColour);
   lblSNR(row).SetColour(shown.snrColour);
@@ -321,7 +322,7 @@ void frmSkyplot::PaintDots() {
     const double x = PolarX(radius, 0.0, angle);
     const double y = PolarY(radius, 0.0, angle);
     picSkyplot.SetPen({.width = kDotWidth, .colour = dot.used ? kBlack : kRed});
-    picSkyplot.Dot(x, y);
+    picSkyplot.Dot(x, y, !dot.used);
     picSkyplot.Text(x, y, PlainText(dot.slot));
   }
 }

@@ -12,18 +12,22 @@ namespace {
 
 constexpr int kMostColumns = 8;
 constexpr int kSBASRow = 2;
+constexpr double kFullCircle = 360.0;
 
 // The three series and the markers of a satellite's chart.
 void MakeSatelliteChart(Chart& chart) {
-  chart.AddSeries({.title = "SNR", .kind = SeriesKind::Bar, .colour = kTeal});
-  chart.AddSeries({.title = "Elevation", .colour = kDarkRed});
-  chart.AddSeries({.title = "Azimuth", .colour = kNavy, .rightAxis = true});
+  chart.AddSeries(
+      {.title = "SNR", .kind = SeriesKind::Bar, .colour = kTeal, .unit = "dB", .whole = true});
+  chart.AddSeries({.title = "Elevation", .colour = kDarkRed, .unit = "deg", .whole = true});
+  chart.AddSeries(
+      {.title = "Azimuth", .colour = kNavy, .rightAxis = true, .unit = "deg", .whole = true});
   chart.Left().SetTitle("dB, deg");
   chart.Right().SetTitle("deg");
   for (const MarkerKind kind :
        {MarkerKind::HorizontalLine, MarkerKind::HorizontalBand, MarkerKind::HorizontalBand}) {
     chart.AddMarker({.kind = kind, .colour = kOrange, .visible = false});
   }
+  chart.SetWhyEmpty("no data");
 }
 
 std::array<std::int16_t, 3> ValuesOf(const Satellite& satellite) {
@@ -105,6 +109,7 @@ frmTimeSeriesSNR::frmTimeSeriesSNR(const ChartSurroundings& surroundings, int sy
   int prn = kSNRConstellationTable.at(static_cast<std::size_t>(row - 1)).firstPRN;
   for (Chart& chart : TChart) {
     MakeSatelliteChart(chart);
+    chart.Right().SetCompany(AxisRange{0.0, kFullCircle});
     chart.SetText(ChartTitle(prn++));
   }
   mnuWindow.onClick = [this, &visible] { visible.Open(row_); };
@@ -125,8 +130,25 @@ void frmTimeSeriesSNR::Arrange_TimeSeries() {
   std::vector<Layout> controls = ControlRow();
   controls.push_back(Layout::Space());
   const int columns = std::clamp<int>(row.Columns, 1, kMostColumns);
-  SetContent(
-      Layout::Column({Layout::Row(std::move(controls)), Layout::Table(columns, std::move(shown))}));
+  const std::string nothing =
+      std::string("No ")
+          .append(kSNRConstellationTable.at(static_cast<std::size_t>(row_ - 1)).name)
+          .append(" satellite yet");
+  SetContent(Layout::Column(
+      {Layout::Row(std::move(controls)), Layout::AlikeCharts(columns, std::move(shown), nothing)}));
+}
+
+void frmTimeSeriesSNR::Refresh() {
+  ChartWindow::Refresh();
+  AxisRange all{0.0, 0.0};  // where the bars stand
+  for (const Chart& chart : TChart) {
+    for (const int series : {kSNRSeries, kElevationSeries}) {
+      const auto range = chart.Series(series).RangeY();
+      if (range) all = {std::min(all.low, range->low), std::max(all.high, range->high)};
+    }
+  }
+  if (all.high == all.low) return;
+  for (Chart& chart : TChart) chart.Left().SetCompany(all);
 }
 
 void frmTimeSeriesSNR::LoadView() {
@@ -162,7 +184,7 @@ frmTimeSeriesGSV_SVbySV::frmTimeSeriesGSV_SVbySV(const ChartSurroundings& surrou
   row.push_back(Layout::Words("Elevation"));
   row.emplace_back(lblEl);
   row.push_back(Layout::Space());
-  SetContent(Layout::Column({Layout::Row(std::move(row)), TChart(0)}));
+  SetContent(Layout::Column({Layout::Row(std::move(row)), Layout::Charts(1, {TChart(0)})}));
 }
 
 void frmTimeSeriesGSV_SVbySV::LoadView() {
@@ -182,7 +204,13 @@ void frmTimeSeriesGSV_SVbySV::Feed(const Satellite& satellite, DateTime moment) 
   EndFeed();
 }
 
+void frmTimeSeriesGSV_SVbySV::StartAfresh() {
+  ChartWindow::StartAfresh();
+  filters_ = {};
+}
+
 void frmTimeSeriesGSV_SVbySV::Refresh() {
+  ChartWindow::Refresh();
   lblEl.SetText(elevation_ > 0 ? PlainText(elevation_) : std::string());
 }
 
@@ -198,6 +226,15 @@ void SNRFeeds::FeedAll(int system) {
   }
   for (const auto& [slot, window] : windows.BySatellite) {
     if (window->Loaded()) window->Feed(satellites_(system, slot), moment);
+  }
+}
+
+void SNRFeeds::StartAfresh(int system) {
+  for (const auto& window : windows_[system].ByRow) {
+    if (window->Loaded()) window->StartAfresh();
+  }
+  for (const auto& [slot, window] : windows_[system].BySatellite) {
+    if (window->Loaded()) window->StartAfresh();
   }
 }
 

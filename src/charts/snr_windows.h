@@ -80,6 +80,8 @@ class frmTimeSeriesSNR : public ChartWindow {
   Chart* ChartOf(int prn);
   // Lays out the charts that are to be shown, in the columns chosen. No points are lost.
   void Arrange_TimeSeries();
+  // Gives all charts one left scale.
+  void Refresh() override;
 
   MenuItem mnuWindow{*this, "mnuWindow", "&Window"};
 
@@ -99,6 +101,7 @@ class frmTimeSeriesGSV_SVbySV : public ChartWindow {
 
   void Feed(const Satellite& satellite, DateTime moment);
   void Refresh() override;
+  void StartAfresh() override;
 
   Label lblEl{*this, "lblEl"};
 
@@ -125,6 +128,7 @@ class SNRFeeds {
 
   // Feeds all slots, behind the last sentence of a group.
   void FeedAll(int system);
+  void StartAfresh(int system);
   // A satellite that is in view, into the windows that are loaded. A filter block is shared with
   // the charts of GSV.
   void FeedSNRSeries(int system, int slot);

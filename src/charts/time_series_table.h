@@ -135,6 +135,7 @@ struct TimeSeriesRow {
   FeedRule rule = FeedRule::None;
   SeriesKind kind = SeriesKind::Line;
   bool rightAxis = false;
+  std::string_view unit = {};  // where the title of the axis names more than one
 };
 
 namespace time_series_rows {
@@ -166,7 +167,8 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::GGA, 2, "hdop", kNavy, Decoded<&M::GGA, &GGARecord::HDOP>, kHDOPofGGA},
     {T::GGA, 3, "Quality (Color-coded)", kBlue, Decoded<&M::GGA, &GGARecord::Quality>, -1,
      FeedRule::Quality, SeriesKind::Bar},
-    {T::GGA, 3, "Age", kBlack, Decoded<&M::GGA, &GGARecord::DGPSAge>, -1, FeedRule::Age},
+    {T::GGA, 3, "Age", kBlack, Decoded<&M::GGA, &GGARecord::DGPSAge>, -1, FeedRule::Age, kLine,
+     false, "s"},
     {T::GGA, 3, "Stn ID", kOrange, Decoded<&M::GGA, &GGARecord::DGPSStation>, -1, FeedRule::Station,
      SeriesKind::Gantt, kRightAxis},
 
@@ -230,10 +232,12 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
 
     {T::ROT, 0, "Rate Of Turn", kBlue, Decoded<&M::ROT, &ROTRecord::RateOfTurn>},
 
-    {T::VHW, 0, "WaterSpeed (Knots)", kBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>},
+    {T::VHW, 0, "WaterSpeed (Knots)", kBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>, -1,
+     FeedRule::None, kLine, false, "knots"},
     {T::VHW, 0, "Water Hdg (True)", kRed, Decoded<&M::VHW, &VHWRecord::HeadingTrue>, -1,
      FeedRule::None, kLine, kRightAxis},
-    {T::VHW, 0, "Hdg (Magnetic)", kDarkGreen, Decoded<&M::VHW, &VHWRecord::HeadingMagnetic>},
+    {T::VHW, 0, "Hdg (Magnetic)", kDarkGreen, Decoded<&M::VHW, &VHWRecord::HeadingMagnetic>, -1,
+     FeedRule::None, kLine, false, "deg"},
 
     {T::DBT, 0, "Depth (below transducer)", kBlue, Decoded<&M::DBT, &DBTRecord::DepthMetres>},
 });
@@ -242,11 +246,14 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
 
 inline constexpr auto& kTimeSeriesRows = time_series_rows::kRows;
 
-// The row whose filter a row uses: its own, but of GNS that of the same series of GGA, so that a
-// system that sends both feeds one block from both.
+// The charts of GNS whose series are those of GGA.
+inline constexpr int kSharedPositionCharts = 3;
+
+// The row whose filter a row uses: its own, but of the position in GNS that of the same series of
+// GGA, so that a system that sends both feeds one block from both.
 constexpr std::size_t FilterRow(std::size_t row) {
   const TimeSeriesRow& own = kTimeSeriesRows[row];
-  if (own.type != SentenceType::GNS) return row;
+  if (own.type != SentenceType::GNS || own.chart >= kSharedPositionCharts) return row;
   int position = 0;
   for (std::size_t i = row; i > 0 && kTimeSeriesRows[i - 1].type == own.type &&
                             kTimeSeriesRows[i - 1].chart == own.chart;
@@ -264,8 +271,9 @@ constexpr bool FiltersAreOfTheSameSeries() {
   for (std::size_t row = 0; row < kTimeSeriesRows.size(); ++row) {
     const TimeSeriesRow& own = kTimeSeriesRows[row];
     const TimeSeriesRow& other = kTimeSeriesRows[FilterRow(row)];
-    if (own.title != other.title && own.kind != SeriesKind::Bar) return false;
-    if (own.type == SentenceType::GNS && other.type != SentenceType::GGA) return false;
+    if (own.title != other.title) return false;
+    const bool shared = own.type == SentenceType::GNS && own.chart < kSharedPositionCharts;
+    if (other.type != (shared ? SentenceType::GGA : own.type)) return false;
   }
   return true;
 }

@@ -12,6 +12,24 @@ namespace {
 
 constexpr int kDGPSChart = 3;
 
+std::string NothingYet(SentenceType type) {
+  return "No " + std::string(ToText(type)) + " yet";
+}
+
+// Of the title of an axis: what stands in brackets, or the whole where it is a unit.
+std::string UnitIn(std::string_view title) {
+  if (const auto open = title.find('('); open != std::string_view::npos) {
+    return std::string(title.substr(open + 1, title.find(')') - open - 1));
+  }
+  const bool unit = title.find(',') == std::string_view::npos && title != "PRN" && title != "dop";
+  return std::string(unit ? title : std::string_view());
+}
+
+bool WholeValues(FeedRule rule) {
+  return rule == FeedRule::SatelliteCount || rule == FeedRule::Quality ||
+         rule == FeedRule::Station || rule == FeedRule::FixType;
+}
+
 }  // namespace
 
 void PointFigures::Add(double value) {
@@ -52,9 +70,8 @@ frmTimeSeries::frmTimeSeries(const ChartSurroundings& surroundings, int system,
 
   MakeCharts();
   MakeMarkers();
-  std::vector<Layout> rows{Layout::Row(std::move(row))};
-  for (Chart& chart : TChart) rows.emplace_back(chart);
-  SetContent(Layout::Column(std::move(rows)));
+  SetContent(Layout::Column(
+      {Layout::Row(std::move(row)), Layout::Charts(1, {TChart.begin(), TChart.end()})}));
 }
 
 void frmTimeSeries::MakeCharts() {
@@ -64,19 +81,34 @@ void frmTimeSeries::MakeCharts() {
     chart.Left().SetTitle(design.left);
     chart.Right().SetTitle(design.right);
     chart.SetNote(design.note);
+    chart.SetWhyEmpty(Type() == SentenceType::GNS && design.chart == kDGPSChart
+                          ? "No differential data yet"
+                          : NothingYet(Type()));
   }
   for (std::size_t i = 0; i < kTimeSeriesRows.size(); ++i) {
     const TimeSeriesRow& row = kTimeSeriesRows[i];
     if (row.type != Type()) continue;
-    Series& series = TChart(row.chart).AddSeries({.title = std::string(row.title),
-                                                  .kind = row.kind,
-                                                  .colour = row.colour,
-                                                  .rightAxis = row.rightAxis});
+    Chart& chart = TChart(row.chart);
+    const bool satellites = row.chart >= FirstSatelliteChart();
+    const std::string& axis = (row.rightAxis ? chart.Right() : chart.Left()).Title();
+    const bool whole = satellites || WholeValues(row.rule);
+    std::string unit =
+        row.unit.empty() && row.rule != FeedRule::Station ? UnitIn(axis) : std::string(row.unit);
+    if (WholeValues(row.rule)) unit.clear();
+    const bool bars = row.kind == SeriesKind::Bar;
+    Series& series = chart.AddSeries({.title = std::string(row.title),
+                                      .kind = row.kind,
+                                      .colour = row.colour,
+                                      .rightAxis = row.rightAxis,
+                                      .unit = std::move(unit),
+                                      .whole = whole,
+                                      .satellite = satellites && !bars ? 0 : -1,
+                                      .steps = satellites && bars,
+                                      .digits = row.rule == FeedRule::Quality});
     plots_.push_back({&row, &series, FilterRow(i)});
   }
-  // Of 151 satellites only those in view are worth an entry.
   for (int i = FirstSatelliteChart(); i < ChartCount(); ++i) {
-    TChart(i).SetLegend(Legend::WithPoints);
+    TChart(i).SetLegend(Legend::AtLineEnds);
   }
 }
 
@@ -104,7 +136,11 @@ int frmTimeSeries::FirstSatelliteChart() const {
 void frmTimeSeries::AddSatellites() {
   for (int i = FirstSatelliteChart(); i < ChartCount(); ++i) {
     for (int slot = 1; slot <= kLastSlot; ++slot) {
-      TChart(i).AddSeries({.title = Format(slot, "00"), .colour = SatelliteColour(slot)});
+      TChart(i).AddSeries({.title = Format(slot, "00"),
+                           .colour = SatelliteColour(slot),
+                           .unit = UnitIn(TChart(i).Left().Title()),
+                           .whole = true,
+                           .satellite = slot});
     }
   }
 }
@@ -120,6 +156,25 @@ void frmTimeSeries::LoadView() {
 
 void frmTimeSeries::UnloadView() {
   if (gantt_ != nullptr) gantt_->RaiseGanttReset(Index());
+}
+
+void frmTimeSeries::Refresh() {
+  ChartWindow::Refresh();
+  if (Type() != SentenceType::GSV) return;
+  const bool fed = Around().records.SystemSetups[Index()][WindowFlag::Skyplot];
+  for (Chart& chart : TChart) {
+    chart.SetWhyEmpty(fed ? NothingYet(Type()) : "Fed while the sky plot is open");
+  }
+}
+
+void frmTimeSeries::StartAfresh() {
+  ChartWindow::StartAfresh();
+  figures_ = {};
+  if (gantt_ == nullptr) return;
+  gantt_->EndRuns(Index());
+  Axis& stations = TChart(kDGPSChart).Right();
+  stations.SetMaximum(1.0);
+  stations.SetMinimum(0.0);
 }
 
 void frmTimeSeries::ClickDGPS() {

@@ -45,6 +45,9 @@ class frmTimeSeries : public ChartWindow {
   bool PlotsDGPS() const { return chkDGPS && chkDGPS->Checked(); }
   bool PlotsAge() const { return PlotsDGPS() && !(chkAgeOff && chkAgeOff->Checked()); }
 
+  void StartAfresh() override;
+  void Refresh() override;
+
   // The points of the first series so far, for the series that the chart works out from them.
   PointFigures& Figures() { return figures_; }
 

@@ -10,6 +10,7 @@ namespace {
 
 constexpr const char* kSetupFilter = "Fathomline setup files (*.ini)|*.ini";
 constexpr const char* kSetupExtension = ".ini";
+constexpr std::string_view kLookKey = "Look";
 constexpr const char* kNoHelp =
     "Unable to display Help Contents. There is no Help associated with this project.";
 
@@ -72,6 +73,15 @@ void MainMenu::PlugOptionsAndHelp() {
   mainWindow_.mnuOptionLatLonFormat.onClick = [this] { windows_.geoFormat.Show(); };
   mainWindow_.mnuOptionsSessionInformation.onClick = [this] { windows_.document.Show(); };
   mainWindow_.mnuOptionsBinaryStandardIALA.onClick = [this] { ToggleBinaryStandard(); };
+  for (std::size_t i = 0; i < kLookChoices.size(); ++i) {
+    MenuItem& item = mainWindow_.mnuOptionsLookChoice(static_cast<int>(i));
+    item.SetText(kLookChoices[i].caption);
+    item.onClick = [this, i] {
+      settings_.Set(kSettingsSection, kLookKey, kLookChoices[i].key);
+      ShowLook();
+    };
+  }
+  ShowLook();
   mainWindow_.mnuHelpContents.onClick = [this] { Help(HelpStart::Contents); };
   mainWindow_.mnuHelpSearch.onClick = [this] { Help(HelpStart::Search); };
   mainWindow_.mnuHelpAbout.onClick = [this] { windows_.about.Show(); };
@@ -149,6 +159,18 @@ void MainMenu::ToggleBinaryStandard() {
   ais_.SetBinaryStandardIALA(iala);
   mainWindow_.mnuOptionsBinaryStandardIALA.SetChecked(iala);
   settings_.Set(kSettingsSection, kBinaryStandardIALA, iala ? 1 : 0);
+}
+
+void MainMenu::ShowLook() {
+  const std::string chosen = settings_.Get(kSettingsSection, kLookKey, "");
+  std::size_t look = 0;
+  for (std::size_t i = 0; i < kLookChoices.size(); ++i) {
+    if (kLookChoices[i].key == chosen) look = i;
+  }
+  for (std::size_t i = 0; i < kLookChoices.size(); ++i) {
+    mainWindow_.mnuOptionsLookChoice(static_cast<int>(i)).SetChecked(i == look);
+  }
+  desktop_.SetLook(kLookChoices[look].choice);
 }
 
 void MainMenu::Help(HelpStart start) {

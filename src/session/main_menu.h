@@ -30,6 +30,7 @@ class MainMenu {
   void OpenSetupDialog(int system);
   void NewWindow();
   void ToggleBinaryStandard();
+  void ShowLook();
   void Help(HelpStart start);
 
   Records& records_;

@@ -106,6 +106,8 @@ AxisRange Chart::AutomaticRange(AxisSide side) const {
     include(*range);
     if (side != AxisSide::Bottom && series.Kind() == SeriesKind::Bar) include({0.0, 0.0});
   }
+  const Axis& axis = side == AxisSide::Left ? left_ : side == AxisSide::Right ? right_ : bottom_;
+  if (const auto company = axis.Company()) include(*company);
   if (!all) return {};
   if (all->low == all->high) {
     const bool time = side == AxisSide::Bottom && !bottom_.LabelFormat().empty();
@@ -150,8 +152,37 @@ void Chart::ClickAxis(AxisSide side) {
   });
 }
 
-void Chart::Zoom(const Ranges& ranges, const std::function<void()>& handler) {
+bool Chart::Empty() const {
+  return std::none_of(series_.begin(), series_.end(),
+                      [](const auto& series) { return series.RangeY().has_value(); });
+}
+
+bool Chart::AnyHeldInWindow() const {
+  const auto& controls = OwningWindow().Controls();
+  return std::any_of(controls.begin(), controls.end(), [](const Control* control) {
+    return control->Kind() == ControlKind::Chart && static_cast<const Chart*>(control)->Held();
+  });
+}
+
+// Both axes get the longer of the ranges wanted, each round its own middle.
+Chart::Ranges Chart::EquallyScaled(const Ranges& ranges) const {
+  const AxisRange bottom = ranges.bottom.value_or(bottom_.Range());
+  const AxisRange left = ranges.left.value_or(left_.Range());
+  double half = 0.0;
+  if (ranges.bottom) half = std::max(half, (bottom.high - bottom.low) / 2.0);
+  if (ranges.left) half = std::max(half, (left.high - left.low) / 2.0);
+  const auto round = [half](const AxisRange& range) {
+    const double middle = (range.low + range.high) / 2.0;
+    return AxisRange{middle - half, middle + half};
+  };
+  return {round(bottom), round(left), ranges.right};
+}
+
+void Chart::Zoom(Ranges ranges, Gesture gesture, const std::function<void()>& handler) {
   OwningWindow().UserAct(*this, [&] {
+    if (!AnyHeldInWindow()) steps_.clear();
+    if (gesture == Gesture::New || steps_.empty()) BeginStep();
+    if (state_.equalScales && (ranges.bottom || ranges.left)) ranges = EquallyScaled(ranges);
     if (ranges.bottom) bottom_.SetZoom(ranges.bottom);
     if (ranges.left) left_.SetZoom(ranges.left);
     if (ranges.right) right_.SetZoom(ranges.right);
@@ -159,19 +190,48 @@ void Chart::Zoom(const Ranges& ranges, const std::function<void()>& handler) {
   });
 }
 
-void Chart::UserZoom(const Ranges& ranges) {
-  Zoom(ranges, onZoom);
+void Chart::UserZoom(const Ranges& ranges, Gesture gesture) {
+  Zoom(ranges, gesture, onZoom);
 }
 
-void Chart::UserScroll(const Ranges& ranges) {
-  Zoom(ranges, onScroll);
+void Chart::UserScroll(const Ranges& ranges, Gesture gesture) {
+  Zoom(ranges, gesture, onScroll);
+}
+
+void Chart::UndoStep() {
+  Step before;
+  if (!steps_.empty()) {
+    before = steps_.back();
+    steps_.pop_back();
+  }
+  // An axis that the program has moved since is not led back.
+  if (left_.Zoom()) left_.SetZoom(before.left);
+  if (right_.Zoom()) right_.SetZoom(before.right);
+  if (bottom_.Zoom()) bottom_.SetZoom(before.bottom);
 }
 
 void Chart::UserUndoZoom() {
   OwningWindow().UserAct(*this, [this] {
-    for (Axis* axis : {&left_, &right_, &bottom_}) axis->SetZoom({});
+    UndoStep();
     if (onUndoZoom) onUndoZoom();
   });
+}
+
+void Chart::UserShowAll() {
+  OwningWindow().UserAct(*this, [this] {
+    steps_.clear();
+    UndoStep();
+    if (onUndoZoom) onUndoZoom();
+  });
+}
+
+void Chart::MatchSteps(const Chart& other) {
+  if (other.steps_.empty()) {
+    steps_.clear();
+    UndoStep();
+  }
+  while (steps_.size() > other.steps_.size()) UndoStep();
+  while (steps_.size() < other.steps_.size()) BeginStep();
 }
 
 void Chart::Seal() {
@@ -187,6 +247,7 @@ void Chart::Seal() {
 void Chart::Reset() {
   Control::Reset();
   Change(state_, design_);
+  steps_.clear();
   for (Axis* axis : {&left_, &right_, &bottom_}) axis->Change(axis->state_, axis->design_);
   if (series_.size() > sealedSeries_.size() || markers_.size() > sealedMarkers_) Touch();
   while (series_.size() > sealedSeries_.size()) series_.pop_back();

@@ -49,6 +49,11 @@ class Axis {
   std::optional<AxisRange> Zoom() const { return state_.zoom; }
   void SetZoom(std::optional<AxisRange> zoom) { Change(state_.zoom, zoom); }
 
+  // What an automatic end shows in any case, beside the points of the chart: those of the charts
+  // that it stands with, so that they can be compared.
+  std::optional<AxisRange> Company() const { return state_.company; }
+  void SetCompany(std::optional<AxisRange> company) { Change(state_.company, company); }
+
   const std::string& Title() const { return state_.title; }
   void SetTitle(std::string_view title) { Change(state_.title, title); }
   // A picture of dates makes the axis one of time, in days; empty: numbers.
@@ -69,6 +74,7 @@ class Axis {
     bool automaticMaximum = true;
     bool visible = true;
     std::optional<AxisRange> zoom;
+    std::optional<AxisRange> company;
     std::string title;
     std::string labelFormat;
 
@@ -132,8 +138,8 @@ class Marker {
   State sealed_;
 };
 
-// Which series the legend names.
-enum class Legend : std::uint8_t { None, WithPoints, All };
+// Which series the legend names. The lines of satellites say their numbers at their ends.
+enum class Legend : std::uint8_t { None, WithPoints, All, AtLineEnds };
 
 // Series and markers count from 0; an index that is not there raises OutOfRange. The text of the
 // control is the title of the chart.
@@ -166,21 +172,37 @@ class Chart : public Control {
   // A text behind the legend.
   const std::string& Note() const { return state_.note; }
   void SetNote(std::string_view note) { Change(state_.note, note); }
+  // What stands in the chart as long as it has no points.
+  const std::string& WhyEmpty() const { return state_.whyEmpty; }
+  void SetWhyEmpty(std::string_view why) { Change(state_.whyEmpty, why); }
+  bool Empty() const;
+  // A unit is as long on the left axis as on the bottom one, whatever the user zooms to.
+  bool EqualScales() const { return state_.equalScales; }
+  void SetEqualScales(bool equal) { Change(state_.equalScales, equal); }
 
   // The points within the shown part of the bottom axis as comma-separated values: the time in UTC
   // or x, the title of the series, y. Null points are left out.
   void WriteCsv(std::ostream& out) const;
 
-  // What the user does with the mouse. A range that is not given stays as it is.
+  // What the user does with the mouse. A range that is not given stays as it is. Each zoom and each
+  // scroll is a step that can be undone; a gesture that goes on belongs to the step before.
   struct Ranges {
     std::optional<AxisRange> bottom;
     std::optional<AxisRange> left;
     std::optional<AxisRange> right;
   };
+  enum class Gesture : std::uint8_t { New, GoesOn };
   void ClickAxis(AxisSide side);
-  void UserZoom(const Ranges& ranges);
-  void UserScroll(const Ranges& ranges);
+  void UserZoom(const Ranges& ranges, Gesture gesture = Gesture::New);
+  void UserScroll(const Ranges& ranges, Gesture gesture = Gesture::New);
+  // Goes back one step, or all of them.
   void UserUndoZoom();
+  void UserShowAll();
+  // A zoom lies over one of the axes.
+  bool Held() const { return left_.Zoom() || right_.Zoom() || bottom_.Zoom(); }
+  // Brings this chart to as many steps as another one of its window has, so that undoing leads both
+  // back together.
+  void MatchSteps(const Chart& other);
 
   std::function<void(AxisSide side)> onClickAxis;
   std::function<void()> onZoom;
@@ -195,11 +217,24 @@ class Chart : public Control {
   struct Look {
     Legend legend = Legend::All;
     std::string note;
+    std::string whyEmpty;
+    bool equalScales = false;
 
     bool operator==(const Look&) const = default;
   };
 
-  void Zoom(const Ranges& ranges, const std::function<void()>& handler);
+  // The zooms of the three axes before a step.
+  struct Step {
+    std::optional<AxisRange> left;
+    std::optional<AxisRange> right;
+    std::optional<AxisRange> bottom;
+  };
+
+  void Zoom(Ranges ranges, Gesture gesture, const std::function<void()>& handler);
+  bool AnyHeldInWindow() const;
+  Ranges EquallyScaled(const Ranges& ranges) const;
+  void BeginStep() { steps_.push_back({left_.Zoom(), right_.Zoom(), bottom_.Zoom()}); }
+  void UndoStep();
 
   Axis left_;
   Axis right_;
@@ -210,6 +245,7 @@ class Chart : public Control {
   Look design_;
   std::vector<SeriesDesign> sealedSeries_;
   std::size_t sealedMarkers_ = 0;
+  std::vector<Step> steps_;
 };
 
 }  // namespace fathomline

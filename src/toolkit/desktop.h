@@ -83,6 +83,7 @@ class Desktop : public Dialogs {
   void Beep() override { face_.Beep(); }
   void CopyText(std::string_view text) { face_.CopyText(text); }
   void ShowPageSetup() { face_.ShowPageSetup(); }
+  void SetLook(LookChoice choice) { face_.SetLook(choice); }
   bool ShowHelp(HelpStart start) { return face_.ShowHelp(start); }
   bool OpenDocument(const std::string& path) { return face_.OpenDocument(path); }
 

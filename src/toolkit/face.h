@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "base/dialogs.h"
+#include "base/look.h"
 
 namespace fathomline {
 
@@ -38,6 +39,8 @@ class Face {
   virtual void Beep() = 0;
   // Puts a text where the user can paste it from.
   virtual void CopyText(std::string_view text) = 0;
+  // Paints everything light or dark from now on.
+  virtual void SetLook(LookChoice /*choice*/) {}
   virtual void ArrangeIcons() = 0;
 
   // One turn of the event loop: user actions that wait, then a turn of the desktop.

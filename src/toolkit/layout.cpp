@@ -23,6 +23,17 @@ Layout Layout::Table(int columns, std::vector<Layout> cells) {
   return table;
 }
 
+Layout Layout::Charts(int columns, std::vector<Layout> charts) {
+  return AlikeCharts(columns, std::move(charts), {});
+}
+
+Layout Layout::AlikeCharts(int columns, std::vector<Layout> charts, std::string nothing) {
+  Layout all(Kind::Charts, std::move(charts));
+  all.columns_ = columns;
+  all.text_ = std::move(nothing);
+  return all;
+}
+
 Layout Layout::Box(Frame& frame, Layout content) {
   Layout box(Kind::Box, {});
   box.control_ = &frame;

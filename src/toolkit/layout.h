@@ -29,6 +29,7 @@ class Layout {
     Column,  // one under the other
     Form,    // lines of words and what they name, in two aligned columns
     Table,   // cells in reading order, with a number of columns
+    Charts,  // charts over one time axis, with a number of columns, which share the height
     Box,     // a frame around its only child
     Pages,   // one page per tab of a Choices, in its order
     Space,   // room that takes what is left over
@@ -43,13 +44,17 @@ class Layout {
   static Layout Column(std::vector<Layout> children) { return {Kind::Column, std::move(children)}; }
   static Layout Form(std::vector<FormLine> lines);
   static Layout Table(int columns, std::vector<Layout> cells);
+  static Layout Charts(int columns, std::vector<Layout> charts);
+  // The same of many that have the same series: one legend serves all, and those without points
+  // take next to no room. `nothing` is what stands there when none has any.
+  static Layout AlikeCharts(int columns, std::vector<Layout> charts, std::string nothing);
   static Layout Box(Frame& frame, Layout content);
   static Layout Pages(Choices& tabs, std::vector<Layout> pages);
   static Layout Space() { return {Kind::Space, {}}; }
 
   Kind ShownKind() const { return kind_; }
-  Control* Shown() const { return control_; }  // of an item, a box and pages
-  const std::string& Text() const { return text_; }
+  Control* Shown() const { return control_; }        // of an item, a box and pages
+  const std::string& Text() const { return text_; }  // of words, and of charts that are alike
   int Columns() const { return columns_; }
   const std::vector<Layout>& Children() const { return children_; }
 

@@ -18,8 +18,8 @@ void Picture::Circle(double x, double y, double radius) {
   Draw({.kind = ShapeKind::Circle, .pen = {}, .x = x, .y = y, .radius = radius});
 }
 
-void Picture::Dot(double x, double y) {
-  Draw({.kind = ShapeKind::Dot, .pen = {}, .x = x, .y = y});
+void Picture::Dot(double x, double y, bool hollow) {
+  Draw({.kind = ShapeKind::Dot, .pen = {}, .x = x, .y = y, .hollow = hollow});
 }
 
 void Picture::Text(double x, double y, std::string_view text, Anchor anchor) {

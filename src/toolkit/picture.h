@@ -17,6 +17,7 @@ struct Pen {
   Colour colour = kBlack;
   bool dashed = false;
   bool small = false;  // texts
+  bool scale = false;  // part of a scale, which is to recede behind what is measured on it
 
   bool operator==(const Pen&) const = default;
 };
@@ -39,6 +40,7 @@ struct Shape {
   double toX = 0.0;  // of a line and a box
   double toY = 0.0;
   double radius = 0.0;  // of a circle; of a mark in logical pixels
+  bool hollow = false;  // of a dot
   std::string text = {};
   Anchor anchor = {};
   MarkShape mark = MarkShape::Disc;
@@ -96,8 +98,8 @@ class Picture : public Control {
 
   void Line(double x, double y, double toX, double toY);
   void Circle(double x, double y, double radius);
-  // A filled point as wide as the pen.
-  void Dot(double x, double y);
+  // A point as wide as the pen, or a ring in its place.
+  void Dot(double x, double y, bool hollow = false);
   // x and y are the upper left corner.
   void Text(double x, double y, std::string_view text) { Text(x, y, text, {}); }
   void Text(double x, double y, std::string_view text, Anchor anchor);

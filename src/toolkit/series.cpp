@@ -111,6 +111,27 @@ void Series::Delete(int index) {
   ++changes_;
 }
 
+void Series::KeepWithin(const AxisRange& x) {
+  while (count_ > 0 && At(0).end < x.low) DeleteOldest();
+  const auto range = RangeX();
+  // A bar that began early may go on into the span; those that do not come to be the oldest.
+  const bool early = range && range->low < x.low && design_.kind != SeriesKind::Gantt;
+  if (!range || (!early && range->high <= x.high)) return;
+  Series kept(changes_, design_);
+  for (int i = 0; i < count_; ++i) {
+    const Point point = At(i);
+    if (point.end < x.low || point.x > x.high) continue;
+    kept.Append(point.x, point.end, point.y, point.null ? kNullPoint : point.colour);
+  }
+  if (kept.count_ == count_) return;
+  blocks_ = std::move(kept.blocks_);
+  x_ = kept.x_;
+  y_ = kept.y_;
+  first_ = 0;
+  count_ = kept.count_;
+  ++changes_;
+}
+
 void Series::Clear() {
   if (count_ == 0) return;
   blocks_.clear();

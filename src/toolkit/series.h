@@ -32,6 +32,11 @@ struct SeriesDesign {
   SeriesKind kind = SeriesKind::Line;
   Colour colour = kBlack;
   bool rightAxis = false;
+  std::string unit = {};  // of the values, as it is read out behind them
+  bool whole = false;     // the values have no decimals
+  int satellite = -1;     // the slot of the satellite whose line it is, or none
+  bool steps = false;     // bars drawn as a quiet line of steps, since others are to be seen
+  bool digits = false;    // a run of equal bars says its value
 
   bool operator==(const SeriesDesign&) const = default;
 };
@@ -67,6 +72,9 @@ class Series {
   void AddGantt(double start, double end, float y) { Append(start, end, y, kSeriesColour); }
   void DeleteOldest();
   void Delete(int index);
+  // Takes away what lies wholly beyond a span of x. Quick where that is nothing, or only the
+  // oldest.
+  void KeepWithin(const AxisRange& x);
   void Clear();
 
   int Count() const { return count_; }

@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "base/clock.h"
+#include "base/look.h"
 #include "base/settings.h"
 #include "records/records.h"
 #include "toolkit/bars.h"
@@ -94,6 +95,10 @@ class frmMain : public Window {
                                         "AIS Binary Messages by &IALA Proposal"};
   MenuItem mnuOptionsBar1{mnuOptions, "mnuOptionsBar1", "-"};
   MenuItem mnuOptionsReconnect{mnuOptions, "mnuOptionsReconnect", "&Reconnect Lost Links"};
+  MenuItem mnuOptionsLook{mnuOptions, "mnuOptionsLook", "L&ook"};
+  // In the order of kLookChoices; the one in force is checked.
+  ControlArray<MenuItem> mnuOptionsLookChoice{mnuOptionsLook, "mnuOptionsLookChoice", 0,
+                                              static_cast<int>(kLookChoices.size()) - 1, ""};
 
   MenuItem mnuTools{*this, "mnuTools", "&Tools"};
   MenuItem mnuToolsSources{mnuTools, "mnuToolsSources", "&Sources"};

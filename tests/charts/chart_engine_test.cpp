@@ -103,6 +103,8 @@ TEST_F(GanttTest, DrawsABarForEachFurtherSampleOfARun) {
 
 TEST_F(GanttTest, DrawsNothingForRunsOfOneSample) {
   AddStations({5, 0, 5, NoValue, 5, 6, 5});
+  second -= 1.5;
+  AddStations({5});
   second = -86400.0;
   AddStations({5});
   table.RaiseGanttReset(1);

@@ -31,7 +31,10 @@ TEST_F(ScatterTest, FollowsThePointsThatStoodBefore) {
   scatter.AddScatterPoint(-27.5F, 2.0F);
   scatter.AddScatterPoint(0.0F, 0.0F);
   EXPECT_EQ(Shown(), zoom) << "holds while fixes come in";
+  EXPECT_EQ(chart.Bottom().Range(), (AxisRange{-1.0, 1.0})) << "as much to the east";
+  EXPECT_EQ(chart.Left().Title(), "Northing -4.0 to -2.0 m");
   scatter.TChart1.UserUndoZoom();
+  EXPECT_EQ(chart.Left().Title(), "Northing +/- 28 m");
   EXPECT_EQ(Shown(), (AxisRange{-28.0, 28.0}));
   scatter.AddScatterPoint(NoValue, 2.0F);
   EXPECT_EQ(chart.Series(0).Count(), 4);
@@ -94,8 +97,14 @@ TEST_F(ScatterTest, SwitchesTheCirclesOfTheHorizontalFigures) {
   scatter.Refresh();
   // 1.8429 m north of the reference; the lower edge of its bin of a centimetre.
   EXPECT_NEAR(chart.Tools(3).Value(), 1.84, 0.0101);
+  // Beyond the bins there is no figure to draw.
+  Send("$GPGGA,120001,0000.0100,N,00000.0000,E,1,9,1.2,12.5,M,0.0,M,,*00");
+  scatter.Refresh();
+  EXPECT_FALSE(chart.Tools(3).Design().visible);
+  EXPECT_EQ(scatter.mnuCircle95.Text(), "&95% of the fixes (> 10 m)");
   scatter.mnuCircle95.Click();
   EXPECT_FALSE(chart.Tools(3).Design().visible);
+  EXPECT_EQ(scatter.mnuCircle95.Text(), "&95% of the fixes");
 }
 
 TEST_F(ScatterTest, ComesBackFromAResetShownOrHidden) {

@@ -68,6 +68,38 @@ TEST_F(FeedTest, LetsTheTwoPositionSentencesShareTheirFilters) {
   EXPECT_EQ(Of(SentenceType::GNS, 2, 1), (Points{5.0F}));
   EXPECT_TRUE(Of(SentenceType::GGA, 2, 1).empty());
   EXPECT_EQ(Of(SentenceType::GNS, 3, 0).size(), 0U);
+  Send(GGA("120002", 2, 9, "3.0", "5"));
+  Send("$GNGNS,120003,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,7.0,5*00");
+  Send("$GNGNS,120004,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,4.0,5*00");
+  EXPECT_EQ(Of(SentenceType::GNS, 3, 1), Points{7.0F}) << "the age is each one's own";
+}
+
+TEST_F(FeedTest, StartsAfreshAndLetsGoWhatLiesMoreThanADayAway) {
+  charts.OpenTimeSeries(1);
+  SetTime(12, 0, 0);
+  Send("$GPGSV,1,1,01,03,40,120,35*00");
+  SendDepth(4.0F);
+  records.MessageTime[1] = {kDate.days + 1.6};
+  Send("$GPGSV,1,1,01,05,40,120,35*00");
+  SendDepth(5.0F);
+  records.MessageTime[1] = {kDate.days + 1.2};
+  SendDepth(6.0F);
+  EXPECT_TRUE(Of(SentenceType::GSV, 0, 3).empty()) << "a satellite that is fed no more";
+  EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{5.0F, 6.0F}));
+  records.MessageTime[1] = {kDate.days + 0.5};
+  SendDepth(7.0F);
+  EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{6.0F, 7.0F})) << "the one behind it too";
+  const std::string fix = GGA("120000", 2, 9, "3.0", "5");
+  Send(fix);
+  Send(fix);
+  charts.StartSeriesAfresh(1);
+  EXPECT_TRUE(Of(SentenceType::DBT, 0, 0).empty());
+  EXPECT_TRUE(Of(SentenceType::GSV, 0, 5).empty());
+  EXPECT_EQ(charts.TimeSeriesOf(1, SentenceType::GGA).TChart(3).Right().Range(),
+            (AxisRange{0.0, 1.0}));
+  Send(fix);
+  EXPECT_TRUE(Of(SentenceType::GGA, 3, 2).empty()) << "the run of the station has ended";
+  EXPECT_EQ(Of(SentenceType::GGA, 0, 1).size(), 1U);
 }
 
 TEST_F(FeedTest, TellsTheModeOfAFixByTheColourOfItsType) {
@@ -93,6 +125,16 @@ TEST_F(FeedTest, TiesTheRightAxisOfTheHeadingToTheLeftOne) {
   EXPECT_EQ(chart.Tools(2).Value(), 0.0);
   // The reference has followed the mean to 104: the deviations are 2, 6 and 0.
   EXPECT_NEAR(chart.Tools(1).Band().high, 3.0550505, 1e-5);
+}
+
+TEST_F(FeedTest, PlotsSatellitesWhileTheSkyplotIsOpen) {
+  const std::string group = "$GPGSV,1,1,01,09,40,120,35*00";
+  Send(group);
+  EXPECT_TRUE(Of(SentenceType::GSV, 0, 9).empty());
+  charts.OpenTimeSeries(1);
+  EXPECT_TRUE(charts.SkyplotOf(1).Visible());
+  Send(group);
+  EXPECT_EQ(Of(SentenceType::GSV, 0, 9), Points{40.0F});
 }
 
 TEST_F(FeedTest, FeedsHiddenWindowsButNoSentenceThatIsNotAnalysed) {

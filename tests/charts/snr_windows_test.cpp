@@ -38,6 +38,10 @@ TEST_F(SNRTest, FeedsTheChartsOfTheSatellitesInView) {
   EXPECT_EQ(Ratios(4, 131), Points{41.0F});
   EXPECT_EQ(charts.SNROf(1, 4).ChartOf(132), nullptr);
   EXPECT_EQ(charts.SNROf(1, 2).TChart(31).Text(), " PRN 64");
+  SendSatellite(7, 60, 48);
+  charts.SNROf(1, 1).Refresh();
+  EXPECT_EQ(charts.SNROf(1, 1).ChartOf(5)->Left().Range(), (AxisRange{0.0, 60.0}))
+      << "one scale for all";
 }
 
 TEST_F(SNRTest, SharesTheBlocksOfItsFilterWithTheChartsOfTheGroup) {
@@ -46,10 +50,10 @@ TEST_F(SNRTest, SharesTheBlocksOfItsFilterWithTheChartsOfTheGroup) {
   charts.TimeSeriesOf(1, SentenceType::GSV).cmbFilter.UserChoose(2);
   SendSatellite(5, 20, 41);
   SendSatellite(5, 20, 42);
-  // The first group begins the block; the second one is 41 to the charts, which end it, and 42 to
-  // the tracking behind them, which begins the next.
-  EXPECT_EQ(Values(SeriesOf(SentenceType::GSV, 2, 5)), Points{41.0F});
-  EXPECT_TRUE(Ratios(1, 5).empty());
+  // Each group gives a sample to both: the charts of the group begin each block, these windows end
+  // it.
+  EXPECT_TRUE(Values(SeriesOf(SentenceType::GSV, 2, 5)).empty());
+  EXPECT_EQ(Ratios(1, 5), (Points{41.0F, 42.0F}));
 }
 
 TEST_F(SNRTest, AsksBeforeItIsClosed) {

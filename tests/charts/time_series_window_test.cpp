@@ -113,6 +113,10 @@ TEST_F(TimeSeriesWindowTest, GivesAllChartsOneTimeAxis) {
   EXPECT_EQ(attitude.TChart(0).Bottom().Range(), zoom);
   Send("$PFEC,GPatt,10.0,-1.5,2.5*00");
   EXPECT_EQ(attitude.TChart(0).Bottom().Range(), zoom) << "holds while data come in";
+  attitude.TChart(0).UserZoom({.bottom = {}, .left = AxisRange{0.0, 1.0}, .right = {}});
+  attitude.TChart(1).UserUndoZoom();
+  EXPECT_FALSE(attitude.TChart(0).Left().Zoom()) << "the last step of the window";
+  EXPECT_EQ(attitude.TChart(0).Bottom().Range(), zoom);
   attitude.TChart(0).UserUndoZoom();
   EXPECT_FALSE(attitude.TChart(1).Bottom().Zoom());
   EXPECT_TRUE(attitude.TChart(1).Bottom().Automatic());

@@ -49,10 +49,21 @@ TEST(Series, KeepsItsPointsAndExtremesThroughAnyAddingAndDeleting) {
     } else if (dice < 90) {
       series.DeleteOldest();
       expected.pop_front();
-    } else {
+    } else if (dice < 99) {
       const auto at = random() % expected.size();
       series.Delete(static_cast<int>(at));
       expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(at));
+    } else {
+      // Those that begin behind the span go wherever they stand, older ones from the front on.
+      const AxisRange kept{expected.front().end + 1.0, x - 0.25};
+      series.KeepWithin(kept);
+      while (!expected.empty() && expected.front().end < kept.low) expected.pop_front();
+      const bool behind = std::any_of(expected.begin(), expected.end(), [&](const auto& point) {
+        return point.end > kept.high;
+      });
+      std::erase_if(expected, [&](const Series::Point& point) {
+        return behind && (point.end < kept.low || point.x > kept.high);
+      });
     }
     ASSERT_EQ(series.Count(), static_cast<int>(expected.size()));
     if (step % 7 != 0) continue;
@@ -155,14 +166,24 @@ TEST_F(ChartTest, AZoomHoldsUntilItIsUndoneOrTheProgramMovesTheAxis) {
   int undone = 0;
   chart.onZoom = [&] { ++zooms; };
   chart.onUndoZoom = [&] { ++undone; };
-  chart.UserZoom({.bottom = AxisRange{2.0, 3.0}, .left = {}, .right = {}});
+  const auto zoom = [this](double low, double high, Chart::Gesture gesture) {
+    chart.UserZoom({.bottom = AxisRange{low, high}, .left = {}, .right = {}}, gesture);
+  };
+  zoom(2.0, 3.0, Chart::Gesture::New);
   chart.Series(0).Add(9.0, 50.0F);
   EXPECT_EQ(chart.Bottom().Range(), (AxisRange{2.0, 3.0}));
   EXPECT_EQ(chart.Left().Range(), (AxisRange{5.0, 50.0}));
+  zoom(2.2, 2.9, Chart::Gesture::New);
+  zoom(2.3, 2.8, Chart::Gesture::GoesOn);
   chart.UserUndoZoom();
+  EXPECT_EQ(chart.Bottom().Range(), (AxisRange{2.0, 3.0})) << "a step is a gesture";
+  EXPECT_TRUE(chart.Held());
+  zoom(2.2, 2.9, Chart::Gesture::New);
+  chart.UserShowAll();
+  EXPECT_FALSE(chart.Held());
   EXPECT_EQ(chart.Bottom().Range(), (AxisRange{1.0, 9.0}));
-  EXPECT_EQ(zooms, 1);
-  EXPECT_EQ(undone, 1);
+  EXPECT_EQ(zooms, 4);
+  EXPECT_EQ(undone, 2);
 
   chart.Bottom().SetAutomatic(false);
   chart.Bottom().SetMaximum(20.0);

@@ -36,7 +36,7 @@ QIcon SignIcon(Sign sign) {
   QPainter painter(&pixmap);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(sign == Sign::Stop ? QColor(0xB0, 0x30, 0x20) : QColor(0x20, 0x60, 0x98));
+  painter.setBrush(PaintOf(sign == Sign::Stop ? look::kDead : look::kAccent));
   switch (sign) {
     case Sign::Play:
       painter.drawPolygon(QPolygon({{4, 2}, {14, 8}, {4, 14}}));

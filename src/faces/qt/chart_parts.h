@@ -1,20 +1,28 @@
 // What a plot is made of beside its series, drawn in place from the plain chart.
 #pragma once
 
+#include <QFont>
+#include <QString>
 #include <qcustomplot.h>
-#include <string>
 #include <vector>
 
-#include "base/datetime.h"
 #include "faces/qt/series_plottable.h"
 #include "toolkit/chart.h"
 
 namespace fathomline {
 
-// All lines and bands across the chart.
+// The font of all that stands beside the data.
+QFont SmallFont(const QFont& usual);
+
+// All lines and bands across the chart, and what it says when it has no points.
 class MarkerLayer : public QCPLayerable {
  public:
   MarkerLayer(QCustomPlot* plot, const Chart& chart);
+
+  // What stands in the middle, if anything.
+  void SetWords(const QString& words) { words_ = words; }
+  // The title, where it stands in the plot instead of above it.
+  void SetTitle(const QString& title) { title_ = title; }
 
  protected:
   QRect clipRect() const override;
@@ -22,60 +30,60 @@ class MarkerLayer : public QCPLayerable {
   void draw(QCPPainter* painter) override;
 
  private:
+  void DrawMarker(QCPPainter& painter, const QRectF& area, const Marker& marker) const;
+
   const Chart& chart_;
+  QString words_;
+  QString title_;
 };
 
-// The title at the left, the series behind it and the note, in as many lines as they need and the
-// height of the plot allows.
-class LegendStrip : public QCPLayoutElement {
+// The numbers of satellites, each at the end of its line and none on another.
+class EndNumbers : public QCPLayerable {
  public:
-  LegendStrip(QCustomPlot* plot, const Chart& chart);
+  EndNumbers(QCustomPlot* plot, const Chart& chart);
 
-  // To be called where titles or the size have changed.
-  void Arrange(const QSize& size);
+  // The room at the right that they want.
+  static int Width(const QFontMetrics& metrics);
 
  protected:
   void applyDefaultAntialiasingHint(QCPPainter*) const override {}
   void draw(QCPPainter* painter) override;
 
  private:
-  struct Entry {
-    QString text;
-    int series = -1;
-    bool bold = false;
-    QRect place;
-  };
-
-  std::vector<Entry> Entries() const;
-
   const Chart& chart_;
-  std::vector<Entry> shown_;
 };
 
-// Ticks at whole units of time, no more than have room for their labels. These follow the picture
-// of the axis, in UTC; seconds or the date stand with them where it takes these to tell them apart.
-class TimeTicker : public QCPAxisTicker {
+// What stands above a plot, in one row: the title, the unit of the left axis, the series, the note
+// and the unit of the right axis. What has no room is left out, with a count of the series.
+class Head {
  public:
-  // To be called where the picture or the width of the axis has changed.
-  void Fit(const std::string& picture, int pixels, const QFontMetrics& metrics);
-  // Of the labels of an axis that shows so much.
-  static int Lines(const QCPRange& range) { return range.size() > kSecondsPerDay ? 2 : 1; }
+  struct Parts {
+    bool title = true;
+    bool rightUnit = true;
+  };
+
+  static int Height(const QFont& usual);
+  // All of it, a line each.
+  static QString Whole(const Chart& chart);
+  static void Paint(QPainter& painter, const QRect& area, const Chart& chart, const QFont& usual,
+                    const Parts& parts);
+};
+
+// The head as a row of the plot.
+class HeadRow : public QCPLayoutElement {
+ public:
+  HeadRow(QCustomPlot* plot, const Chart& chart);
+
+  // No row at all, where others say it.
+  void SetShown(bool shown);
 
  protected:
-  double getTickStep(const QCPRange& range) override;
-  int getSubTickCount(double tickStep) override;
-  QString getTickLabel(double tick, const QLocale& locale, QChar format, int precision) override;
+  void applyDefaultAntialiasingHint(QCPPainter*) const override {}
+  void draw(QCPPainter* painter) override;
 
  private:
-  std::string WithSeconds() const;
-
-  std::string picture_;
-  int pixels_ = 1;
-  int timeWidth_ = 1;
-  int secondsWidth_ = 1;
-  int dateWidth_ = 1;
-  double step_ = 1.0;
-  bool days_ = false;
+  const Chart& chart_;
+  bool shown_ = true;
 };
 
 }  // namespace fathomline

@@ -1,9 +1,13 @@
-// The view of a chart: axes, ticks and mouse by QCustomPlot, everything else in chart_parts.
+// The view of a chart: axes and ticks by the plot library, everything else in chart_parts.
 #pragma once
 
 #include <QPoint>
+#include <QString>
+#include <memory>
+#include <optional>
 #include <vector>
 
+#include "faces/qt/chart_plot.h"
 #include "faces/qt/control_view.h"
 #include "toolkit/chart.h"
 
@@ -11,45 +15,88 @@ class QCPAxis;
 
 namespace fathomline {
 
-class LegendStrip;
+class ChartGrid;
+class EndNumbers;
+class HeadRow;
+class MarkerLayer;
 class TimeTicker;
+class ValueTicker;
+struct Pointer;
+struct ReadOut;
 
-class ChartView : public ControlView {
+class ChartView : public ControlView, private ChartPlot::Listener {
  public:
   ChartView(ViewContext& context, Chart& chart);
+  ~ChartView() override;
   bool TakesFocus() const override { return true; }
+  // One in a grid may have no room of its own as long as it has no points.
+  bool Seen() const override;
+
+  const Chart& Shown() const { return chart_; }
+  // It stands in a grid from now on; of alike charts the grid says what all have in common.
+  void JoinGrid(ChartGrid& grid, bool alike);
+  // Whether it is the lowest of its column, which labels the time. A chart without points may be no
+  // more than a line of words.
+  void SetPlace(bool lowest, bool line);
+  // Pixels that are not plot: the head and the room for labels, of the lowest one or of another.
+  int Around(bool lowest) const;
+  // Whether the time has dates below it.
+  void FollowCompany();
+  void FollowHover();
 
  protected:
   void Update() override;
   bool Waits() const override { return true; }
 
  private:
-  class Plot;
-  friend class Plot;
-
   void Build();
   void Style();
   void FollowSeries();
   void FollowAxis(QCPAxis& axis, const Axis& plain);
   AxisRange RoomAround(const Axis& axis) const;
   void Fit();
-  bool Scattered() const;
-  bool AnyRightAxis() const;
-  void ShowMenu(const QPoint& at);
+  void FitTicks(int width, int height);
+  void TellCompany();
+  bool Narrow() const;
+  bool ShowsTime() const;
+  QString Words() const;
   void SavePoints();
-  QString ReadOut(const QPoint& at) const;
+  Pointer PointerAt(double x, double y) const;
   // The ranges that the plot's own axes show now, as those of the chart.
   Chart::Ranges PlotRanges(bool bottom, bool sides) const;
-  void Zoom(const Chart::Ranges& ranges);
-  void Scroll(const Chart::Ranges& ranges);
-  void UndoZoom();
-  void ClickAxis(AxisSide side);
+
+  void Resized() override { Fit(); }
+  void ClickAxis(AxisSide side) override;
+  void Zoom(bool bottom, bool sides, Chart::Gesture gesture) override;
+  void Scroll(bool bottom, bool sides, Chart::Gesture gesture) override;
+  void UndoZoom() override;
+  void ShowAll() override;
+  void ShowMenu(const QPoint& at) override;
+  void Hover(std::optional<QPoint> at) override;
+  void PaintOver(QPainter& painter) override;
+  QRect HeldChip() const override;
+  QRect HeadArea() const override;
+  QString HeadText() const override;
+  bool EqualScales() const override { return chart_.EqualScales(); }
 
   Chart& chart_;
-  Plot* plot_;
-  LegendStrip* strip_ = nullptr;
-  std::shared_ptr<TimeTicker> timeTicker_;
+  ChartPlot* plot_;
+  HeadRow* head_ = nullptr;
+  MarkerLayer* markers_ = nullptr;
+  std::shared_ptr<TimeTicker> timeTicks_;
+  std::shared_ptr<ValueTicker> bottomTicks_;
+  std::shared_ptr<ValueTicker> leftTicks_;
+  std::shared_ptr<ValueTicker> rightTicks_;
   std::vector<bool> sides_;
+  ChartGrid* grid_ = nullptr;
+  bool alike_ = false;
+  bool lowest_ = true;
+  bool line_ = false;
+  bool empty_ = true;
+  // The room that its own labels want.
+  int wantsLeft_ = 0;
+  int wantsRight_ = 0;
+  std::optional<QPoint> pointer_;
 };
 
 }  // namespace fathomline

@@ -5,19 +5,15 @@
 #include <QMdiSubWindow>
 #include <algorithm>
 
+#include "faces/qt/look.h"
+
 namespace fathomline {
-namespace {
-
-constexpr QRgb kAreaGrey = 0xFFC4CCD4;
-
-}  // namespace
-
 QMdiArea* MakeChildArea(QMainWindow& main) {
   auto* const area = new QMdiArea(&main);
   area->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-  area->setBackground(QColor{kAreaGrey});
+  area->setBackground(PaintOf(look::kChildArea));
   main.setCentralWidget(area);
   return area;
 }

@@ -13,13 +13,24 @@
 
 namespace fathomline {
 
+class ChartView;
 class QtFace;
+
+// What the charts of one window have in common.
+struct ChartCompany {
+  std::vector<ChartView*> charts;
+  std::optional<double> hover;  // x under the mouse
+  // Room beside the plots, in pixels.
+  int left = 0;
+  int right = 0;
+};
 
 // What the views of one window share. It outlives them.
 struct ViewContext {
   QtFace& face;
   Window* window;   // none once the plain window has gone; its controls went with it
   int onStack = 0;  // user actions on the stack that may not lose their widget
+  ChartCompany charts = {};
 };
 
 // Counts a user action as being on the stack as long as it lives.
@@ -52,7 +63,7 @@ class ControlView {
   // Returns whether it had. What cannot be seen waits, unless it never has been drawn.
   bool Sync();
   // Whether any of it lies open on the screen.
-  bool Seen() const;
+  virtual bool Seen() const;
   // Whether it takes the focus when the user goes to it.
   virtual bool TakesFocus() const { return false; }
   // The same without looking for a change.

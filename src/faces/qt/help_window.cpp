@@ -19,7 +19,6 @@ namespace {
 constexpr int kBlockRole = Qt::UserRole;
 constexpr int kDeepestHeading = 3;
 constexpr qreal kMargin = 16.0;
-constexpr QRgb kNotFound = 0xFFFFD8D8;
 constexpr int kWidestPicture = 680;
 
 // Shows wide pictures small enough to be read beside the headings.
@@ -133,7 +132,7 @@ void HelpWindow::FindNext() {
     found = text_->find(wanted);
   }
   QPalette palette = search_->palette();
-  palette.setColor(QPalette::Base, found ? QColor(Qt::white) : QColor(kNotFound));
+  palette.setColor(QPalette::Base, PaintOf(found ? look::kChartGround : kRed, ColourUse::Fill));
   search_->setPalette(palette);
 }
 

@@ -10,9 +10,11 @@
 #include <QTableView>
 #include <algorithm>
 
+#include "faces/qt/chart_grid.h"
+#include "faces/qt/chart_view.h"
 #include "faces/qt/choices_views.h"
+#include "faces/qt/control_row.h"
 #include "faces/qt/conversions.h"
-#include "faces/qt/flow_layout.h"
 #include "faces/qt/simple_views.h"
 #include "toolkit/window.h"
 
@@ -140,6 +142,8 @@ class Builder {
         return MakeForm(layout);
       case Layout::Kind::Table:
         return MakeTable(layout);
+      case Layout::Kind::Charts:
+        return MakeCharts(layout);
       case Layout::Kind::Box:
         return MakeBox(layout);
       case Layout::Kind::Pages:
@@ -172,8 +176,7 @@ class Builder {
     return {words_, nullptr};
   }
 
-  // A row of combo boxes and what belongs to them goes on in a second line where the window is too
-  // narrow for it.
+  // A row of combo boxes and what belongs to them stays one line however narrow the window is.
   static bool Flows(const Layout& row) {
     bool combo = false;
     std::size_t left = row.Children().size();
@@ -192,27 +195,19 @@ class Builder {
     return combo && row.Children().size() > 2;
   }
 
-  Piece MakeFlow(const Layout& layout) {
-    auto* const flow = new FlowLayout(kSpacing);
-    QHBoxLayout* pair = nullptr;
+  Piece MakeControlRow(const Layout& layout) {
+    auto* const row = new ControlRow(kSpacing);
+    std::vector<QWidget*> group;
     const auto& children = layout.Children();
     for (std::size_t i = 0; i < children.size(); ++i) {
       const Piece piece = MakePiece(children[i]);
       if (piece.widget == nullptr) continue;
-      const bool names = i + 1 < children.size() && Names(children[i], children[i + 1]);
-      if (pair == nullptr && names) {
-        pair = new QHBoxLayout;
-        pair->setSpacing(kSpacing);
-        flow->addLayout(pair);
-      }
-      if (pair == nullptr) {
-        flow->addWidget(piece.widget);
-      } else {
-        pair->addWidget(piece.widget);
-        if (!names) pair = nullptr;
-      }
+      group.push_back(piece.widget);
+      if (i + 1 < children.size() && Names(children[i], children[i + 1])) continue;
+      row->AddGroup(std::move(group));
+      group.clear();
     }
-    return {nullptr, flow};
+    return {row, nullptr};
   }
 
   // Words stay with what they name, and so does a label in front of a combo box.
@@ -225,7 +220,7 @@ class Builder {
 
   Piece MakeLine(const Layout& layout, QBoxLayout::Direction direction) {
     if (direction == QBoxLayout::LeftToRight && fields_ == 0 && Flows(layout))
-      return MakeFlow(layout);
+      return MakeControlRow(layout);
     auto* const line = new QBoxLayout(direction);
     line->setSpacing(kSpacing);
     bool space = false;
@@ -286,6 +281,16 @@ class Builder {
     }
     if (!StretchesWith(*table, Qt::Horizontal)) table->setColumnStretch(columns, 1);
     return {nullptr, table};
+  }
+
+  Piece MakeCharts(const Layout& layout) {
+    auto* const grid = new ChartGrid(context_, layout.Columns(), ToQt(layout.Text()));
+    for (const Layout& child : layout.Children()) {
+      ControlView& view = ViewOf(*child.Shown());
+      grid->Add(static_cast<ChartView&>(view));
+    }
+    content_.scrollsDownOnly = true;
+    return {grid, nullptr};
   }
 
   Piece MakeBox(const Layout& layout) {

@@ -13,6 +13,7 @@ struct BuiltContent {
   QWidget* body = nullptr;
   QWidget* foot = nullptr;  // the row of buttons that ends a dialog; none elsewhere
   std::vector<std::unique_ptr<ControlView>> views;
+  bool scrollsDownOnly = false;
 };
 
 // All controls of the window but its menu items. Those that the layout does not place stand below

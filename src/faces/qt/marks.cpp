@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPolygonF>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -36,6 +37,14 @@ QPolygonF CrossAround(const QPointF& at, double radius) {
 }
 
 }  // namespace
+
+std::optional<MarkShape> MarkOfRound(int round) {
+  constexpr std::array kRounds = {MarkShape::Disc,      MarkShape::Square, MarkShape::Triangle,
+                                  MarkShape::Diamond,   MarkShape::Cross,  MarkShape::Ring,
+                                  MarkShape::OpenSquare};
+  if (round < 1) return {};
+  return kRounds[static_cast<std::size_t>(round - 1) % kRounds.size()];
+}
 
 void DrawMark(QPainter& painter, const QPointF& at, MarkShape mark, double radius,
               const QColor& colour, bool filled) {

@@ -6,6 +6,7 @@
 #include <QPdfWriter>
 
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 #include "faces/qt/qt_face.h"
 #include "faces/qt/svg_device.h"
 
@@ -35,7 +36,7 @@ QString WritePicture(const QString& path, const QSize& size, const PaintOnto& pa
   } else {
     QImage image(size * kPixelDensity, QImage::Format_RGB32);
     image.setDevicePixelRatio(kPixelDensity);
-    image.fill(Qt::white);
+    image.fill(PaintOf(look::kWindowGround));
     paint(image, size);
     if (!image.save(&file, "PNG")) return QStringLiteral("the picture could not be written");
   }

@@ -42,7 +42,7 @@ constexpr auto kLongestPause = 250ms;
 
 QtFace::QtFace()
     : watcher_(std::make_unique<InputWatcher>(*this)), wake_(std::make_unique<QTimer>()) {
-  ApplyLook(*qApp);
+  ApplyLook(*qApp, LookChoice::System);
   QApplication::setQuitOnLastWindowClosed(false);
   wake_->setSingleShot(true);
   wake_->setTimerType(Qt::PreciseTimer);
@@ -51,6 +51,13 @@ QtFace::QtFace()
 QtFace::~QtFace() {
   // Child windows stand in the main window and go before it.
   while (!windows_.empty()) windows_.pop_back();
+}
+
+void QtFace::SetLook(LookChoice choice) {
+  if (!ApplyLook(*qApp, choice)) return;
+  for (const auto& view : windows_) view->MakeAnew();
+  help_.reset();
+  DrawSoon();
 }
 
 void QtFace::Register(QWidget& widget, ControlView& view) {

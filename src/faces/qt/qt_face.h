@@ -44,6 +44,7 @@ class QtFace : public Face {
   bool OpenDocument(const std::string& path) override;
   void Beep() override;
   void CopyText(std::string_view text) override;
+  void SetLook(LookChoice choice) override;
   void ArrangeIcons() override;
   void Turn() override;
   void RunUntil(const std::function<bool()>& done) override;

@@ -6,20 +6,24 @@
 #include <vector>
 
 #include "base/datetime.h"
-#include "faces/qt/conversions.h"
+#include "faces/qt/chart_parts.h"
 #include "faces/qt/look.h"
+#include "faces/qt/marks.h"
 
 namespace fathomline {
 namespace {
 
 constexpr double kUnixEpochDays = 25569.0;
-constexpr double kLineWidth = 1.4;
+constexpr double kLineWidth = 1.5;
 // A line of so few is smooth on a narrow chart too.
 constexpr int kSmoothPoints = 800;
 constexpr double kFarAway = 1e5;
-constexpr double kBarShare = 0.7;
 constexpr double kWidestBar = 26.0;
-constexpr double kDenseBars = 5.0;
+constexpr double kMarksApart = 96.0;
+// Of the marks of one satellite against those of the next.
+constexpr double kMarkShift = 7.0;
+constexpr double kMarkRadius = 3.0;
+constexpr double kLeastDigitRoom = 14.0;
 constexpr double kGanttShare = 0.6;
 constexpr double kThinnestGantt = 3.0;
 constexpr double kThickestGantt = 14.0;
@@ -108,11 +112,12 @@ QCPRange SeriesPlottable::getValueRange(bool& found, QCP::SignDomain, const QCPR
   return found ? QCPRange(range->low, range->high) : QCPRange();
 }
 
-QColor SeriesPlottable::ColourOf(Colour colour) const {
-  return PaintOf(colour == kSeriesColour ? Shown().ShownColour() : colour);
+QColor SeriesPlottable::ColourOf(Colour colour, ColourUse use) const {
+  return PaintOf(colour == kSeriesColour ? Shown().ShownColour() : colour, use);
 }
 
 void SeriesPlottable::draw(QCPPainter* painter) {
+  end_ = {};
   // Between two ticks the program may have taken series away.
   if (index_ >= chart_.SeriesCount() || Shown().Count() == 0) return;
   const Place place(*keyAxis(), *valueAxis(), ScaleOf(chart_));
@@ -122,7 +127,11 @@ void SeriesPlottable::draw(QCPPainter* painter) {
       DrawLine(*painter, place);
       break;
     case SeriesKind::Bar:
-      DrawBars(*painter, place);
+      if (Shown().Design().steps) {
+        DrawSteps(*painter, place);
+      } else {
+        DrawBars(*painter, place);
+      }
       break;
     case SeriesKind::Gantt:
       DrawGantt(*painter, place);
@@ -148,7 +157,18 @@ class LineStrip {
     double high = 0.0;
   };
 
-  LineStrip(QCPPainter& painter, int columns) : painter_(painter), smoothPoints_(columns) {}
+  // A line of a satellite has marks from `firstMark` pixels on, if its round has one.
+  struct Style {
+    int smoothPoints = 0;
+    bool dashed = false;
+    std::optional<MarkShape> mark;
+    double firstMark = 0.0;
+  };
+
+  LineStrip(QCPPainter& painter, const Style& style) : painter_(painter), style_(style) {}
+
+  // The last point drawn that lies within the plot.
+  std::optional<QPointF> End() const { return end_; }
 
   void SetColour(const QColor& colour) {
     const bool joined = open_;
@@ -186,6 +206,7 @@ class LineStrip {
     if (inside && low < std::min(first.y(), last.y())) line_.append({first.x(), low});
     if (inside && high > std::max(first.y(), last.y())) line_.append({first.x(), high});
     if (last != first) line_.append(last);
+    if (inside) end_ = last;
   }
 
   void Paint() {
@@ -197,16 +218,40 @@ class LineStrip {
     } else if (line_.size() > 1) {
       painter_.setBrush(Qt::NoBrush);
       // Where the line fills its columns there is nothing to smooth.
-      const bool smooth = line_.size() <= smoothPoints_;
+      const bool smooth = line_.size() <= style_.smoothPoints;
+      QPen pen(colour_, smooth ? kLineWidth : 1.0);
+      constexpr double kDash = 8.0;
+      constexpr double kDashGap = 4.0;
+      if (smooth && style_.dashed) {
+        pen.setDashPattern({kDash / kLineWidth, kDashGap / kLineWidth});
+        pen.setCapStyle(Qt::FlatCap);
+      }
       painter_.setAntialiasing(smooth);
-      painter_.setPen(QPen(colour_, smooth ? kLineWidth : 1.0));
+      painter_.setPen(pen);
       painter_.drawPolyline(line_);
+      if (style_.mark) PaintMarks();
     }
     line_.clear();
   }
 
+  // At the same columns of the plot, however the line runs.
+  void PaintMarks() {
+    const auto behind = [this](double x) {
+      return style_.firstMark + kMarksApart * std::ceil((x - style_.firstMark) / kMarksApart);
+    };
+    for (qsizetype i = 1; i < line_.size(); ++i) {
+      const QPointF from = line_[i - 1];
+      const QPointF to = line_[i];
+      for (double x = behind(from.x()); x < to.x(); x += kMarksApart) {
+        const double y = from.y() + (to.y() - from.y()) * (x - from.x()) / (to.x() - from.x());
+        DrawMark(painter_, {x, y}, *style_.mark, kMarkRadius, colour_, true);
+      }
+    }
+  }
+
   QCPPainter& painter_;
-  qsizetype smoothPoints_;
+  Style style_;
+  std::optional<QPointF> end_;
   QPolygonF line_;
   QColor colour_;
   Run run_;
@@ -215,9 +260,17 @@ class LineStrip {
 
 }  // namespace
 
-void SeriesPlottable::DrawLine(QCPPainter& painter, const Place& place) const {
+void SeriesPlottable::DrawLine(QCPPainter& painter, const Place& place) {
   const Series& series = Shown();
-  LineStrip strip(painter, std::max(place.columns, kSmoothPoints));
+  LineStrip::Style style{.smoothPoints = std::max(place.columns, kSmoothPoints), .mark = {}};
+  const int satellite = series.Design().satellite;
+  if (satellite >= 0) {
+    const int round = SatelliteRound(satellite);
+    style.dashed = round % 2 == 1;
+    style.mark = MarkOfRound(round);
+    style.firstMark = place.area.left() + std::fmod(kMarkShift * satellite, kMarksApart);
+  }
+  LineStrip strip(painter, style);
   Colour colour = kSeriesColour;
   strip.SetColour(ColourOf(colour));
   const auto add = [&](const Series::Point& first, const Series::Point& last, double low,
@@ -259,14 +312,10 @@ void SeriesPlottable::DrawLine(QCPPainter& painter, const Place& place) const {
     }
   }
   strip.Break();
+  if (satellite >= 0) end_ = strip.End();
 }
 
-void SeriesPlottable::DrawBars(QCPPainter& painter, const Place& place) const {
-  struct Bar {
-    double y = 0.0;
-    Colour colour = kSeriesColour;
-    bool used = false;
-  };
+std::vector<SeriesPlottable::Bar> SeriesPlottable::BarsOf(const Place& place) const {
   const Series& series = Shown();
   std::vector<Bar> bars(static_cast<std::size_t>(place.columns) + 1);
   const auto add = [&](int column, double y, Colour colour) {
@@ -290,25 +339,79 @@ void SeriesPlottable::DrawBars(QCPPainter& painter, const Place& place) const {
       add(column, static_cast<double>(point.y), point.colour);
     }
   }
-  double nearest = kWidestBar / kBarShare;
+  return bars;
+}
+
+void SeriesPlottable::DrawBars(QCPPainter& painter, const Place& place) const {
+  const std::vector<Bar> bars = BarsOf(place);
+  int nearest = static_cast<int>(kWidestBar);
   int before = -1;
   for (int column = 0; column <= place.columns; ++column) {
     if (!bars[static_cast<std::size_t>(column)].used) continue;
-    if (before >= 0) nearest = std::min(nearest, static_cast<double>(column - before));
+    if (before >= 0) nearest = std::min(nearest, column - before);
     before = column;
   }
-  // Gaps of a pixel between bars of a few would only flicker.
-  const double width = nearest <= kDenseBars ? nearest + 1.0 : nearest * kBarShare;
+  // A missed sample leaves no gap, neither in a run of equal bars nor behind it.
+  const int apart = 2 * nearest;
+  const double half = nearest / 2.0;
   const double ground = place.Y(0.0);
+  const bool digits = Shown().Design().digits;
+  // From and to are columns.
+  const auto paint = [&](const Bar& bar, double from, double to) {
+    const double left = std::max(place.area.left() + from - 1.0, place.area.left());
+    const double right = std::min(place.area.left() + to - 1.0, place.area.right() + 1.0);
+    const double end = place.Y(bar.y);
+    const QRectF run(left, std::min(end, ground), std::max(right - left, 1.0),
+                     std::abs(end - ground));
+    painter.fillRect(run, ColourOf(bar.colour, ColourUse::Fill));
+    const double edge = bar.y < 0.0 ? end - kBarEdge : end;
+    painter.fillRect(QRectF(run.left(), edge, run.width(), kBarEdge), ColourOf(bar.colour));
+    if (!digits || run.width() < kLeastDigitRoom) return;
+    painter.setPen(ColourOf(bar.colour, ColourUse::Text));
+    const QFontMetricsF metrics(painter.font());
+    // Above the edge where there is no room below it.
+    const bool below = run.height() > metrics.height() + kBarEdge;
+    const double top = below ? end + kBarEdge : end - metrics.height();
+    painter.drawText(QRectF(run.left(), top, run.width(), metrics.height()), Qt::AlignCenter,
+                     QString::number(bar.y));
+  };
+  painter.setFont(SmallFont(parentPlot()->font()));
+  std::optional<double> from;
+  for (int column = 0; column <= place.columns;) {
+    const Bar& bar = bars[static_cast<std::size_t>(column)];
+    if (!bar.used) {
+      ++column;
+      continue;
+    }
+    int last = column;
+    int next = column + 1;
+    for (; next <= place.columns && next - last <= apart; ++next) {
+      const Bar& other = bars[static_cast<std::size_t>(next)];
+      if (!other.used) continue;
+      if (other.y != bar.y || other.colour != bar.colour) break;
+      last = next;
+    }
+    const bool joined = next <= place.columns && next - last <= apart;
+    const double to = joined ? (last + next) / 2.0 : last + half;
+    paint(bar, from.value_or(column - half), to);
+    from = joined ? std::optional(to) : std::nullopt;
+    column = last + 1;
+  }
+}
+
+void SeriesPlottable::DrawSteps(QCPPainter& painter, const Place& place) const {
+  const std::vector<Bar> bars = BarsOf(place);
+  QPolygonF steps;
   for (int column = 0; column <= place.columns; ++column) {
     const Bar& bar = bars[static_cast<std::size_t>(column)];
     if (!bar.used) continue;
-    const double x = place.area.left() + column - 1.0;
-    const double top = place.Y(bar.y);
-    painter.fillRect(QRectF(x - width / 2.0, std::min(top, ground), width,
-                            std::max(std::abs(top - ground), 1.0)),
-                     ColourOf(bar.colour));
+    const QPointF at(place.area.left() + column - 1.0, place.Y(bar.y));
+    if (!steps.isEmpty()) steps.append({at.x(), steps.back().y()});
+    steps.append(at);
   }
+  painter.setPen(QPen(PaintOf(look::kMutedInk), 1.0));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawPolyline(steps);
 }
 
 void SeriesPlottable::DrawGantt(QCPPainter& painter, const Place& place) const {
@@ -391,42 +494,6 @@ void SeriesPlottable::DrawPoints(QCPPainter& painter, const Place& place) const 
     painter.drawRects(&dots[from], static_cast<int>(to - from));
     from = to;
   }
-}
-
-std::optional<Series::Point> NearestPoint(const Series& series, const NearestTo& to) {
-  const bool scattered = series.Kind() == SeriesKind::Points;
-  const auto outside = [](double value, double low, double high) {
-    return std::abs(value - std::clamp(value, low, std::max(low, high)));
-  };
-  const auto distance = [&](const AxisRange& x, const AxisRange& y) {
-    return outside(to.x, x.low, x.high) / to.rangeX +
-           (scattered ? outside(to.y, y.low, y.high) / to.rangeY : 0.0);
-  };
-  std::optional<Series::Point> nearest;
-  double least = std::numeric_limits<double>::infinity();
-  const auto search = [&](const Series::Stretch& stretch) {
-    for (int i = stretch.begin; i < stretch.end; ++i) {
-      const Series::Point point = series.At(i);
-      if (point.null) continue;
-      const auto y = static_cast<double>(point.y);
-      const double here = distance({point.x, point.end}, {y, y});
-      if (here >= least) continue;
-      nearest = point;
-      least = here;
-    }
-  };
-  // From the most promising stretch on, so that most of the others need not be looked at.
-  std::vector<std::pair<double, int>> stretches;
-  for (int s = 0; s < series.StretchCount(); ++s) {
-    const Series::Stretch stretch = series.StretchAt(s);
-    if (stretch.y) stretches.emplace_back(distance(stretch.x, *stretch.y), s);
-  }
-  std::sort(stretches.begin(), stretches.end());
-  for (const auto& [bound, s] : stretches) {
-    if (bound >= least) break;
-    search(series.StretchAt(s));
-  }
-  return nearest;
 }
 
 }  // namespace fathomline

@@ -3,7 +3,9 @@
 
 #include <optional>
 #include <qcustomplot.h>
+#include <vector>
 
+#include "base/look.h"
 #include "toolkit/chart.h"
 
 namespace fathomline {
@@ -19,6 +21,9 @@ struct BottomScale {
 
 BottomScale ScaleOf(const Chart& chart);
 
+// The upper edge of a bar, in pixels.
+inline constexpr int kBarEdge = 2;
+
 // Draws one series. What falls onto one column of pixels is drawn as its first, lowest, highest and
 // last value; of bars only the largest.
 class SeriesPlottable : public QCPAbstractPlottable {
@@ -29,32 +34,35 @@ class SeriesPlottable : public QCPAbstractPlottable {
   QCPRange getKeyRange(bool& found, QCP::SignDomain) const override;
   QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override;
 
+  int Index() const { return index_; }
+  // Where the line of a satellite ended when it was last drawn, in pixels.
+  std::optional<QPointF> LineEnd() const { return end_; }
+
  protected:
   void draw(QCPPainter* painter) override;
   void drawLegendIcon(QCPPainter*, const QRectF&) const override {}
 
  private:
   class Place;
+  // What is left of the bars on one column of pixels.
+  struct Bar {
+    double y = 0.0;
+    Colour colour = kSeriesColour;
+    bool used = false;
+  };
 
-  void DrawLine(QCPPainter& painter, const Place& place) const;
+  void DrawLine(QCPPainter& painter, const Place& place);
+  std::vector<Bar> BarsOf(const Place& place) const;
   void DrawBars(QCPPainter& painter, const Place& place) const;
+  void DrawSteps(QCPPainter& painter, const Place& place) const;
   void DrawGantt(QCPPainter& painter, const Place& place) const;
   void DrawPoints(QCPPainter& painter, const Place& place) const;
-  QColor ColourOf(Colour colour) const;
+  QColor ColourOf(Colour colour, ColourUse use = ColourUse::Line) const;
   const Series& Shown() const;
 
   const Chart& chart_;
   int index_;
+  std::optional<QPointF> end_;
 };
-
-// The point nearest to x, and of scattered points to y as well. Distances are measured in shares of
-// the two ranges.
-struct NearestTo {
-  double x = 0.0;
-  double y = 0.0;
-  double rangeX = 1.0;
-  double rangeY = 1.0;
-};
-std::optional<Series::Point> NearestPoint(const Series& series, const NearestTo& to);
 
 }  // namespace fathomline

@@ -119,8 +119,6 @@ LabelView::LabelView(ViewContext& context, Label& label)
   text_->setTextFormat(Qt::PlainText);
   if (label.ShownLook() == Label::Look::Swatch) {
     text_->setFixedSize(kSwatchWidth, kSwatchHeight);
-    text_->setFrameShape(QFrame::Box);
-    text_->setAutoFillBackground(true);
   } else if (!label.onClick) {
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     text_->setFocusPolicy(Qt::NoFocus);
@@ -131,8 +129,11 @@ LabelView::LabelView(ViewContext& context, Label& label)
 
 void LabelView::Update() {
   if (label_.ShownLook() == Label::Look::Swatch) {
+    // White is the paper: there is nothing to show a colour of.
+    const Colour colour = label_.ShownColour().value_or(kWhite);
+    text_->setAutoFillBackground(colour != kWhite);
     QPalette palette;
-    if (label_.ShownColour()) palette.setColor(QPalette::Window, PaintOf(*label_.ShownColour()));
+    if (colour != kWhite) palette.setColor(QPalette::Window, PaintOf(colour));
     text_->setPalette(palette);
     return;
   }

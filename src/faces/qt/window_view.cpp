@@ -137,7 +137,7 @@ void WindowView::MakeHost() {
   }
   widgets_.host->setObjectName(ToQt(window.FullName()));
   widgets_.host->installEventFilter(this);
-  revision_ = contentRevision_ = ~std::uint64_t{0};
+  MakeAnew();
   placing_.Restart();
   fresh_ = true;
   Fill();
@@ -178,6 +178,9 @@ void WindowView::Fill() {
     FillMain(bars, built.body);
   } else {
     FillOther(bars, built.body, built.foot);
+    if (built.scrollsDownOnly) {
+      widgets_.scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    }
   }
 }
 
@@ -248,7 +251,7 @@ void WindowView::FollowFrame() {
     revision_ = window.Revision();
     widgets_.host->setWindowTitle(ToQt(window.Caption()));
     widgets_.host->setAccessibleName(ToQt(window.Caption()));
-    widgets_.host->setWindowIcon(ProgramIcon(window.IconColour()));
+    widgets_.host->setWindowIcon(ProgramIcon(window.IconColour(), window.Index()));
   }
   placing_.Follow(fresh_);
   if (area_ != nullptr && widgets_.body != nullptr) {

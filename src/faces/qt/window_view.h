@@ -42,6 +42,8 @@ class WindowView : public QObject {
   bool Settled() const;
   bool WantsFront() const;
   void BringToFront();
+  // Lets the next drawing make everything in the window anew.
+  void MakeAnew() { revision_ = contentRevision_ = ~std::uint64_t{0}; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

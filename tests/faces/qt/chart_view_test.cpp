@@ -5,7 +5,7 @@
 #include <QMenu>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QToolTip>
+#include <deque>
 #include <qcustomplot.h>
 
 #include "faces/qt/look.h"
@@ -121,6 +121,7 @@ TEST_F(ChartViews, BarsAndGanttBarsTakeTheColourOfTheirPoint) {
 TEST_F(ChartViews, LabelsOfATimeAxisStandApartInUtc) {
   chart.Bottom().SetLabelFormat("hh:nn");
   chart.Bottom().SetAutomatic(false);
+  chart.AddSeries({.title = "dN"}).Add(kDay, 1.0F);
   QCustomPlot& plot = Drawn();
   const QFontMetrics metrics(plot.xAxis->tickLabelFont());
   for (const double seconds :
@@ -204,7 +205,7 @@ TEST_F(ChartViews, TheMouseZoomsPansAndUndoesAndAZoomHoldsWhileDataComeIn) {
 TEST_F(ChartViews, TheMouseReadsOutTheNearestPointOfEachSeries) {
   chart.Bottom().SetLabelFormat("hh:nn");
   auto& north = chart.AddSeries({.title = "dN"});
-  auto& east = chart.AddSeries({.title = "dE"});
+  auto& east = chart.AddSeries({.title = "dE", .unit = "m"});
   for (int i = 0; i < 1000; ++i) {
     north.Add(kDay + i / 1440.0, static_cast<float>(i));
     if (i % 100 == 0) east.Add(kDay + i / 1440.0, -0.5F);
@@ -214,12 +215,100 @@ TEST_F(ChartViews, TheMouseReadsOutTheNearestPointOfEachSeries) {
                   plot.axisRect()->center().y());
   QMouseEvent move(QEvent::MouseMove, at, plot.mapToGlobal(at), Qt::NoButton, {}, {});
   QApplication::sendEvent(&plot, &move);
-  const QStringList lines = QToolTip::text().split(QLatin1Char('\n'));
-  ASSERT_EQ(lines.size(), 3) << QToolTip::text().toStdString();
+  const auto read = [&] {
+    plot.repaint();
+    return plot.accessibleDescription().split(QLatin1Char('\n'));
+  };
+  QStringList lines = read();
+  ASSERT_EQ(lines.size(), 3) << lines.join(u'|').toStdString();
   // The middle of 0 to 999 minutes; a column of pixels is about two of them.
-  EXPECT_TRUE(lines[0].contains(QStringLiteral(" 08:"))) << lines[0].toStdString();
+  EXPECT_TRUE(lines[0].startsWith(QStringLiteral("08:"))) << lines[0].toStdString();
   EXPECT_NEAR(lines[1].section(QLatin1Char(' '), -1).toDouble(), 499.5, 3.0);
-  EXPECT_EQ(lines[2], QStringLiteral("dE: -0.5"));
+  EXPECT_EQ(lines[2], QStringLiteral("dE: -0.5 m"));
+  // What has ended long before says nothing more; what is under the pointer comes first.
+  for (int i = 1000; i < 1200; ++i) north.Add(kDay + i / 1440.0, static_cast<float>(i));
+  for (int i = 901; i < 1000; ++i) east.Add(kDay + i / 1440.0, -0.5F);
+  face.Draw();
+  const auto hover = [&](double minute, double value) {
+    const double second = (kDay + minute / 1440.0 - 25569.0) * 86400.0;
+    const QPoint to = At(second, value);
+    QMouseEvent there(QEvent::MouseMove, to, plot.mapToGlobal(to), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&plot, &there);
+    lines = read();
+  };
+  hover(1150.0, 1100.0);
+  EXPECT_EQ(lines.size(), 2) << lines.join(u'|').toStdString();
+  hover(950.0, 0.0);
+  EXPECT_TRUE(lines[1].startsWith(QStringLiteral("dE"))) << lines[1].toStdString();
+}
+
+TEST_F(ChartViews, AHeldRangeIsSeenAndLedBackByClickOrKey) {
+  auto& series = chart.AddSeries({.title = "dN"});
+  for (int i = 0; i <= 100; ++i) series.Add(i, static_cast<float>(i % 7));
+  QCustomPlot& plot = Drawn();
+  const auto key = [&](Qt::Key pressed) {
+    QTest::keyClick(&plot, pressed);
+    face.Draw();
+    return chart.Bottom().Range().high - chart.Bottom().Range().low;
+  };
+  // Where the chip stands there is its colour, and nothing of it without a zoom.
+  const auto chip = [&] {
+    const QImage image = plot.grab().toImage();
+    for (int x = plot.axisRect()->right() - 40; x < plot.axisRect()->right(); ++x) {
+      const QPoint at(x, plot.axisRect()->top() + 7);
+      if (image.pixelColor(at) == PaintOf(look::kSelection)) return at;
+    }
+    return QPoint();
+  };
+  EXPECT_TRUE(chip().isNull());
+  EXPECT_NEAR(key(Qt::Key_Plus), 80.0, 1e-6);
+  QTest::qWait(750);  // a further step, not the same turn of the wheel
+  EXPECT_NEAR(key(Qt::Key_Plus), 64.0, 1e-6);
+  EXPECT_NEAR(key(Qt::Key_Backspace), 80.0, 1e-6);
+  ASSERT_FALSE(chip().isNull());
+  QTest::mouseClick(&plot, Qt::LeftButton, {}, chip());
+  face.Draw();
+  EXPECT_FALSE(chart.Held());
+  EXPECT_TRUE(chip().isNull());
+}
+
+TEST_F(ChartViews, StandInAGridThatSharesItsRoomAmongThoseWithPoints) {
+  PlainWindow many{desktop, {.name = "frmMany", .place = {0, 0, 12000, 9000}}};
+  std::deque<Chart> charts;
+  std::vector<Layout> cells;
+  for (int i = 0; i < 6; ++i) {
+    charts.emplace_back(many, "TChart" + std::to_string(i), "PRN " + std::to_string(i));
+    charts.back().AddSeries({.title = "SNR", .kind = SeriesKind::Bar});
+    cells.emplace_back(charts.back());
+  }
+  many.SetContent(Layout::AlikeCharts(4, std::move(cells), "No satellite yet"));
+  ShowDrawn(many);
+  for (const int filled : {1, 2, 4})
+    charts[static_cast<std::size_t>(filled)].Series(0).Add(1.0, 40.0F);
+  const auto place = [&](int i) {
+    return face.WidgetOf(charts[static_cast<std::size_t>(i)])->geometry();
+  };
+  const auto draw = [&] {
+    for (int i = 0; i < 3; ++i) {
+      face.Draw();
+      QApplication::processEvents();
+    }
+  };
+  draw();
+  EXPECT_EQ(place(1).top(), place(4).top()) << "three of a row";
+  EXPECT_LT(place(1).right(), place(2).left());
+  EXPECT_GE(place(1).height(), 96);
+  EXPECT_EQ(place(0).height(), 20);
+  EXPECT_GT(place(0).top(), place(1).bottom());
+  charts[0].Series(0).Add(1.0, 40.0F);
+  draw();
+  EXPECT_GE(place(0).height(), 96);
+  EXPECT_LT(place(0).left(), place(1).left());
+  // As many columns as have room, and never wider than the window.
+  face.HostOf(many)->resize(420, 500);
+  draw();
+  EXPECT_GT(place(1).top(), place(0).bottom());
+  for (int i = 0; i < 6; ++i) EXPECT_LE(place(i).right(), 420) << i;
 }
 
 TEST_F(ChartViews, AClickOnAnAxisComesWhenTheMouseEventIsOver) {
