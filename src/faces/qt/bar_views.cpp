@@ -4,66 +4,15 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QPolygon>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include "faces/qt/conversions.h"
-#include "faces/qt/look.h"
 #include "faces/qt/qt_face.h"
+#include "faces/qt/tool_icons.h"
 #include "toolkit/window.h"
 
 namespace fathomline {
-namespace {
-
-constexpr int kSignSize = 16;
-
-enum class Sign { Play, Step, Pause, Stop };
-struct SignOfKey {
-  const char* key;
-  Sign sign;
-};
-// Everybody knows these from other players; the other buttons have words alone.
-constexpr SignOfKey kSigns[] = {
-    {"PLAY", Sign::Play}, {"CONT", Sign::Play},   {"Step", Sign::Step},
-    {"STEP", Sign::Step}, {"PAUSE", Sign::Pause}, {"STOP", Sign::Stop},
-};
-
-QIcon SignIcon(Sign sign) {
-  QPixmap pixmap(kSignSize, kSignSize);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(PaintOf(sign == Sign::Stop ? look::kDead : look::kAccent));
-  switch (sign) {
-    case Sign::Play:
-      painter.drawPolygon(QPolygon({{4, 2}, {14, 8}, {4, 14}}));
-      break;
-    case Sign::Step:
-      painter.drawPolygon(QPolygon({{2, 2}, {10, 8}, {2, 14}}));
-      painter.drawRect(11, 2, 3, 12);
-      break;
-    case Sign::Pause:
-      painter.drawRect(3, 2, 4, 12);
-      painter.drawRect(9, 2, 4, 12);
-      break;
-    case Sign::Stop:
-      painter.drawRect(3, 3, 10, 10);
-      break;
-  }
-  return QIcon(pixmap);
-}
-
-QIcon IconOfKey(const std::string& key) {
-  for (const SignOfKey& row : kSigns) {
-    if (key == row.key) return SignIcon(row.sign);
-  }
-  return {};
-}
-
-}  // namespace
 
 // A panel that can be clicked.
 class StatusBarView::Panel : public QLabel {
@@ -128,7 +77,7 @@ void StatusBarView::Update() {
 ToolBarView::ToolBarView(ViewContext& context, ToolBar& bar)
     : ControlView(context, bar), bar_(bar), widget_(new QToolBar) {
   widget_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-  widget_->setIconSize({kSignSize, kSignSize});
+  widget_->setIconSize({kToolIconSize, kToolIconSize});
   widget_->setMovable(false);
   widget_->setContextMenuPolicy(Qt::PreventContextMenu);
   for (int i = 1; i <= bar.Buttons(); ++i) {
@@ -150,7 +99,7 @@ void ToolBarView::Update() {
     QAction& action = *actions_[static_cast<std::size_t>(i - 1)];
     if (action.data().toString() != ToQt(button.key)) {
       action.setData(ToQt(button.key));
-      action.setIcon(IconOfKey(button.key));
+      action.setIcon(ToolIcon(button.key));
     }
     action.setText(ToQt(button.caption));
     action.setEnabled(button.enabled && bar_.Enabled());

@@ -67,6 +67,12 @@ void PaintSample(QPainter& painter, const QRect& room, const Series& series) {
       painter.drawEllipse(QRectF(room).center(), 3.0, 3.0);
       break;
     case SeriesKind::Line:
+      if (series.ShownColour() == look::kDeviationBand) {
+        painter.setPen(QPen(PaintOf(look::kEdge), 1.0));
+        painter.setBrush(hue);
+        painter.drawRect(QRectF(room).adjusted(0.5, 0.5, -0.5, -0.5));
+        break;
+      }
       painter.setPen(QPen(hue, 2.0));
       painter.drawLine(left, right);
       break;

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <qcustomplot.h>
 #include <sstream>
+#include <utility>
 
 #include "base/datetime.h"
 #include "faces/qt/chart_grid.h"
@@ -184,6 +185,8 @@ void ChartView::Update() {
   FollowAxis(*plot_->xAxis, chart_.Bottom());
   FollowAxis(*plot_->yAxis, chart_.Left());
   FollowAxis(*plot_->yAxis2, chart_.Right());
+  // Labels of a further line change what is left for all.
+  if (grid_ != nullptr && std::exchange(around_, Around(lowest_)) != around_) grid_->PlaceAnew();
   Fit();
   plot_->replot(QCustomPlot::rpQueuedRefresh);
 }
@@ -421,7 +424,11 @@ void ChartView::PaintOver(QPainter& painter) {
     return;
   }
   const QRect area = plot_->axisRect()->rect();
-  const auto& hover = Context().charts.hover;
+  auto& hover = Context().charts.hover;
+  // The plot may have moved under the mouse.
+  if (pointer_ && hover) {
+    hover = ScaleOf(chart_).FromPlot(plot_->xAxis->pixelToCoord(pointer_->x()));
+  }
   if (hover && Context().window != nullptr && !empty_) {
     const double x = plot_->xAxis->coordToPixel(ScaleOf(chart_).ToPlot(*hover));
     const bool line = !chart_.EqualScales() && x >= area.left() && x <= area.right();

@@ -40,9 +40,8 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   void SetPlace(bool lowest, bool line);
   // Pixels that are not plot: the head and the room for labels, of the lowest one or of another.
   int Around(bool lowest) const;
-  // Whether the time has dates below it.
+  // The room beside the plots has changed.
   void FollowCompany();
-  void FollowHover();
 
  protected:
   void Update() override;
@@ -93,6 +92,7 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   bool lowest_ = true;
   bool line_ = false;
   bool empty_ = true;
+  int around_ = 0;
   // The room that its own labels want.
   int wantsLeft_ = 0;
   int wantsRight_ = 0;

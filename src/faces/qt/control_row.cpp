@@ -79,7 +79,8 @@ void ControlRow::Arrange() {
   if (sizeHint().width() > width()) {
     int used = 0;
     for (fit = 0; fit < groups_.size(); ++fit) {
-      used += WidthOf(groups_[fit], spacing_) + (used > 0 ? spacing_ : 0);
+      const int wide = WidthOf(groups_[fit], spacing_);
+      if (wide > 0) used += wide + (used > 0 ? spacing_ : 0);
       if (used + more > width()) break;
     }
   }
