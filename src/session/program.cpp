@@ -36,6 +36,7 @@ class Program::Views : public MessageViews {
   void UpdateTimeSeries(int system, SentenceType type) override {
     program_.windows.charts.UpdateTimeSeries(system, type);
   }
+  void RestartSeries(int system) override { program_.windows.charts.StartSeriesAfresh(system); }
 
   void UpdateScatter(int system, SentenceType type) override {
     program_.windows.charts.UpdateScatter(system, type);
