@@ -64,14 +64,13 @@ TEST_F(FeedTest, LetsTheTwoPositionSentencesShareTheirFilters) {
   charts.TimeSeriesOf(1, SentenceType::GGA).cmbFilter.UserChoose(2);
   charts.TimeSeriesOf(1, SentenceType::GNS).cmbFilter.UserChoose(2);
   Send(GGA("120000", 1, 9, "", "", "5.0"));
-  Send("$GNGNS,120001,0000.0000,N,00000.1000,E,AA,9,1.5,12.5,0.0,,*00");
+  Send("$GNGNS,120001,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,2.0,5*00");
   EXPECT_EQ(Of(SentenceType::GNS, 2, 1), (Points{5.0F}));
   EXPECT_TRUE(Of(SentenceType::GGA, 2, 1).empty());
   EXPECT_EQ(Of(SentenceType::GNS, 3, 0).size(), 0U);
   Send(GGA("120002", 2, 9, "3.0", "5"));
-  Send("$GNGNS,120003,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,7.0,5*00");
-  Send("$GNGNS,120004,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,4.0,5*00");
-  EXPECT_EQ(Of(SentenceType::GNS, 3, 1), Points{7.0F}) << "the age is each one's own";
+  Send("$GNGNS,120003,0000.0000,N,00000.1000,E,DD,9,1.5,12.5,0.0,4.0,5*00");
+  EXPECT_EQ(Of(SentenceType::GNS, 3, 1), Points{4.0F}) << "the age is each one's own";
 }
 
 TEST_F(FeedTest, StartsAfreshAndLetsGoWhatLiesMoreThanADayAway) {

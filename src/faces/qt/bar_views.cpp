@@ -8,6 +8,7 @@
 #include <QToolBar>
 
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 #include "faces/qt/qt_face.h"
 #include "faces/qt/tool_icons.h"
 #include "toolkit/window.h"

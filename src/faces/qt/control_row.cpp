@@ -28,10 +28,9 @@ ControlRow::ControlRow(int spacing)
 
 void ControlRow::AddGroup(std::vector<QWidget*> group) {
   for (QWidget* const widget : group) line_->insertWidget(line_->count() - 2, widget);
-  // The keyboard comes to the button behind them.
-  setTabOrder(group.back(), more_);
   groups_.push_back(std::move(group));
   inLine_ = groups_.size();
+  OrderTabs();
 }
 
 int ControlRow::WidthOf(const std::vector<QWidget*>& group, int spacing) {
@@ -114,6 +113,26 @@ void ControlRow::Distribute(std::size_t inLine) {
     }
   }
   for (QLayoutItem* const item : emptied) delete item;
+  OrderTabs();
+}
+
+// As they stand, with the button behind what is in the line. What comes back from the rest would
+// otherwise stand behind all others.
+void ControlRow::OrderTabs() {
+  QWidget* before = nullptr;
+  const auto next = [&before](QWidget* widget) {
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0) return;
+    if (before != nullptr) setTabOrder(before, widget);
+    before = widget;
+  };
+  for (std::size_t i = 0; i < inLine_; ++i) {
+    for (QWidget* const widget : groups_[i]) next(widget);
+  }
+  next(more_);
+  before = nullptr;
+  for (std::size_t i = inLine_; i < groups_.size(); ++i) {
+    for (QWidget* const widget : groups_[i]) next(widget);
+  }
 }
 
 void ControlRow::OpenRest() {

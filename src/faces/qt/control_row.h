@@ -28,6 +28,7 @@ class ControlRow : public QWidget {
   static int WidthOf(const std::vector<QWidget*>& group, int spacing);
   void Arrange();
   void Distribute(std::size_t inLine);
+  void OrderTabs();
   void OpenRest();
 
   int spacing_;
