@@ -120,6 +120,11 @@ MenuView::MenuView(ViewContext& context, QMenuBar& bar) : context_(context), bar
   }
 }
 
+// The bar stands on, and would keep them with actions that lead nowhere.
+MenuView::~MenuView() {
+  for (const auto& menu : menus_) delete menu.data();
+}
+
 void MenuView::Add(MenuItem& item) {
   bool parent = false;
   for (const Control* control : context_.window->Controls()) {

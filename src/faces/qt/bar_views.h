@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPointer>
 #include <vector>
 
 #include "faces/qt/control_view.h"
@@ -52,6 +53,9 @@ class MenuView {
   static bool Needed(const Window& window);
 
   MenuView(ViewContext& context, QMenuBar& bar);
+  ~MenuView();
+  MenuView(const MenuView&) = delete;
+  MenuView& operator=(const MenuView&) = delete;
   void Sync();
 
  private:
@@ -67,7 +71,7 @@ class MenuView {
   ViewContext& context_;
   QMenuBar& bar_;
   std::vector<Entry> entries_;
-  QHash<const MenuItem*, QMenu*> menus_;
+  QHash<const MenuItem*, QPointer<QMenu>> menus_;
 };
 
 }  // namespace fathomline

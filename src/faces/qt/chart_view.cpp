@@ -62,6 +62,7 @@ ChartView::ChartView(ViewContext& context, Chart& chart)
       leftTicks_(std::make_shared<ValueTicker>()),
       rightTicks_(std::make_shared<ValueTicker>()) {
   Build();
+  Style();
   SetWidget(plot_);
   Context().charts.charts.push_back(this);
 }

@@ -166,6 +166,27 @@ TEST_F(EveryWindow, CopiesTheCellsOfItsGrids) {
   EXPECT_GT(grids, 8);
 }
 
+TEST_F(EveryWindow, TakesTheLookThatIsChosen) {
+  constexpr double kMiddle = 0.5;
+  const auto choose = [this](int choice) {
+    Choose(program().windows.main.mnuOptionsLookChoice(choice));
+    Draw();
+    // The former menus go with the next turn of the event loop.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  };
+  const auto expect = [this](bool dark) {
+    ForEachPage([dark](const Window&, QWidget& host) {
+      const QColor mean =
+          host.grab().toImage().scaled(1, 1, {}, Qt::SmoothTransformation).pixel(0, 0);
+      EXPECT_EQ(mean.lightnessF() < kMiddle, dark) << mean.lightnessF();
+    });
+  };
+  choose(2);
+  expect(true);
+  choose(1);
+  expect(false);
+}
+
 TEST_F(EveryWindow, NamesItsControls) {
   ForEachPage([this](const Window& window, QWidget&) {
     for (const Control* const control : window.Controls()) {
