@@ -20,10 +20,10 @@ constexpr std::string_view kReportFolder = "Reports";
 constexpr std::int16_t kCoordinateDecimals = 3;
 constexpr std::array<std::string_view, 3> kReferenceNames = {" First sample", " Average over time",
                                                              " True position"};
-// The four records of the deviation table, first of the GGA quantities.
-constexpr std::size_t kColumns = 4;
-constexpr std::size_t kHorizontal = 0;
-constexpr std::size_t kHeight = 3;
+// The columns of the deviation table.
+constexpr std::array<StatSource, 4> kColumns = {
+    StatOf<GGARecord, &Deviations::dRad>, StatOf<GGARecord, &Deviations::dN>,
+    StatOf<GGARecord, &Deviations::dE>, StatOf<GGARecord, &Deviations::dHgt>};
 
 // Lines of the report, with tab stops counted in characters.
 class Paper {
@@ -87,7 +87,7 @@ void WriteAverage(Paper& paper, const SystemStatistics& statistics) {
   row(" Ellipsoidal Height :" + Format(height.Mean, "0.00 m"), height.Sdev);
 }
 
-void WriteDeviationTable(Paper& paper, const DeviationStat* columns) {
+void WriteDeviationTable(Paper& paper, const SystemStatistics& statistics) {
   paper.Tab(7).Text("Horisontal").Tab(21).Text("dNorthing").Tab(33).Text("dEasting");
   paper.Tab(45).Line("dHeight");
 
@@ -100,23 +100,25 @@ void WriteDeviationTable(Paper& paper, const DeviationStat* columns) {
                                          {"Sdev", &SingleStat::Sdev, true},
                                          {"Max", &SingleStat::Max, false},
                                          {"Min", &SingleStat::Min, true}}};
-  constexpr std::array<std::size_t, kColumns> kFigureTabs = {10, 22, 34, 46};
+  constexpr std::array<std::size_t, kColumns.size()> kFigureTabs = {10, 22, 34, 46};
   for (const Row& row : kRows) {
     paper.Text(row.caption);
-    for (std::size_t c = 0; c < kColumns; ++c) {
-      paper.Tab(kFigureTabs[c]).Figure(columns[c].Stat.*row.figure, "#0.00 m");
+    for (std::size_t c = 0; c < kColumns.size(); ++c) {
+      paper.Tab(kFigureTabs[c]).Figure(kColumns[c](statistics).Stat.*row.figure, "#0.00 m");
     }
     paper.EndLine();
     if (row.dashes) paper.Dashes();
   }
 
-  std::array<Percentiles, kColumns> percentiles;
-  for (std::size_t c = 0; c < kColumns; ++c) percentiles[c] = columns[c].ComputePercentiles();
-  constexpr std::array<std::size_t, kColumns> kPercentileTabs = {11, 20, 32, 44};
+  std::array<Percentiles, kColumns.size()> percentiles;
+  for (std::size_t c = 0; c < kColumns.size(); ++c) {
+    percentiles[c] = kColumns[c](statistics).ComputePercentiles();
+  }
+  constexpr std::array<std::size_t, kColumns.size()> kPercentileTabs = {11, 20, 32, 44};
   const auto percentileRow = [&](std::string_view caption, float Percentiles::*figure) {
     paper.Text(caption);
     paper.Tab(kPercentileTabs[0]).Figure(percentiles[0].*figure, "#0.0 m");
-    for (std::size_t c = 1; c < kColumns; ++c) {
+    for (std::size_t c = 1; c < kColumns.size(); ++c) {
       paper.Tab(kPercentileTabs[c]).Text("+/-").Figure(percentiles[c].*figure, "#0.00 m");
     }
     paper.EndLine();
@@ -248,9 +250,9 @@ void SessionReport::Print_Report(int system) {
 void SessionReport::Write(int system, int file) {
   Paper paper(files_, file);
   const SystemStatistics& statistics = statistics_[system];
-  const DeviationStat* const columns = statistics.Of<GGARecord>().data();
+  const DeviationStat& horizontal = statistics.Of<GGARecord, &Deviations::dRad>();
 
-  WriteHead(paper, records_, system, columns[kHorizontal]);
+  WriteHead(paper, records_, system, horizontal);
   WriteReference(paper, records_.References[system]);
   paper.Dashes();
   WriteAverage(paper, statistics);
@@ -258,9 +260,9 @@ void SessionReport::Write(int system, int file) {
   paper.Empty();
   paper.Line("Statistic deviation from reference position ");
   paper.Empty();
-  WriteDeviationTable(paper, columns);
+  WriteDeviationTable(paper, statistics);
 
-  WriteDistributions(paper, columns[kHorizontal], columns[kHeight]);
+  WriteDistributions(paper, horizontal, statistics.Of<GGARecord, &Deviations::dHgt>());
   if (records_.Offline()) {
     constexpr std::string_view kMoment = "hh:mm:ss  dd mmm yyyy";
     paper.Line("Processing start at " + FormatDateTime(records_.OfflineStartTime, kMoment));

@@ -6,6 +6,7 @@
 #include <span>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 
 #include "analysis/running_statistics.h"
 #include "records/records.h"
@@ -148,6 +149,23 @@ template <class Record>
 inline constexpr std::size_t kQuantityCount =
     std::tuple_size_v<decltype(QuantitiesOf<Record>::kRows)>;
 
+// The place of the quantity that is read from a member, among those of its sentence. A member of
+// which no figures are kept does not compile.
+template <class Record, auto Member>
+consteval std::size_t PlaceOfQuantity() {
+  std::size_t place = 0;
+  bool found = false;
+  const auto look = [&](auto member) {
+    if constexpr (std::is_same_v<decltype(member), std::remove_const_t<decltype(Member)>>) {
+      found = found || member == Member;
+    }
+    if (!found) ++place;
+  };
+  std::apply([&](const auto&... row) { (look(row.member), ...); }, QuantitiesOf<Record>::kRows);
+  if (!found) throw "no figures are kept of this member";
+  return place;
+}
+
 // The running figures of one sentence type.
 template <class Record>
 struct Figures {
@@ -196,6 +214,13 @@ struct SystemStatistics {
     return std::get<Figures<Record>>(Sentences).Stats;
   }
 
+  // The figures of one quantity: Of<GGARecord, &GGARecord::HDOP>(), Of<GGARecord,
+  // &Deviations::dRad>().
+  template <class Record, auto Member>
+  const DeviationStat& Of() const {
+    return std::get<PlaceOfQuantity<Record, Member>()>(Of<Record>());
+  }
+
   // The figures of a type, empty for one that has none.
   std::span<const DeviationStat> Of(SentenceType type) const;
 
@@ -219,6 +244,36 @@ struct SystemStatistics {
         QuantitiesOf<Record>::kRows);
   }
 };
+
+// Where the figures of one quantity are, of whichever system: what tables hold.
+using StatSource = const DeviationStat& (*)(const SystemStatistics& statistics);
+template <class Record, auto Member>
+const DeviationStat& StatOf(const SystemStatistics& statistics) {
+  return statistics.Of<Record, Member>();
+}
+
+// What is kept of every sentence with a position.
+struct PositionStats {
+  SentenceType type;
+  StatSource dRad;
+  StatSource dN;
+  StatSource dE;
+};
+template <class Record>
+constexpr PositionStats PositionStatsOf() {
+  return {QuantitiesOf<Record>::kType, StatOf<Record, &Deviations::dRad>,
+          StatOf<Record, &Deviations::dN>, StatOf<Record, &Deviations::dE>};
+}
+inline constexpr std::array<PositionStats, 4> kPositionStats = {
+    PositionStatsOf<GGARecord>(), PositionStatsOf<GNSRecord>(), PositionStatsOf<GLLRecord>(),
+    PositionStatsOf<RMCRecord>()};
+// None for a type without a position.
+constexpr const PositionStats* FindPositionStats(SentenceType type) {
+  for (const PositionStats& row : kPositionStats) {
+    if (row.type == type) return &row;
+  }
+  return nullptr;
+}
 
 // The figures of the four systems, and the step that feeds them from the decoded records.
 class Statistics {

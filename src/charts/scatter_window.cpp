@@ -17,18 +17,9 @@ constexpr std::array<std::string_view, kSystems> kTitles = {
     "PRIMARY SYSTEM (blue)", "Secondary system 1 (Green)", "Secondary system 2 (red)",
     "Secondary system 3 (yellow)"};
 
-// The statistic of dLat among those of a position sentence.
-constexpr std::size_t kRadStatistic = 0;
-constexpr std::size_t kLatStatistic = 1;
-
 // The lower edge of the last bin of a statistic, which holds everything beyond.
 constexpr float kBeyondBins = 10.0F;
 constexpr std::string_view kFirstRange = " +/- 1.0 m";
-
-bool IsPosition(SentenceType type) {
-  return type == SentenceType::GGA || type == SentenceType::GNS || type == SentenceType::GLL ||
-         type == SentenceType::RMC;
-}
 
 }  // namespace
 
@@ -122,14 +113,14 @@ void frmScatter::LoadView() {
   range_ = kFirstRange;
   NameAxes();
   scales_[Index()].ScatterShownRange = 0.0F;
-  latest_ = SentenceType::None;
+  latest_ = nullptr;
 }
 
 void frmScatter::UpdateScatter(SentenceType type) {
-  if (!IsPosition(type)) return;
-  if (statistics_[Index()].Of(type)[kLatStatistic].Stat.NoValueSeen) return;
+  const PositionStats* const position = FindPositionStats(type);
+  if (position == nullptr || position->dN(statistics_[Index()]).Stat.NoValueSeen) return;
   const Deviations& present = statistics_[Index()].Present;
-  latest_ = type;
+  latest_ = position;
   AddScatterPoint(present.dN, present.dE);
 }
 
@@ -193,8 +184,8 @@ void frmScatter::ShowCircle(MenuItem& item, Tool circle, float radius) {
 
 void frmScatter::Refresh() {
   Percentiles figures;
-  if (latest_ != SentenceType::None && (mnuCircle68.Checked() || mnuCircle95.Checked())) {
-    figures = statistics_[Index()].Of(latest_)[kRadStatistic].ComputePercentiles();
+  if (latest_ != nullptr && (mnuCircle68.Checked() || mnuCircle95.Checked())) {
+    figures = latest_->dRad(statistics_[Index()]).ComputePercentiles();
   }
   ShowCircle(mnuCircle68, kCircle68, figures.P68);
   ShowCircle(mnuCircle95, kCircle95, figures.P95);

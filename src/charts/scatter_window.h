@@ -77,7 +77,7 @@ class frmScatter : public SystemView {
   const Statistics& statistics_;
   ScatterScales& scales_;
   Series* points_;
-  SentenceType latest_ = SentenceType::None;
+  const PositionStats* latest_ = nullptr;  // of the sentence that the circles tell of
   std::string range_;  // as the titles of the axes say it
 };
 

@@ -73,9 +73,7 @@ void SeriesFeeds::StartAfresh(int system) {
 
 void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   const SentenceType type = window.Type();
-  if (type == SentenceType::HDT && statistics_[system].Of<HDTRecord>().front().Stat.NoValueSeen) {
-    return;
-  }
+  if (type == SentenceType::HDT && HeadingStat(system).NoValueSeen) return;
   const GSVRecord& gsv = records_.Messages[system].GSV.Record;
   if (type == SentenceType::GSV && gsv.MessageNumber != gsv.MessageCount) return;
 
@@ -86,7 +84,7 @@ void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   for (std::size_t plot = 0; plot < window.Plots().size(); ++plot) {
     const TimeSeriesRow& row = *window.Plots()[plot].row;
     if (row.value == nullptr) continue;
-    if (row.statistic >= 0 && StatisticOf(system, row).NoValueSeen) continue;
+    if (row.statistic != nullptr && row.statistic(statistics_[system]).Stat.NoValueSeen) continue;
     FeedRow(system, window, plot);
   }
   if (type == SentenceType::GSA) FeedUsedSatellites(system, window);
@@ -94,8 +92,8 @@ void SeriesFeeds::FeedRows(int system, frmTimeSeries& window) {
   window.EndFeed();
 }
 
-const SingleStat& SeriesFeeds::StatisticOf(int system, const TimeSeriesRow& row) const {
-  return statistics_[system].Of(row.type)[static_cast<std::size_t>(row.statistic)].Stat;
+const SingleStat& SeriesFeeds::HeadingStat(int system) const {
+  return statistics_[system].Of<HDTRecord, &Deviations::deltaHdg>().Stat;
 }
 
 void SeriesFeeds::FeedRow(int system, frmTimeSeries& window, std::size_t plot) {
@@ -110,7 +108,7 @@ void SeriesFeeds::FeedRow(int system, frmTimeSeries& window, std::size_t plot) {
   switch (fed.row->rule) {
     case FeedRule::Radius: {
       if (add()) FeedComputed(window, plot);
-      const SingleStat& radius = StatisticOf(system, *fed.row);
+      const SingleStat& radius = fed.row->statistic(statistics_[system]).Stat;
       window.TChart(0).Tools(kMeanLine).SetValue(static_cast<double>(radius.Mean));
       SetBand(window.TChart(0).Tools(kDeviationBand), radius.Mean, radius.Sdev);
       break;
@@ -187,7 +185,7 @@ void SeriesFeeds::FeedHeading(int system, frmTimeSeries& window) {
     chart.Right().SetMaximum(left.high + heading);
     chart.Right().SetMinimum(left.low + heading);
   });
-  const SingleStat& stat = statistics_[system].Of<HDTRecord>().front().Stat;
+  const SingleStat& stat = HeadingStat(system);
   const float line = reference.ReferenceUsed == kAverageOverTime ? 0.0F : stat.Mean;
   chart.Tools(kHeadingLine).SetValue(static_cast<double>(line));
   SetBand(chart.Tools(kDeviationBand), line, stat.Sdev);

@@ -49,7 +49,7 @@ class SeriesFeeds {
   };
 
   void FeedRows(int system, frmTimeSeries& window);
-  const SingleStat& StatisticOf(int system, const TimeSeriesRow& row) const;
+  const SingleStat& HeadingStat(int system) const;
   void FeedRow(int system, frmTimeSeries& window, std::size_t plot);
   static void FeedComputed(frmTimeSeries& window, std::size_t plot);
   void FeedHeading(int system, frmTimeSeries& window);

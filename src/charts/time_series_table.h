@@ -131,7 +131,7 @@ struct TimeSeriesRow {
   std::string_view title;
   Colour colour;
   FeedValue value = nullptr;
-  int statistic = -1;  // that must not have seen NoValue last; -1 for none
+  StatSource statistic = nullptr;  // that must not have seen NoValue last
   FeedRule rule = FeedRule::None;
   SeriesKind kind = SeriesKind::Line;
   bool rightAxis = false;
@@ -151,40 +151,38 @@ inline constexpr FeedValue kDLon = Deviation<&Deviations::dE>;
 inline constexpr FeedValue kDHeight = Deviation<&Deviations::dHgt>;
 inline constexpr FeedValue kDHeading = Deviation<&Deviations::deltaHdg>;
 
-// The numbers of the statistics of GGA and GNS.
-inline constexpr int kRad = 0, kLat = 1, kLon = 2, kHeight = 3;
-inline constexpr int kHDOPofGGA = 7, kHDOPofGNS = 6;
-
 inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
-    {T::GGA, 0, "dRad", kBlue, kDRad, kRad, FeedRule::Radius},
-    {T::GGA, 0, "Avg", kDarkRed, nullptr, -1, FeedRule::Computed},
-    {T::GGA, 0, "sDev", kDarkGreen, nullptr, -1, FeedRule::Computed},
-    {T::GGA, 1, "dLat", kBlue, kDLat, kLat},
-    {T::GGA, 1, "dLon", kRed, kDLon, kLon},
-    {T::GGA, 1, "dh", kDarkGreen, kDHeight, kHeight},
-    {T::GGA, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GGA, &GGARecord::Satellites>, -1,
+    {T::GGA, 0, "dRad", kBlue, kDRad, StatOf<GGARecord, &Deviations::dRad>, FeedRule::Radius},
+    {T::GGA, 0, "Avg", kDarkRed, nullptr, nullptr, FeedRule::Computed},
+    {T::GGA, 0, "sDev", kDarkGreen, nullptr, nullptr, FeedRule::Computed},
+    {T::GGA, 1, "dLat", kBlue, kDLat, StatOf<GGARecord, &Deviations::dN>},
+    {T::GGA, 1, "dLon", kRed, kDLon, StatOf<GGARecord, &Deviations::dE>},
+    {T::GGA, 1, "dh", kDarkGreen, kDHeight, StatOf<GGARecord, &Deviations::dHgt>},
+    {T::GGA, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GGA, &GGARecord::Satellites>, nullptr,
      FeedRule::SatelliteCount, SeriesKind::Bar},
-    {T::GGA, 2, "hdop", kNavy, Decoded<&M::GGA, &GGARecord::HDOP>, kHDOPofGGA},
-    {T::GGA, 3, "Quality (Color-coded)", kBlue, Decoded<&M::GGA, &GGARecord::Quality>, -1,
+    {T::GGA, 2, "hdop", kNavy, Decoded<&M::GGA, &GGARecord::HDOP>,
+     StatOf<GGARecord, &GGARecord::HDOP>},
+    {T::GGA, 3, "Quality (Color-coded)", kBlue, Decoded<&M::GGA, &GGARecord::Quality>, nullptr,
      FeedRule::Quality, SeriesKind::Bar},
-    {T::GGA, 3, "Age", kBlack, Decoded<&M::GGA, &GGARecord::DGPSAge>, -1, FeedRule::Age, kLine,
+    {T::GGA, 3, "Age", kBlack, Decoded<&M::GGA, &GGARecord::DGPSAge>, nullptr, FeedRule::Age, kLine,
      false, "s"},
-    {T::GGA, 3, "Stn ID", kOrange, Decoded<&M::GGA, &GGARecord::DGPSStation>, -1, FeedRule::Station,
-     SeriesKind::Gantt, kRightAxis},
+    {T::GGA, 3, "Stn ID", kOrange, Decoded<&M::GGA, &GGARecord::DGPSStation>, nullptr,
+     FeedRule::Station, SeriesKind::Gantt, kRightAxis},
 
-    {T::GNS, 0, "dRad", kBlue, kDRad, kRad, FeedRule::Radius},
-    {T::GNS, 0, "Avg", kDarkRed, nullptr, -1, FeedRule::Computed},
-    {T::GNS, 0, "sDev", kDarkGreen, nullptr, -1, FeedRule::Computed},
-    {T::GNS, 1, "dLat", kBlue, kDLat, kLat},
-    {T::GNS, 1, "dLon", kRed, kDLon, kLon},
-    {T::GNS, 1, "dh", kDarkGreen, kDHeight, kHeight},
-    {T::GNS, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GNS, &GNSRecord::Satellites>, -1,
+    {T::GNS, 0, "dRad", kBlue, kDRad, StatOf<GNSRecord, &Deviations::dRad>, FeedRule::Radius},
+    {T::GNS, 0, "Avg", kDarkRed, nullptr, nullptr, FeedRule::Computed},
+    {T::GNS, 0, "sDev", kDarkGreen, nullptr, nullptr, FeedRule::Computed},
+    {T::GNS, 1, "dLat", kBlue, kDLat, StatOf<GNSRecord, &Deviations::dN>},
+    {T::GNS, 1, "dLon", kRed, kDLon, StatOf<GNSRecord, &Deviations::dE>},
+    {T::GNS, 1, "dh", kDarkGreen, kDHeight, StatOf<GNSRecord, &Deviations::dHgt>},
+    {T::GNS, 2, "Svs (Color-coded)", kYellow, Decoded<&M::GNS, &GNSRecord::Satellites>, nullptr,
      FeedRule::SatelliteCount, SeriesKind::Bar},
-    {T::GNS, 2, "hdop", kNavy, Decoded<&M::GNS, &GNSRecord::HDOP>, kHDOPofGNS},
-    {T::GNS, 3, "Mode (Color-coded)", kBlue, nullptr, -1, FeedRule::None, SeriesKind::Bar},
-    {T::GNS, 3, "Age", kBlack, Decoded<&M::GNS, &GNSRecord::DGPSAge>, -1, FeedRule::Age},
-    {T::GNS, 3, "Stn ID", kOrange, Decoded<&M::GNS, &GNSRecord::DGPSStation>, -1, FeedRule::Station,
-     SeriesKind::Gantt, kRightAxis},
+    {T::GNS, 2, "hdop", kNavy, Decoded<&M::GNS, &GNSRecord::HDOP>,
+     StatOf<GNSRecord, &GNSRecord::HDOP>},
+    {T::GNS, 3, "Mode (Color-coded)", kBlue, nullptr, nullptr, FeedRule::None, SeriesKind::Bar},
+    {T::GNS, 3, "Age", kBlack, Decoded<&M::GNS, &GNSRecord::DGPSAge>, nullptr, FeedRule::Age},
+    {T::GNS, 3, "Stn ID", kOrange, Decoded<&M::GNS, &GNSRecord::DGPSStation>, nullptr,
+     FeedRule::Station, SeriesKind::Gantt, kRightAxis},
 
     {T::GLL, 0, "dRad", kBlue, kDRad},
     {T::GLL, 0, "dLat", kRed, kDLat},
@@ -194,17 +192,17 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::RMC, 0, "dLat", kRed, kDLat},
     {T::RMC, 0, "dLon", kDarkGreen, kDLon},
     {T::RMC, 1, "SOG (Knots)", kBlue, Decoded<&M::RMC, &RMCRecord::SOG>},
-    {T::RMC, 1, "COG (True)", kRed, Decoded<&M::RMC, &RMCRecord::COG>, -1, FeedRule::None, kLine,
-     kRightAxis},
+    {T::RMC, 1, "COG (True)", kRed, Decoded<&M::RMC, &RMCRecord::COG>, nullptr, FeedRule::None,
+     kLine, kRightAxis},
 
     {T::VTG, 0, "SOG (Knots)", kBlue, Decoded<&M::VTG, &VTGRecord::SOGKnots>},
-    {T::VTG, 0, "COG (True)", kRed, Decoded<&M::VTG, &VTGRecord::COGTrue>, -1, FeedRule::None,
+    {T::VTG, 0, "COG (True)", kRed, Decoded<&M::VTG, &VTGRecord::COGTrue>, nullptr, FeedRule::None,
      kLine, kRightAxis},
 
     {T::GSA, 0, "pdop", kBlue, Decoded<&M::GSA, &GSARecord::PDOP>},
     {T::GSA, 0, "hdop", kRed, Decoded<&M::GSA, &GSARecord::HDOP>},
     {T::GSA, 0, "vdop", kDarkGreen, Decoded<&M::GSA, &GSARecord::VDOP>},
-    {T::GSA, 0, "2D/3D (Yellow if manual)", kBlack, Decoded<&M::GSA, &GSARecord::FixType>, -1,
+    {T::GSA, 0, "2D/3D (Yellow if manual)", kBlack, Decoded<&M::GSA, &GSARecord::FixType>, nullptr,
      FeedRule::FixType},
     {T::GSA, 1, "00", SatelliteColour(0)},
 
@@ -215,13 +213,14 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
     {T::GST, 2, "sd Semi-MajorAxis", kBlue, Decoded<&M::GST, &GSTRecord::SdMajor>},
     {T::GST, 2, "sd Semi-MinorAxis", kRed, Decoded<&M::GST, &GSTRecord::SdMinor>},
     {T::GST, 2, "Dir Semi-MajorAxis (Right axis)", kDarkGreen,
-     Decoded<&M::GST, &GSTRecord::DirMajor>, -1, FeedRule::None, kLine, kRightAxis},
+     Decoded<&M::GST, &GSTRecord::DirMajor>, nullptr, FeedRule::None, kLine, kRightAxis},
 
     {T::GSV, 0, "00", SatelliteColour(0)},
     {T::GSV, 1, "00", SatelliteColour(0)},
-    {T::GSV, 2, "Svs", SatelliteColour(0), nullptr, -1, FeedRule::None, SeriesKind::Bar},
+    {T::GSV, 2, "Svs", SatelliteColour(0), nullptr, nullptr, FeedRule::None, SeriesKind::Bar},
 
-    {T::HDT, 0, "deltaHeading", kBlue, kDHeading, 0, FeedRule::Heading},
+    {T::HDT, 0, "deltaHeading", kBlue, kDHeading, StatOf<HDTRecord, &Deviations::deltaHdg>,
+     FeedRule::Heading},
     {T::HDT, 0, "Ref Hdg", kBlack},
     {T::HDT, 0, "Avg Hdg", kDarkRed},
     {T::HDT, 0, "Sdev", look::kDeviationBand},
@@ -232,12 +231,12 @@ inline constexpr auto kRows = std::to_array<TimeSeriesRow>({
 
     {T::ROT, 0, "Rate Of Turn", kBlue, Decoded<&M::ROT, &ROTRecord::RateOfTurn>},
 
-    {T::VHW, 0, "WaterSpeed (Knots)", kBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>, -1,
+    {T::VHW, 0, "WaterSpeed (Knots)", kBlue, Decoded<&M::VHW, &VHWRecord::SpeedKnots>, nullptr,
      FeedRule::None, kLine, false, "knots"},
-    {T::VHW, 0, "Water Hdg (True)", kRed, Decoded<&M::VHW, &VHWRecord::HeadingTrue>, -1,
+    {T::VHW, 0, "Water Hdg (True)", kRed, Decoded<&M::VHW, &VHWRecord::HeadingTrue>, nullptr,
      FeedRule::None, kLine, kRightAxis},
-    {T::VHW, 0, "Hdg (Magnetic)", kDarkGreen, Decoded<&M::VHW, &VHWRecord::HeadingMagnetic>, -1,
-     FeedRule::None, kLine, false, "deg"},
+    {T::VHW, 0, "Hdg (Magnetic)", kDarkGreen, Decoded<&M::VHW, &VHWRecord::HeadingMagnetic>,
+     nullptr, FeedRule::None, kLine, false, "deg"},
 
     {T::DBT, 0, "Depth (below transducer)", kBlue, Decoded<&M::DBT, &DBTRecord::DepthMetres>},
 });

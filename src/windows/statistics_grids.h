@@ -5,18 +5,16 @@
 #include <span>
 #include <string_view>
 
-#include "decoding/sentence_type.h"
+#include "analysis/statistics.h"
 
 namespace fathomline {
 
-// A column shows one quantity of its sentence, by its place among the quantities. A caption may
-// stand without figures.
+// A column shows the figures of one quantity. A caption may stand without figures.
 struct StatisticsColumn {
   std::string_view caption;
-  int quantity;
+  StatSource figures = nullptr;
   bool noPercentile = false;
 };
-inline constexpr int kNoFigures = -1;
 
 struct StatisticsGrid {
   SentenceType type;
@@ -28,46 +26,67 @@ struct StatisticsGrid {
 
 namespace statistics_grids {
 
-inline constexpr std::array<StatisticsColumn, 9> kGGA = {{{"dRad", 0},
-                                                          {"dN", 1},
-                                                          {"dE", 2},
-                                                          {"dHgt", 3},
-                                                          {"Qual", 5},
-                                                          {"Svs", 6},
-                                                          {"hdop", 7},
-                                                          {"Geoid", 4, true},
-                                                          {"Age", 8}}};
-inline constexpr std::array<StatisticsColumn, 9> kGNS = {{{"dRad", 0},
-                                                          {"dN", 1},
-                                                          {"dE", 2},
-                                                          {"dHgt", 3},
-                                                          {"Mode", kNoFigures},
-                                                          {"Svs", 5},
-                                                          {"hdop", 6},
-                                                          {"Geoid", 4, true},
-                                                          {"Age", 7}}};
-inline constexpr std::array<StatisticsColumn, 3> kGLL = {{{"dRad", 0}, {"dN", 1}, {"dE", 2}}};
+inline constexpr std::array<StatisticsColumn, 9> kGGA = {
+    {{"dRad", StatOf<GGARecord, &Deviations::dRad>},
+     {"dN", StatOf<GGARecord, &Deviations::dN>},
+     {"dE", StatOf<GGARecord, &Deviations::dE>},
+     {"dHgt", StatOf<GGARecord, &Deviations::dHgt>},
+     {"Qual", StatOf<GGARecord, &GGARecord::Quality>},
+     {"Svs", StatOf<GGARecord, &GGARecord::Satellites>},
+     {"hdop", StatOf<GGARecord, &GGARecord::HDOP>},
+     {"Geoid", StatOf<GGARecord, &GGARecord::GeoidalSeparation>, true},
+     {"Age", StatOf<GGARecord, &GGARecord::DGPSAge>}}};
+inline constexpr std::array<StatisticsColumn, 9> kGNS = {
+    {{"dRad", StatOf<GNSRecord, &Deviations::dRad>},
+     {"dN", StatOf<GNSRecord, &Deviations::dN>},
+     {"dE", StatOf<GNSRecord, &Deviations::dE>},
+     {"dHgt", StatOf<GNSRecord, &Deviations::dHgt>},
+     {"Mode"},
+     {"Svs", StatOf<GNSRecord, &GNSRecord::Satellites>},
+     {"hdop", StatOf<GNSRecord, &GNSRecord::HDOP>},
+     {"Geoid", StatOf<GNSRecord, &GNSRecord::GeoidalSeparation>, true},
+     {"Age", StatOf<GNSRecord, &GNSRecord::DGPSAge>}}};
+inline constexpr std::array<StatisticsColumn, 3> kGLL = {
+    {{"dRad", StatOf<GLLRecord, &Deviations::dRad>},
+     {"dN", StatOf<GLLRecord, &Deviations::dN>},
+     {"dE", StatOf<GLLRecord, &Deviations::dE>}}};
 // The course has its percentiles here, unlike the one of VTG.
 inline constexpr std::array<StatisticsColumn, 5> kRMC = {
-    {{"dRad", 0}, {"dN", 1}, {"dE", 2}, {"SOG (Knots)", 3}, {"COG (True)", 4}}};
+    {{"dRad", StatOf<RMCRecord, &Deviations::dRad>},
+     {"dN", StatOf<RMCRecord, &Deviations::dN>},
+     {"dE", StatOf<RMCRecord, &Deviations::dE>},
+     {"SOG (Knots)", StatOf<RMCRecord, &RMCRecord::SOG>},
+     {"COG (True)", StatOf<RMCRecord, &RMCRecord::COG>}}};
 inline constexpr std::array<StatisticsColumn, 2> kVTG = {
-    {{"SOG (Knots)", 0}, {"COG (True)", 1, true}}};
-inline constexpr std::array<StatisticsColumn, 1> kHDT = {{{"deltaHdg", 0}}};
+    {{"SOG (Knots)", StatOf<VTGRecord, &VTGRecord::SOGKnots>},
+     {"COG (True)", StatOf<VTGRecord, &VTGRecord::COGTrue>, true}}};
+inline constexpr std::array<StatisticsColumn, 1> kHDT = {
+    {{"deltaHdg", StatOf<HDTRecord, &Deviations::deltaHdg>}}};
 inline constexpr std::array<StatisticsColumn, 3> kATT = {
-    {{"deltaHdg", 0}, {"deltaPitch", 1}, {"deltaRoll", 2}}};
-inline constexpr std::array<StatisticsColumn, 1> kROT = {{{"Rate Of Turn", 0}}};
+    {{"deltaHdg", StatOf<ATTRecord, &Deviations::deltaHdg>},
+     {"deltaPitch", StatOf<ATTRecord, &Deviations::deltaPitch>},
+     {"deltaRoll", StatOf<ATTRecord, &Deviations::deltaRoll>}}};
+inline constexpr std::array<StatisticsColumn, 1> kROT = {
+    {{"Rate Of Turn", StatOf<ROTRecord, &ROTRecord::RateOfTurn>}}};
 inline constexpr std::array<StatisticsColumn, 3> kVHW = {
-    {{"Water Speed", 0}, {"Hdg (true)", 1}, {"Hdg (magn)", 2}}};
-inline constexpr std::array<StatisticsColumn, 1> kDBT = {{{"Depth (m)", 0}}};
-inline constexpr std::array<StatisticsColumn, 3> kGSA = {{{"pdop", 0}, {"hdop", 1}, {"vdop", 2}}};
-inline constexpr std::array<StatisticsColumn, 1> kGSV = {{{"svs in view", kNoFigures}}};
-inline constexpr std::array<StatisticsColumn, 7> kGST = {{{"RMS PseudoR", 0},
-                                                          {"Sd MajorAxis", 1},
-                                                          {"Sd MinorAxis", 2},
-                                                          {"Dir MajorAxis", 3, true},
-                                                          {"Sd Lat", 4},
-                                                          {"Sd Lon", 5},
-                                                          {"Sd Alt", 6}}};
+    {{"Water Speed", StatOf<VHWRecord, &VHWRecord::SpeedKnots>},
+     {"Hdg (true)", StatOf<VHWRecord, &VHWRecord::HeadingTrue>},
+     {"Hdg (magn)", StatOf<VHWRecord, &VHWRecord::HeadingMagnetic>}}};
+inline constexpr std::array<StatisticsColumn, 1> kDBT = {
+    {{"Depth (m)", StatOf<DBTRecord, &DBTRecord::DepthMetres>}}};
+inline constexpr std::array<StatisticsColumn, 3> kGSA = {
+    {{"pdop", StatOf<GSARecord, &GSARecord::PDOP>},
+     {"hdop", StatOf<GSARecord, &GSARecord::HDOP>},
+     {"vdop", StatOf<GSARecord, &GSARecord::VDOP>}}};
+inline constexpr std::array<StatisticsColumn, 1> kGSV = {{{"svs in view"}}};
+inline constexpr std::array<StatisticsColumn, 7> kGST = {
+    {{"RMS PseudoR", StatOf<GSTRecord, &GSTRecord::RMS>},
+     {"Sd MajorAxis", StatOf<GSTRecord, &GSTRecord::SdMajor>},
+     {"Sd MinorAxis", StatOf<GSTRecord, &GSTRecord::SdMinor>},
+     {"Dir MajorAxis", StatOf<GSTRecord, &GSTRecord::DirMajor>, true},
+     {"Sd Lat", StatOf<GSTRecord, &GSTRecord::SdLat>},
+     {"Sd Lon", StatOf<GSTRecord, &GSTRecord::SdLon>},
+     {"Sd Alt", StatOf<GSTRecord, &GSTRecord::SdAlt>}}};
 
 }  // namespace statistics_grids
 

@@ -28,11 +28,6 @@ constexpr std::array<ReferenceTexts, 3> kReferenceTexts = {
      {"Ref is : Average over time", "Ref is : Average over time"},
      {"Ref is : True position", "Ref is : True value"}}};
 
-bool IsPosition(SentenceType type) {
-  return type == SentenceType::GGA || type == SentenceType::GNS || type == SentenceType::GLL ||
-         type == SentenceType::RMC;
-}
-
 }  // namespace
 
 frmStatistics::SentenceGrid::SentenceGrid(Window& window, const StatisticsGrid& table)
@@ -85,7 +80,7 @@ frmStatistics::frmStatistics(const ViewSurroundings& surroundings, int system,
 
 void frmStatistics::LoadView() {
   positionWritten_ = attitudeWritten_ = positionDue_ = attitudeDue_ = averagesDue_ = false;
-  timesOf_ = SentenceType::None;
+  timesOf_ = nullptr;
   for (SentenceGrid& grid : grids_) {
     grid.due = false;
     grid.frame.SetVisible(Setup().Analyses(grid.design.type));
@@ -146,8 +141,8 @@ void frmStatistics::UpdateStatisticsView(SentenceType type) {
 
   SentenceGrid* const grid = Find(type);
   if (grid == nullptr || !records_.CommSetups[Index()].Analyses(type)) return;
-  if (IsPosition(type)) {
-    timesOf_ = type;
+  if (const PositionStats* const position = FindPositionStats(type)) {
+    timesOf_ = position;
     if (used == kFirstSample) NoteReferencePosition();
   } else if (type == SentenceType::HDT || type == SentenceType::ATT) {
     if (used == kFirstSample) NoteReferenceAttitude();
@@ -175,8 +170,8 @@ void frmStatistics::Refresh() {
   WriteReference();
   if (averagesDue_) WriteAverages();
   averagesDue_ = false;
-  if (timesOf_ != SentenceType::None) WriteTimes();
-  timesOf_ = SentenceType::None;
+  if (timesOf_ != nullptr) WriteTimes();
+  timesOf_ = nullptr;
   for (SentenceGrid& grid : grids_) {
     if (grid.due) WriteGrid(grid);
     grid.due = false;
@@ -239,7 +234,7 @@ void frmStatistics::WriteAverages() {
 }
 
 void frmStatistics::WriteTimes() {
-  const SingleStat& first = statistics_[Index()].Of(timesOf_).front().Stat;
+  const SingleStat& first = timesOf_->dRad(statistics_[Index()]).Stat;
   lblStartTime.SetText(first.Count == 0 ? std::string(kNotAvailable)
                                         : first.FirstTime + " " + first.FirstDate);
   lblCurrentTime.SetText(first.LastTime);
@@ -254,13 +249,11 @@ void frmStatistics::WriteGrid(SentenceGrid& grid) {
     }
     return;
   }
-  const std::span<const DeviationStat> stats = statistics.Of(grid.design.type);
   int column = 0;
   for (const StatisticsColumn& design : grid.design.columns) {
     ++column;
-    if (design.quantity == kNoFigures) continue;
-    ShowDeviationColumn(grid.grid, stats[static_cast<std::size_t>(design.quantity)], column,
-                        design.noPercentile);
+    if (design.figures == nullptr) continue;
+    ShowDeviationColumn(grid.grid, design.figures(statistics), column, design.noPercentile);
   }
 }
 

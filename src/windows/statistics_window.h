@@ -99,7 +99,7 @@ class frmStatistics : public SystemView {
   bool positionDue_ = false;
   bool attitudeDue_ = false;
   bool averagesDue_ = false;
-  SentenceType timesOf_ = SentenceType::None;
+  const PositionStats* timesOf_ = nullptr;  // whose times are due
 };
 
 }  // namespace fathomline

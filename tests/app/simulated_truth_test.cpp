@@ -51,8 +51,9 @@ class SimulatedTruth : public testing::Test {
     EXPECT_NEAR(stat.Max * scale + offset, expected.Max(), tolerance);
     EXPECT_NEAR(stat.Min * scale + offset, expected.Min(), tolerance);
   }
-  const SingleStat& Stat(SentenceType type, std::size_t quantity) {
-    return test.program.engine.statistics[1].Of(type)[quantity].Stat;
+  template <class Record, auto Member>
+  const SingleStat& Stat() {
+    return test.program.engine.statistics[1].Of<Record, Member>().Stat;
   }
 
   TestProgram test;
@@ -67,30 +68,30 @@ TEST_F(SimulatedTruth, OfAMooredReceiverIsFoundAgain) {
   const double latitude = truth.reference.position.latitude / kDegrees;
   const double s = std::sin(latitude);
   const double w2 = 1.0 - kEccentricitySquared * s * s;
-  ExpectAgrees(Stat(SentenceType::GGA, 1), TruthFigure::GGANorthError, 1.0 / w2, 2e-3);
-  ExpectAgrees(Stat(SentenceType::GGA, 2), TruthFigure::GGAEastError, 1.0, 2e-3);
-  ExpectAgrees(Stat(SentenceType::GGA, 3), TruthFigure::GGAHeightError, 1.0, 1e-4);
-  ExpectAgrees(Stat(SentenceType::GNS, 2), TruthFigure::GNSEastError, 1.0, 2e-3);
-  ExpectAgrees(Stat(SentenceType::GLL, 2), TruthFigure::GLLEastError, 1.0, 2e-3);
-  ExpectAgrees(Stat(SentenceType::RMC, 2), TruthFigure::RMCEastError, 1.0, 2e-3);
-  ExpectAgrees(Stat(SentenceType::GGA, 6), TruthFigure::GGASatellites, 1.0, 1e-5);
-  ExpectAgrees(Stat(SentenceType::GGA, 8), TruthFigure::GGAAge, 1.0, 1e-4);
-  EXPECT_EQ(Stat(SentenceType::GGA, 0).Count, truth.usableFixes);
+  ExpectAgrees(Stat<GGARecord, &Deviations::dN>(), TruthFigure::GGANorthError, 1.0 / w2, 2e-3);
+  ExpectAgrees(Stat<GGARecord, &Deviations::dE>(), TruthFigure::GGAEastError, 1.0, 2e-3);
+  ExpectAgrees(Stat<GGARecord, &Deviations::dHgt>(), TruthFigure::GGAHeightError, 1.0, 1e-4);
+  ExpectAgrees(Stat<GNSRecord, &Deviations::dE>(), TruthFigure::GNSEastError, 1.0, 2e-3);
+  ExpectAgrees(Stat<GLLRecord, &Deviations::dE>(), TruthFigure::GLLEastError, 1.0, 2e-3);
+  ExpectAgrees(Stat<RMCRecord, &Deviations::dE>(), TruthFigure::RMCEastError, 1.0, 2e-3);
+  ExpectAgrees(Stat<GGARecord, &GGARecord::Satellites>(), TruthFigure::GGASatellites, 1.0, 1e-5);
+  ExpectAgrees(Stat<GGARecord, &GGARecord::DGPSAge>(), TruthFigure::GGAAge, 1.0, 1e-4);
+  EXPECT_EQ((Stat<GGARecord, &Deviations::dRad>().Count), truth.usableFixes);
 
-  ExpectAgrees(Stat(SentenceType::HDT, 0), TruthFigure::HDTHeading, 1.0, 1e-3,
+  ExpectAgrees(Stat<HDTRecord, &Deviations::deltaHdg>(), TruthFigure::HDTHeading, 1.0, 1e-3,
                truth.reference.heading);
   ExpectAgrees(test.program.engine.statistics[1].PitchMean, TruthFigure::ATTPitch, 1.0, 1e-4);
-  ExpectAgrees(Stat(SentenceType::GST, 4), TruthFigure::GSTSdLatitude, 1.0, 1e-4);
-  ExpectAgrees(Stat(SentenceType::GSA, 0), TruthFigure::GSAPDOP, 1.0, 1e-4);
+  ExpectAgrees(Stat<GSTRecord, &GSTRecord::SdLat>(), TruthFigure::GSTSdLatitude, 1.0, 1e-4);
+  ExpectAgrees(Stat<GSARecord, &GSARecord::PDOP>(), TruthFigure::GSAPDOP, 1.0, 1e-4);
 }
 
 TEST_F(SimulatedTruth, OfAVoyageIsFoundAgain) {
   Replay("voyage", 1800);
-  ExpectAgrees(Stat(SentenceType::RMC, 3), TruthFigure::RMCSOG, 1.0, 1e-4);
-  ExpectAgrees(Stat(SentenceType::VTG, 1), TruthFigure::VTGCOG, 1.0, 1e-2);
-  ExpectAgrees(Stat(SentenceType::ROT, 0), TruthFigure::ROTRate, 1.0, 1e-3);
-  ExpectAgrees(Stat(SentenceType::VHW, 0), TruthFigure::VHWSpeed, 1.0, 1e-4);
-  ExpectAgrees(Stat(SentenceType::DBT, 0), TruthFigure::DBTDepth, 1.0, 1e-3);
+  ExpectAgrees(Stat<RMCRecord, &RMCRecord::SOG>(), TruthFigure::RMCSOG, 1.0, 1e-4);
+  ExpectAgrees(Stat<VTGRecord, &VTGRecord::COGTrue>(), TruthFigure::VTGCOG, 1.0, 1e-2);
+  ExpectAgrees(Stat<ROTRecord, &ROTRecord::RateOfTurn>(), TruthFigure::ROTRate, 1.0, 1e-3);
+  ExpectAgrees(Stat<VHWRecord, &VHWRecord::SpeedKnots>(), TruthFigure::VHWSpeed, 1.0, 1e-4);
+  ExpectAgrees(Stat<DBTRecord, &DBTRecord::DepthMetres>(), TruthFigure::DBTDepth, 1.0, 1e-3);
   EXPECT_GT(test.program.engine.targets.AISTargetCount(1), 5);
   EXPECT_TRUE(test.face.Boxes().empty());
 }

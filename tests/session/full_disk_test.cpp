@@ -34,7 +34,9 @@ struct FullDisk : ::testing::Test, Session {
     links.Winsock1(1).Arrive(Sentence("HEHDT,10.5,T") + "\r\n");
     Deliver();
   }
-  std::int32_t Count() { return program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  std::int32_t Count() {
+    return program->engine.statistics[1].Of<HDTRecord, &Deviations::deltaHdg>().Stat.Count;
+  }
   std::string LastBox() { return face.Boxes().back().text; }
 };
 

@@ -99,7 +99,9 @@ struct OnlineToolBar : ::testing::Test, OnlineSession {
     links.WinsockUDP(1).Arrive(Sentence(body) + "\r\n");
     Deliver();
   }
-  std::int32_t Headings() { return program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count; }
+  std::int32_t Headings() {
+    return program->engine.statistics[1].Of<HDTRecord, &Deviations::deltaHdg>().Stat.Count;
+  }
   std::string HeadingShown() {
     program->windows.numerics[1]->Refresh();
     return program->windows.numerics[1]->GridOf(SentenceType::HDT).Text(1, 1);

@@ -82,9 +82,9 @@ TEST_F(LiveSession, TheProgramEndsWhileADecodersBoxStands) {
 TEST_F(LiveSession, AFaultOfASocketLineGoesToTheErrorLog) {
   Receive("\\\\\\\\\\\\\\\\\\\\\\\r\n" + Sentence("HEHDT,10.5,T") + "\r\n");
   EXPECT_EQ(program->session.errorLog.Written(), 1);
-  EXPECT_EQ(program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count, 0);
+  EXPECT_EQ((program->engine.statistics[1].Of<HDTRecord, &Deviations::deltaHdg>().Stat.Count), 0);
   Receive(Sentence("HEHDT,10.5,T") + "\r\n");
-  EXPECT_EQ(program->engine.statistics[1].Of<HDTRecord>()[0].Stat.Count, 1);
+  EXPECT_EQ((program->engine.statistics[1].Of<HDTRecord, &Deviations::deltaHdg>().Stat.Count), 1);
 
   // A log that cannot be written is told once.
   records().ProgramFolder = folder / "gone/";

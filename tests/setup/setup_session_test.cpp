@@ -33,15 +33,16 @@ class SetupInSession : public testing::Test {
     EXPECT_FALSE(Dialog().Loaded());
   }
   // What the position figures hold of the fixes so far: 0 radius, 1 north, 2 east, 3 height.
-  const SingleStat& Figure(std::size_t quantity) {
-    return session.program->engine.statistics[1].Of<GGARecord>()[quantity].Stat;
+  template <auto Member>
+  const SingleStat& Figure() {
+    return session.program->engine.statistics[1].Of<GGARecord, Member>().Stat;
   }
   // A fix arrives on the link, and is the only one in the figures.
   template <class Link>
   void ExpectFigures(Link& link) {
     link.Arrive(Line());
     session.Deliver();
-    EXPECT_EQ(Figure(0).Count, 1);
+    EXPECT_EQ(Figure<&Deviations::dRad>().Count, 1);
   }
   static std::string Line() { return Sentence(kFix) + "\r\n"; }
 
@@ -59,9 +60,9 @@ TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {
   const auto expectDeviations = [this](float north, float height) {
     Ok();
     ExpectFigures(session.links.WinsockUDP(1));
-    EXPECT_NEAR(Figure(1).Mean, north, 0.0005F);
-    EXPECT_NEAR(Figure(2).Mean, 0.0F, 0.0005F);
-    EXPECT_NEAR(Figure(3).Mean, height, 0.0001F);
+    EXPECT_NEAR(Figure<&Deviations::dN>().Mean, north, 0.0005F);
+    EXPECT_NEAR(Figure<&Deviations::dE>().Mean, 0.0F, 0.0005F);
+    EXPECT_NEAR(Figure<&Deviations::dHgt>().Mean, height, 0.0001F);
   };
   struct Typed {
     bool isDMS;

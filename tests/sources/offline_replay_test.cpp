@@ -43,7 +43,9 @@ struct OfflineReplayTest : testing::Test, OfflineSession {
     }
     return states;
   }
-  std::int32_t Count() { return program->engine.statistics[1].Of(SentenceType::VTG)[0].Stat.Count; }
+  std::int32_t Count() {
+    return program->engine.statistics[1].Of<VTGRecord, &VTGRecord::SOGKnots>().Stat.Count;
+  }
 
   static std::string Speed(const char* knots) {
     return Sentence(std::string("GPVTG,9.5,T,,M,") + knots + ",N,,K") + "\n";

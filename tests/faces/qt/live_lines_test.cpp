@@ -128,7 +128,8 @@ class LiveLines : public testing::Test, public LineListener {
   }
 
   int Headings(int system) {
-    return static_cast<int>(program.engine.statistics[system].Of<HDTRecord>()[0].Stat.Count);
+    return static_cast<int>(
+        program.engine.statistics[system].Of<HDTRecord, &Deviations::deltaHdg>().Stat.Count);
   }
   int BadLines(int system) { return program.engine.records.ChecksumErrors[system]; }
   std::string_view Waiting() { return program.session.input.LineBuffer(kPort); }
