@@ -47,7 +47,7 @@ void DecodeLines(benchmark::State& state) {
   std::int64_t lines = 0;
   for (auto _ : state) {
     for (std::string_view sentence : kSentences) {
-      ExtractVDM(sentence, record, dialogs);
+      Extract(sentence, record, dialogs);
       decoder->ProcessVDM(1, record);
       const AISReceiver& receiver = decoder->Receiver(1);
       store.StoreAISTarget(1, receiver.AISMessageId, receiver.Messages, DateTime{45000.0});

@@ -62,16 +62,16 @@ void DecodeLines(benchmark::State& state, std::string_view line,
   state.SetItemsProcessed(state.iterations());
 }
 void DecodeGGA(benchmark::State& state) {
-  DecodeLines(state, kGGA, ExtractGGA);
+  DecodeLines(state, kGGA, Extract<GGARecord>);
 }
 void DecodeRMC(benchmark::State& state) {
-  DecodeLines(state, kRMC, ExtractRMC);
+  DecodeLines(state, kRMC, Extract<RMCRecord>);
 }
 void DecodeGSV(benchmark::State& state) {
-  DecodeLines(state, kGSV, ExtractGSV);
+  DecodeLines(state, kGSV, Extract<GSVRecord>);
 }
 void DecodeVTG(benchmark::State& state) {
-  DecodeLines(state, kVTG, ExtractVTG);
+  DecodeLines(state, kVTG, Extract<VTGRecord>);
 }
 BENCHMARK(DecodeGGA);
 BENCHMARK(DecodeRMC);

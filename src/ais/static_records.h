@@ -14,13 +14,14 @@
 #include "ais/position_records.h"
 #include "ais/ship_type_tables.h"
 #include "base/datetime.h"
+#include "base/numbers.h"
 
 namespace fathomline {
 
 // The cargo of a ship type code, "n/a" where its second digit tells none.
 constexpr std::string_view CargoOf(std::int16_t shipType) {
   const auto code = static_cast<std::size_t>(shipType);
-  return SecondDigitIsCargo(code) ? CargoTable[code % CargoTable.size()] : "n/a";
+  return SecondDigitIsCargo(code) ? CargoTable[code % CargoTable.size()] : kNotAvailable;
 }
 
 // The arrival of id 5 in the present year: month, day, hour and minute in bits 275 to 294, out of

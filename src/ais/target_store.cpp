@@ -9,7 +9,6 @@
 namespace fathomline {
 namespace {
 
-constexpr const char* kNotAvailable = "n/a";
 constexpr std::string_view kBlankName = "                    ";
 static_assert(kBlankName.size() == 20);
 

@@ -1,6 +1,8 @@
 #include "analysis/statistics.h"
 
 #include <cmath>
+#include <tuple>
+#include <type_traits>
 
 #include "analysis/geodesy.h"
 #include "base/numbers.h"
@@ -53,7 +55,7 @@ void AccumulateQuantities(SystemStatistics& statistics, const Record& record, co
 std::span<const DeviationStat> SystemStatistics::Of(SentenceType type) const {
   std::span<const DeviationStat> found;
   const auto look = [&]<class Record>(const Figures<Record>& figures) {
-    if (QuantitiesOf<Record>::kType == type) found = figures.Stats;
+    if (kTypeOf<Record> == type) found = figures.Stats;
   };
   std::apply([&](const auto&... figures) { (look(figures), ...); }, Sentences);
   return found;
@@ -74,42 +76,24 @@ void SystemStatistics::Reset() {
 
 void Statistics::AccumulateStatistics(int system, SentenceType type, std::string_view messageTime) {
   if (!records_.CommSetups[system].Analyses(type)) return;
+  const Stamp stamp{messageTime, clock_};
+  if (type == SentenceType::GSV) return AccumulateGSV(system, stamp);
   const SystemMessages& messages = records_.Messages[system];
   SystemStatistics& statistics = systems_[system];
-  const Stamp stamp{messageTime, clock_};
-  switch (type) {
-    case SentenceType::GGA:
-      return AccumulateGGA(system);
-    case SentenceType::GNS:
-      return AccumulateGNS(system);
-    case SentenceType::GLL:
-      return AccumulateGLL(system, stamp);
-    case SentenceType::RMC:
-      return AccumulateRMC(system, stamp);
-    case SentenceType::VTG:
-      return AccumulateQuantities(statistics, messages.VTG.Record, stamp);
-    case SentenceType::HDT:
-      return AccumulateHDT(system, stamp);
-    case SentenceType::ATT:
-      return AccumulateATT(system, stamp);
-    case SentenceType::ROT:
-      if (messages.ROT.Record.Status == 'A') {
-        AccumulateQuantities(statistics, messages.ROT.Record, stamp);
+  const auto take = [&]<class Record>(const Figures<Record>&) {
+    if (kTypeOf<Record> != type) return false;
+    const Record& record = (messages.*kSentenceOf<Record>.message).Record;
+    if (Prepare(system, record)) {
+      // Of these two the figures carry the sentence's own time.
+      if constexpr (std::is_same_v<Record, GGARecord> || std::is_same_v<Record, GNSRecord>) {
+        AccumulateQuantities(statistics, record, {record.Time, clock_});
+      } else {
+        AccumulateQuantities(statistics, record, stamp);
       }
-      return;
-    case SentenceType::VHW:
-      return AccumulateQuantities(statistics, messages.VHW.Record, stamp);
-    case SentenceType::DBT:
-      return AccumulateQuantities(statistics, messages.DBT.Record, stamp);
-    case SentenceType::GSA:
-      return AccumulateQuantities(statistics, messages.GSA.Record, stamp);
-    case SentenceType::GST:
-      return AccumulateQuantities(statistics, messages.GST.Record, stamp);
-    case SentenceType::GSV:
-      return AccumulateGSV(system, stamp);
-    default:
-      return;
-  }
+    }
+    return true;
+  };
+  std::apply([&](const auto&... figures) { (take(figures) || ...); }, statistics.Sentences);
 }
 
 // A position at exactly 0, 0 is an empty field, not a place.
@@ -129,48 +113,40 @@ void Statistics::SetPositionDeviation(int system, double latitude, double longit
   present.dRad = ToSingle(std::sqrt(east * east + north * north));
 }
 
-void Statistics::AccumulateGGA(int system) {
-  const GGARecord& record = records_.Messages[system].GGA.Record;
+bool Statistics::Prepare(int system, const GGARecord& record) {
   SetPositionDeviation(system, record.Latitude, record.Longitude, record.Quality != 0);
   systems_[system].Present.dHgt =
       Difference(record.Altitude, records_.References[system].ReferenceHeight);
-  if (record.Quality < 1) return;
-  AccumulateQuantities(systems_[system], record, {record.Time, clock_});
+  return record.Quality >= 1;
 }
 
-void Statistics::AccumulateGNS(int system) {
-  const GNSRecord& record = records_.Messages[system].GNS.Record;
+bool Statistics::Prepare(int system, const GNSRecord& record) {
   const bool fix = record.Mode != "NN";
   SetPositionDeviation(system, record.Latitude, record.Longitude, fix);
   systems_[system].Present.dHgt =
       Difference(record.Altitude, records_.References[system].ReferenceHeight);
-  if (!fix) return;
-  AccumulateQuantities(systems_[system], record, {record.Time, clock_});
+  return fix;
 }
 
-void Statistics::AccumulateGLL(int system, const Stamp& stamp) {
-  const GLLRecord& record = records_.Messages[system].GLL.Record;
-  if (record.Status != 'A') return;
+bool Statistics::Prepare(int system, const GLLRecord& record) {
+  if (record.Status != 'A') return false;
   SetPositionDeviation(system, record.Latitude, record.Longitude, true);
-  AccumulateQuantities(systems_[system], record, stamp);
+  return true;
 }
 
-void Statistics::AccumulateRMC(int system, const Stamp& stamp) {
-  const RMCRecord& record = records_.Messages[system].RMC.Record;
-  if (record.Status != "A") return;
+bool Statistics::Prepare(int system, const RMCRecord& record) {
+  if (record.Status != "A") return false;
   SetPositionDeviation(system, record.Latitude, record.Longitude, true);
-  AccumulateQuantities(systems_[system], record, stamp);
+  return true;
 }
 
-void Statistics::AccumulateHDT(int system, const Stamp& stamp) {
-  const HDTRecord& record = records_.Messages[system].HDT.Record;
+bool Statistics::Prepare(int system, const HDTRecord& record) {
   systems_[system].Present.deltaHdg =
       WrapDegrees(Difference(record.Heading, records_.References[system].ReferenceHeading));
-  AccumulateQuantities(systems_[system], record, stamp);
+  return true;
 }
 
-void Statistics::AccumulateATT(int system, const Stamp& stamp) {
-  const ATTRecord& record = records_.Messages[system].ATT.Record;
+bool Statistics::Prepare(int system, const ATTRecord& record) {
   const ReferenceSetup& reference = records_.References[system];
   const float limit = records_.OutlierLimit;
   Deviations& present = systems_[system].Present;
@@ -178,7 +154,7 @@ void Statistics::AccumulateATT(int system, const Stamp& stamp) {
       Limited(WrapDegrees(Difference(record.Heading, reference.ReferenceHeading)), limit);
   present.deltaPitch = Limited(Difference(record.Pitch, reference.ReferencePitch), limit);
   present.deltaRoll = Limited(Difference(record.Roll, reference.ReferenceRoll), limit);
-  AccumulateQuantities(systems_[system], record, stamp);
+  return true;
 }
 
 void Statistics::AccumulateGSV(int system, const Stamp& stamp) {

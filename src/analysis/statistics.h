@@ -41,7 +41,6 @@ struct QuantitiesOf;
 
 template <>
 struct QuantitiesOf<GGARecord> {
-  static constexpr SentenceType kType = SentenceType::GGA;
   static constexpr auto kRows =
       std::tuple{Quantity{"dRad", &Deviations::dRad},
                  Quantity{"dN", &Deviations::dN},
@@ -56,7 +55,6 @@ struct QuantitiesOf<GGARecord> {
 
 template <>
 struct QuantitiesOf<GNSRecord> {
-  static constexpr SentenceType kType = SentenceType::GNS;
   static constexpr auto kRows =
       std::tuple{Quantity{"dRad", &Deviations::dRad},
                  Quantity{"dN", &Deviations::dN},
@@ -70,7 +68,6 @@ struct QuantitiesOf<GNSRecord> {
 
 template <>
 struct QuantitiesOf<GLLRecord> {
-  static constexpr SentenceType kType = SentenceType::GLL;
   static constexpr auto kRows =
       std::tuple{Quantity{"dRad", &Deviations::dRad}, Quantity{"dN", &Deviations::dN},
                  Quantity{"dE", &Deviations::dE}};
@@ -78,7 +75,6 @@ struct QuantitiesOf<GLLRecord> {
 
 template <>
 struct QuantitiesOf<RMCRecord> {
-  static constexpr SentenceType kType = SentenceType::RMC;
   static constexpr auto kRows =
       std::tuple{Quantity{"dRad", &Deviations::dRad}, Quantity{"dN", &Deviations::dN},
                  Quantity{"dE", &Deviations::dE}, Quantity{"SOG", &RMCRecord::SOG},
@@ -87,20 +83,17 @@ struct QuantitiesOf<RMCRecord> {
 
 template <>
 struct QuantitiesOf<VTGRecord> {
-  static constexpr SentenceType kType = SentenceType::VTG;
   static constexpr auto kRows = std::tuple{Quantity{"SOGKnots", &VTGRecord::SOGKnots},
                                            Quantity{"COGTrue", &VTGRecord::COGTrue}};
 };
 
 template <>
 struct QuantitiesOf<HDTRecord> {
-  static constexpr SentenceType kType = SentenceType::HDT;
   static constexpr auto kRows = std::tuple{Quantity{"deltaHdg", &Deviations::deltaHdg}};
 };
 
 template <>
 struct QuantitiesOf<ATTRecord> {
-  static constexpr SentenceType kType = SentenceType::ATT;
   static constexpr auto kRows = std::tuple{Quantity{"deltaHdg", &Deviations::deltaHdg},
                                            Quantity{"deltaPitch", &Deviations::deltaPitch},
                                            Quantity{"deltaRoll", &Deviations::deltaRoll}};
@@ -108,13 +101,11 @@ struct QuantitiesOf<ATTRecord> {
 
 template <>
 struct QuantitiesOf<ROTRecord> {
-  static constexpr SentenceType kType = SentenceType::ROT;
   static constexpr auto kRows = std::tuple{Quantity{"RateOfTurn", &ROTRecord::RateOfTurn}};
 };
 
 template <>
 struct QuantitiesOf<VHWRecord> {
-  static constexpr SentenceType kType = SentenceType::VHW;
   static constexpr auto kRows =
       std::tuple{Quantity{"SpeedKnots", &VHWRecord::SpeedKnots},
                  Quantity{"HeadingTrue", &VHWRecord::HeadingTrue},
@@ -123,13 +114,11 @@ struct QuantitiesOf<VHWRecord> {
 
 template <>
 struct QuantitiesOf<DBTRecord> {
-  static constexpr SentenceType kType = SentenceType::DBT;
   static constexpr auto kRows = std::tuple{Quantity{"DepthMetres", &DBTRecord::DepthMetres}};
 };
 
 template <>
 struct QuantitiesOf<GSARecord> {
-  static constexpr SentenceType kType = SentenceType::GSA;
   static constexpr auto kRows =
       std::tuple{Quantity{"PDOP", &GSARecord::PDOP}, Quantity{"HDOP", &GSARecord::HDOP},
                  Quantity{"VDOP", &GSARecord::VDOP}};
@@ -137,7 +126,6 @@ struct QuantitiesOf<GSARecord> {
 
 template <>
 struct QuantitiesOf<GSTRecord> {
-  static constexpr SentenceType kType = SentenceType::GST;
   static constexpr auto kRows = std::tuple{
       Quantity{"RMS", &GSTRecord::RMS},         Quantity{"SdMajor", &GSTRecord::SdMajor},
       Quantity{"SdMinor", &GSTRecord::SdMinor}, Quantity{"DirMajor", &GSTRecord::DirMajor},
@@ -238,9 +226,7 @@ struct SystemStatistics {
   static void VisitFigures(const Figures<Record>& figures, Visitor& visit) {
     std::size_t i = 0;
     std::apply(
-        [&](const auto&... row) {
-          (visit(QuantitiesOf<Record>::kType, row.name, figures.Stats[i++]), ...);
-        },
+        [&](const auto&... row) { (visit(kTypeOf<Record>, row.name, figures.Stats[i++]), ...); },
         QuantitiesOf<Record>::kRows);
   }
 };
@@ -261,8 +247,8 @@ struct PositionStats {
 };
 template <class Record>
 constexpr PositionStats PositionStatsOf() {
-  return {QuantitiesOf<Record>::kType, StatOf<Record, &Deviations::dRad>,
-          StatOf<Record, &Deviations::dN>, StatOf<Record, &Deviations::dE>};
+  return {kTypeOf<Record>, StatOf<Record, &Deviations::dRad>, StatOf<Record, &Deviations::dN>,
+          StatOf<Record, &Deviations::dE>};
 }
 inline constexpr std::array<PositionStats, 4> kPositionStats = {
     PositionStatsOf<GGARecord>(), PositionStatsOf<GNSRecord>(), PositionStatsOf<GLLRecord>(),
@@ -291,12 +277,19 @@ class Statistics {
   void AccumulateStatistics(int system, SentenceType type, std::string_view messageTime);
 
  private:
-  void AccumulateGGA(int system);
-  void AccumulateGNS(int system);
-  void AccumulateGLL(int system, const Stamp& stamp);
-  void AccumulateRMC(int system, const Stamp& stamp);
-  void AccumulateHDT(int system, const Stamp& stamp);
-  void AccumulateATT(int system, const Stamp& stamp);
+  // Forms the present deviations that a sentence gives; false where it is not good enough for the
+  // figures.
+  bool Prepare(int system, const GGARecord& record);
+  bool Prepare(int system, const GNSRecord& record);
+  bool Prepare(int system, const GLLRecord& record);
+  bool Prepare(int system, const RMCRecord& record);
+  bool Prepare(int system, const HDTRecord& record);
+  bool Prepare(int system, const ATTRecord& record);
+  static bool Prepare(int /*system*/, const ROTRecord& record) { return record.Status == 'A'; }
+  template <class Record>
+  static bool Prepare(int /*system*/, const Record& /*record*/) {
+    return true;
+  }
   void AccumulateGSV(int system, const Stamp& stamp);
   void SetPositionDeviation(int system, double latitude, double longitude, bool usable);
 

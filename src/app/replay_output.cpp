@@ -9,45 +9,6 @@ namespace {
 
 constexpr int kSystem = 1;
 
-// Calls visit(record) with the sentence record of a type.
-template <class Visitor>
-void VisitSentence(const SystemMessages& messages, SentenceType type, Visitor&& visit) {
-  switch (type) {
-    case SentenceType::GGA:
-      return visit(messages.GGA.Record);
-    case SentenceType::GNS:
-      return visit(messages.GNS.Record);
-    case SentenceType::GLL:
-      return visit(messages.GLL.Record);
-    case SentenceType::RMC:
-      return visit(messages.RMC.Record);
-    case SentenceType::VTG:
-      return visit(messages.VTG.Record);
-    case SentenceType::ZDA:
-      return visit(messages.ZDA.Record);
-    case SentenceType::HDT:
-      return visit(messages.HDT.Record);
-    case SentenceType::ATT:
-      return visit(messages.ATT.Record);
-    case SentenceType::ROT:
-      return visit(messages.ROT.Record);
-    case SentenceType::VHW:
-      return visit(messages.VHW.Record);
-    case SentenceType::DBT:
-      return visit(messages.DBT.Record);
-    case SentenceType::GSA:
-      return visit(messages.GSA.Record);
-    case SentenceType::GSV:
-      return visit(messages.GSV.Record);
-    case SentenceType::GST:
-      return visit(messages.GST.Record);
-    case SentenceType::TTM:
-      return visit(messages.TTM.Record);
-    default:
-      return;
-  }
-}
-
 template <class Number>
 void WriteMean(JsonWriter& json, std::string_view name, const RunningStat<Number>& stat) {
   json.Key(name);
@@ -105,8 +66,9 @@ void TraceWriter::LineDone() {
   if (type == SentenceType::VDM) {
     WriteAIS();
   } else {
-    VisitSentence(program_.engine.records.Messages[kSystem], type,
-                  [this](const auto& record) { json_.Field("record", record); });
+    VisitSentence(type, [this](const auto& sentence) {
+      json_.Field("record", (program_.engine.records.Messages[kSystem].*sentence.message).Record);
+    });
   }
   json_.EndObject();
   json_.EndLine();

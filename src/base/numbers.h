@@ -10,8 +10,9 @@
 
 namespace fathomline {
 
-// Stands for an empty field, in the width of the field that holds it. Shown as "n/a".
+// Stands for an empty field, in the width of the field that holds it; and how it is shown.
 inline constexpr std::int16_t NoValue = -9999;
+inline constexpr std::string_view kNotAvailable = "n/a";
 
 // The lenient number reading: leading blanks, a sign, digits, a point, digits, an exponent with E.
 // Reads as far as the text looks like a number; 0 when no number begins it. No inner blanks, no

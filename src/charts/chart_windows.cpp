@@ -141,10 +141,8 @@ void ChartWindows::OpenSatellite(int system, int slot) {
 void ChartWindows::OpenAnalysed(int system) {
   const CommSetup& setup = records_.CommSetups[system];
   OpenTimeSeries(system);
-  if (setup.AnalyseGGA || setup.AnalyseGNS || setup.AnalyseGLL || setup.AnalyseRMC) {
-    OpenScatter(system);
-  }
-  if (setup.AnalyseGSA || setup.AnalyseGSV) OpenSkyplot(system);
+  if (setup.AnalysesAny(kPositionTypes)) OpenScatter(system);
+  if (setup.AnalysesAny(kSatelliteTypes)) OpenSkyplot(system);
   if (!setup.AnalyseGSV) return;
   for (int row = 1; row <= kSNRConstellations; ++row) OpenSNR(system, row);
 }

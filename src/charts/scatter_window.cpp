@@ -77,7 +77,8 @@ frmScatter::frmScatter(const ViewSurroundings& surroundings, int system,
                   .place = kPlace,
                   .placeKey = "Scatter",
                   .icon = ViewIcon::OfSecondarySystems,
-                  .flag = WindowFlag::Scatter}),
+                  .flag = WindowFlag::Scatter,
+                  .feeds = kPositionTypes}),
       statistics_(statistics),
       scales_(scales) {
   points_ = &TChart1.AddSeries(

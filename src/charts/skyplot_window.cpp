@@ -38,7 +38,8 @@ frmSkyplot::frmSkyplot(const ViewSurroundings& surroundings, int system, Satelli
                   .place = kPlace,
                   .placeKey = "Skyplot",
                   .icon = ViewIcon::OfSecondarySystems,
-                  .flag = WindowFlag::Skyplot}),
+                  .flag = WindowFlag::Skyplot,
+                  .feeds = kSatelliteTypes}),
       satellites_(satellites),
       clock_(clock) {
   txtElMask.onLeave = [this] { return TakeElevationMask(); };

@@ -12,6 +12,7 @@
 #include "charts/satellite_table.h"
 #include "toolkit/controls.h"
 #include "toolkit/picture.h"
+#include "views/figure_label.h"
 #include "views/system_view.h"
 
 namespace fathomline {
@@ -54,11 +55,11 @@ class frmSkyplot : public SystemView {
   Label lblSouth{frameSkyplot, "lblSouth", "South"};
   TextBox txtElMask{frameSkyplot, "txtElMask", "00"};
 
-  Label lblCurrentMode{*this, "lblCurrentMode", "n/a"};
-  Label lblPdop{*this, "lblPdop", "n/a"};
-  Label lblHdop{*this, "lblHdop", "n/a"};
-  Label lblVdop{*this, "lblVdop", "n/a"};
-  Label lblSvsInView{*this, "lblSvsInView", "n/a"};
+  FigureLabel lblCurrentMode{*this, "lblCurrentMode"};
+  FigureLabel lblPdop{*this, "lblPdop"};
+  FigureLabel lblHdop{*this, "lblHdop"};
+  FigureLabel lblVdop{*this, "lblVdop"};
+  FigureLabel lblSvsInView{*this, "lblSvsInView"};
   Label lblSvsInUse{*this, "lblSvsInUse", "Used svs "};
   ControlArray<Label> lblUsedSvs{*this, "lblUsedSvs", 0, static_cast<int>(kUsedGroups.size()) - 1};
 

@@ -10,6 +10,7 @@
 namespace fathomline {
 namespace {
 
+constexpr std::array kFeeds = {SentenceType::GSV};
 constexpr int kMostColumns = 8;
 constexpr int kSBASRow = 2;
 constexpr double kFullCircle = 360.0;
@@ -103,6 +104,7 @@ frmTimeSeriesSNR::frmTimeSeriesSNR(const ChartSurroundings& surroundings, int sy
            .place = {0, 0, 3000, 6000},
            .placeOfItsOwn = false,
            .flag = WindowFlag::TimeSeriesSNR,
+           .feeds = kFeeds,
            .part = row}),
       row_(row),
       anyOther_(std::move(anyOther)) {
@@ -177,6 +179,7 @@ frmTimeSeriesGSV_SVbySV::frmTimeSeriesGSV_SVbySV(const ChartSurroundings& surrou
                                ? std::optional(static_cast<WindowFlag>(
                                      static_cast<int>(WindowFlag::FirstSatellite) + slot))
                                : std::nullopt,
+                   .feeds = kFeeds,
                    .part = slot}) {
   MakeSatelliteChart(TChart(0));
   TChart(0).SetText(ChartTitle(slot));

@@ -21,36 +21,25 @@ struct TimeSeriesClass {
   int windowIndex;
   int charts;
   WindowFlag flag;
-  bool CommSetup::*analysed;
+  bool CommSetup::*analysed = FindAnalyseFlag(type)->flag;
 };
 
 inline constexpr std::array<TimeSeriesClass, 13> kTimeSeriesClasses = {
     {{SentenceType::GGA, "frmTimeSeriesGGA", "Position Time Series ", 0, 4,
-      WindowFlag::TimeSeriesGGA, &CommSetup::AnalyseGGA},
-     {SentenceType::GNS, "frmTimeSeriesGNS", "GNS Time Series ", 11, 4, WindowFlag::TimeSeriesGNS,
-      &CommSetup::AnalyseGNS},
-     {SentenceType::GLL, "frmTimeSeriesGLL", "GLL Time Series ", 1, 1, WindowFlag::TimeSeriesGLL,
-      &CommSetup::AnalyseGLL},
-     {SentenceType::RMC, "frmTimeSeriesRMC", "RMC Time Series ", 2, 2, WindowFlag::TimeSeriesRMC,
-      &CommSetup::AnalyseRMC},
-     {SentenceType::VTG, "frmTimeSeriesVTG", "VTG Time Series ", 3, 1, WindowFlag::TimeSeriesVTG,
-      &CommSetup::AnalyseVTG},
-     {SentenceType::GSA, "frmTimeSeriesGSA", "GSA Time ", 4, 2, WindowFlag::TimeSeriesGSA,
-      &CommSetup::AnalyseGSA},
-     {SentenceType::GST, "frmTimeSeriesGST", "GST Time Series ", 13, 3, WindowFlag::TimeSeriesGST,
-      &CommSetup::AnalyseGST},
-     {SentenceType::GSV, "frmTimeSeriesGSV", "GSV Time Series ", 5, 3, WindowFlag::TimeSeriesGSV,
-      &CommSetup::AnalyseGSV},
-     {SentenceType::HDT, "frmTimeSeriesHDT", "HDT Time Series ", 6, 1, WindowFlag::TimeSeriesHDT,
-      &CommSetup::AnalyseHDT},
-     {SentenceType::ATT, "frmTimeSeriesATT", "ATT Time Series ", 7, 2, WindowFlag::TimeSeriesATT,
-      &CommSetup::AnalyseATT},
-     {SentenceType::ROT, "frmTimeSeriesROT", "ROT Time Series ", 8, 1, WindowFlag::TimeSeriesROT,
-      &CommSetup::AnalyseROT},
-     {SentenceType::VHW, "frmTimeSeriesVHW", "VHW Time Series ", 9, 1, WindowFlag::TimeSeriesVHW,
-      &CommSetup::AnalyseVHW},
-     {SentenceType::DBT, "frmTimeSeriesDBT", "DBT Time Series ", 10, 1, WindowFlag::TimeSeriesDBT,
-      &CommSetup::AnalyseDBT}}};
+      WindowFlag::TimeSeriesGGA},
+     {SentenceType::GNS, "frmTimeSeriesGNS", "GNS Time Series ", 11, 4, WindowFlag::TimeSeriesGNS},
+     {SentenceType::GLL, "frmTimeSeriesGLL", "GLL Time Series ", 1, 1, WindowFlag::TimeSeriesGLL},
+     {SentenceType::RMC, "frmTimeSeriesRMC", "RMC Time Series ", 2, 2, WindowFlag::TimeSeriesRMC},
+     {SentenceType::VTG, "frmTimeSeriesVTG", "VTG Time Series ", 3, 1, WindowFlag::TimeSeriesVTG},
+     {SentenceType::GSA, "frmTimeSeriesGSA", "GSA Time ", 4, 2, WindowFlag::TimeSeriesGSA},
+     {SentenceType::GST, "frmTimeSeriesGST", "GST Time Series ", 13, 3, WindowFlag::TimeSeriesGST},
+     {SentenceType::GSV, "frmTimeSeriesGSV", "GSV Time Series ", 5, 3, WindowFlag::TimeSeriesGSV},
+     {SentenceType::HDT, "frmTimeSeriesHDT", "HDT Time Series ", 6, 1, WindowFlag::TimeSeriesHDT},
+     {SentenceType::ATT, "frmTimeSeriesATT", "ATT Time Series ", 7, 2, WindowFlag::TimeSeriesATT},
+     {SentenceType::ROT, "frmTimeSeriesROT", "ROT Time Series ", 8, 1, WindowFlag::TimeSeriesROT},
+     {SentenceType::VHW, "frmTimeSeriesVHW", "VHW Time Series ", 9, 1, WindowFlag::TimeSeriesVHW},
+     {SentenceType::DBT, "frmTimeSeriesDBT", "DBT Time Series ", 10, 1,
+      WindowFlag::TimeSeriesDBT}}};
 
 inline constexpr std::string_view kSatelliteCountNote =
     "Svs Bar Colors : Yellow>4, Violet =4, Red <4";

@@ -49,7 +49,8 @@ frmTimeSeries::frmTimeSeries(const ChartSurroundings& surroundings, int system,
                   {.windowIndex = design.windowIndex, .charts = design.charts},
                   {.name = std::string(design.name),
                    .caption = std::string(design.caption),
-                   .flag = design.flag}),
+                   .flag = design.flag,
+                   .feeds = {&design.type, 1}}),
       class_(design),
       gantt_(gantt) {
   std::vector<Layout> row = ControlRow();

@@ -37,8 +37,6 @@ std::string FormatRightAligned(double value, std::string_view picture);
 // the decimals shown before it is split, so that neither minutes nor seconds ever read 60.
 std::string FormatSecondsOfDay(double seconds, int decimals);
 
-inline constexpr std::string_view kNotAvailable = "n/a";
-
 // The general number-to-text conversion, with its leading blank; "n/a" for NoValue.
 template <class Number>
 std::string ValueText(Number value) {

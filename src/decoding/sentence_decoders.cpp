@@ -130,24 +130,6 @@ void StoreGuarded(Record& record, const ArrayColumn<Record, Element, Count>& row
   }
 }
 
-// Fills the record from its layout.
-template <class Record>
-void Extract(std::string_view& sentence, Record& record, Dialogs& dialogs) {
-  const DecoderFaults faults(Record::kForm, sentence, dialogs);
-
-  SentenceFields<Record::kForm.entries> fields;
-  SplitFields(sentence, Record::kForm.passes, fields);
-  if (Record::kForm.leavesWhenTooLong && fields.commas == Record::kForm.passes) return;
-  ResumeNext(
-      [&] {
-        if (fields.commas >= Record::kForm.entries) Raise(FaultNumber::OutOfRange);
-        fields.entry[fields.commas] = fields.last;
-      },
-      faults);
-  std::apply([&](const auto&... row) { (StoreGuarded(record, row, fields, faults), ...); },
-             Record::Layout());
-}
-
 double AngleFromText(std::string_view text, std::size_t degreeDigits, bool negative) {
   const double degrees = ReadNumber(text.substr(0, degreeDigits));
   const double minutes = ReadNumber(Mid(text, degreeDigits + 1));
@@ -169,57 +151,45 @@ double LongitudeFromText(std::string_view text, std::string_view hemisphere) {
   return AngleFromText(text, 3, hemisphere == "W");
 }
 
-void ExtractGGA(std::string_view& s, GGARecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractGNS(std::string_view& s, GNSRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractGLL(std::string_view& s, GLLRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractRMC(std::string_view& s, RMCRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractVTG(std::string_view& s, VTGRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractZDA(std::string_view& s, ZDARecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractHDT(std::string_view& s, HDTRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractATT(std::string_view& s, ATTRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractROT(std::string_view& s, ROTRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractVHW(std::string_view& s, VHWRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractDBT(std::string_view& s, DBTRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractGSA(std::string_view& s, GSARecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractGST(std::string_view& s, GSTRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractTTM(std::string_view& s, TTMRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-void ExtractVDM(std::string_view& s, VDMRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-}
-
-void ExtractGSV(std::string_view& s, GSVRecord& r, Dialogs& d) {
-  Extract(s, r, d);
-  for (std::size_t slot = 0; slot < r.PRN.size(); ++slot) {
-    if (r.PRN[slot] == 1 && r.Elevation[slot] == NoValue) r.PRN[slot] = NoValue;
+void GSVRecord::Complete() {
+  for (std::size_t slot = 0; slot < PRN.size(); ++slot) {
+    if (PRN[slot] == 1 && Elevation[slot] == NoValue) PRN[slot] = NoValue;
   }
 }
+
+template <class Record>
+void Extract(std::string_view& sentence, Record& record, Dialogs& dialogs) {
+  const DecoderFaults faults(Record::kForm, sentence, dialogs);
+
+  SentenceFields<Record::kForm.entries> fields;
+  SplitFields(sentence, Record::kForm.passes, fields);
+  if (Record::kForm.leavesWhenTooLong && fields.commas == Record::kForm.passes) return;
+  ResumeNext(
+      [&] {
+        if (fields.commas >= Record::kForm.entries) Raise(FaultNumber::OutOfRange);
+        fields.entry[fields.commas] = fields.last;
+      },
+      faults);
+  std::apply([&](const auto&... row) { (StoreGuarded(record, row, fields, faults), ...); },
+             Record::Layout());
+  if constexpr (requires { record.Complete(); }) record.Complete();
+}
+
+template void Extract(std::string_view&, GGARecord&, Dialogs&);
+template void Extract(std::string_view&, GNSRecord&, Dialogs&);
+template void Extract(std::string_view&, GLLRecord&, Dialogs&);
+template void Extract(std::string_view&, RMCRecord&, Dialogs&);
+template void Extract(std::string_view&, VTGRecord&, Dialogs&);
+template void Extract(std::string_view&, ZDARecord&, Dialogs&);
+template void Extract(std::string_view&, HDTRecord&, Dialogs&);
+template void Extract(std::string_view&, ATTRecord&, Dialogs&);
+template void Extract(std::string_view&, ROTRecord&, Dialogs&);
+template void Extract(std::string_view&, VHWRecord&, Dialogs&);
+template void Extract(std::string_view&, DBTRecord&, Dialogs&);
+template void Extract(std::string_view&, GSARecord&, Dialogs&);
+template void Extract(std::string_view&, GSVRecord&, Dialogs&);
+template void Extract(std::string_view&, GSTRecord&, Dialogs&);
+template void Extract(std::string_view&, TTMRecord&, Dialogs&);
+template void Extract(std::string_view&, VDMRecord&, Dialogs&);
 
 }  // namespace fathomline

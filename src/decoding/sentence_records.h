@@ -13,6 +13,7 @@
 
 #include "base/numbers.h"
 #include "decoding/sentence_layout.h"
+#include "decoding/sentence_type.h"
 
 namespace fathomline {
 
@@ -243,6 +244,9 @@ struct GSVRecord {
   std::array<std::int16_t, 4> Azimuth{};    // degrees
   std::array<std::int16_t, 4> SNR{};        // dB-Hz
 
+  // A slot with PRN 1 and no elevation is no satellite: its PRN becomes NoValue.
+  void Complete();
+
   static constexpr SentenceForm kForm{"GSV", 20, 19, false, false};
   static constexpr auto Layout() {
     using R = GSVRecord;
@@ -331,5 +335,8 @@ struct VDMRecord {
                       Column{"FillBits", 6, &R::FillBits}};
   }
 };
+
+template <class Record>
+inline constexpr SentenceType kTypeOf = SentenceTypeOf(Record::kForm.type);
 
 }  // namespace fathomline

@@ -1,6 +1,7 @@
 // The sentence types that the program tells apart, by their three letters.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -39,6 +40,11 @@ enum class SentenceType : std::uint32_t {
 constexpr SentenceType SentenceTypeOf(std::string_view letters) {
   return static_cast<SentenceType>(PackLetters(letters));
 }
+
+// The types that several views are fed by.
+inline constexpr std::array kPositionTypes = {SentenceType::GGA, SentenceType::GNS,
+                                              SentenceType::GLL, SentenceType::RMC};
+inline constexpr std::array kSatelliteTypes = {SentenceType::GSA, SentenceType::GSV};
 
 // The letters of a type; empty for None.
 inline std::string ToText(SentenceType type) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <tuple>
+#include <type_traits>
 
 #include "base/text.h"
 #include "decoding/checksum.h"
@@ -27,97 +29,89 @@ std::string_view WithoutTagBlock(std::string_view line) {
   return count == 2 ? line.substr(positions[1] + 1) : std::string_view{};
 }
 
-// Where the three letters stand that tell a type, counted from 1.
-enum class Place : std::uint8_t { Fourth, Fifth, Ninth };
-constexpr std::array<std::size_t, 3> kPlaces = {4, 5, 9};
-
 }  // namespace
 
 struct SentencePipeline::Recogniser {
-  Place place;
+  std::size_t place;  // of its three letters, counted from 1
   std::uint32_t letters;
   SentenceType type;
   void (SentencePipeline::*decode)(int system, std::string_view sentence);
 };
 
 // Text and record are written whether or not the type is analysed.
-template <auto Member, auto Decoder>
+template <class Record>
 void SentencePipeline::Decode(int system, std::string_view sentence) {
-  auto& message = records_.Messages[system].*Member;
+  Message<Record>& message = records_.Messages[system].*kSentenceOf<Record>.message;
   message.Text.assign(sentence);
-  Decoder(sentence, message.Record, dialogs_);
+  Extract(sentence, message.Record, dialogs_);
+  if constexpr (std::is_same_v<Record, VDMRecord>) {
+    ais_.ProcessVDM(system, message.Record);
+    const AISReceiver& receiver = ais_.Receiver(system);
+    targets_.StoreAISTarget(system, receiver.AISMessageId, receiver.Messages,
+                            records_.MessageTime[system]);
+  }
 }
 
-void SentencePipeline::DecodeVDM(int system, std::string_view sentence) {
-  Decode<&SystemMessages::VDM, ExtractVDM>(system, sentence);
-  ais_.ProcessVDM(system, records_.Messages[system].VDM.Record);
-  const AISReceiver& receiver = ais_.Receiver(system);
-  targets_.StoreAISTarget(system, receiver.AISMessageId, receiver.Messages,
-                          records_.MessageTime[system]);
-}
-
-// The first row that matches wins. The talker is not looked at.
+// The first row that matches wins.
 const SentencePipeline::Recogniser* SentencePipeline::Recognise(std::string_view sentence) {
-  using P = SentencePipeline;
-  using M = SystemMessages;
-  using T = SentenceType;
-  constexpr auto at = [](Place place, std::string_view letters, T type,
-                         void (P::*decode)(int, std::string_view)) {
-    return Recogniser{place, PackLetters(letters), type, decode};
-  };
-  static constexpr std::array<Recogniser, 18> kRecognisers = {{
-      at(Place::Fourth, "GGA", T::GGA, &P::Decode<&M::GGA, ExtractGGA>),
-      at(Place::Fourth, "GNS", T::GNS, &P::Decode<&M::GNS, ExtractGNS>),
-      at(Place::Fourth, "GLL", T::GLL, &P::Decode<&M::GLL, ExtractGLL>),
-      at(Place::Fourth, "RMC", T::RMC, &P::Decode<&M::RMC, ExtractRMC>),
-      at(Place::Fourth, "ZDA", T::ZDA, &P::Decode<&M::ZDA, ExtractZDA>),
-      at(Place::Fourth, "VTG", T::VTG, &P::Decode<&M::VTG, ExtractVTG>),
-      at(Place::Fourth, "GSA", T::GSA, &P::Decode<&M::GSA, ExtractGSA>),
-      at(Place::Fourth, "GST", T::GST, &P::Decode<&M::GST, ExtractGST>),
-      at(Place::Fourth, "GSV", T::GSV, &P::Decode<&M::GSV, ExtractGSV>),
-      at(Place::Fifth, "GSV", T::GSV, &P::Decode<&M::GSV, ExtractGSV>),
-      at(Place::Fourth, "HDT", T::HDT, &P::Decode<&M::HDT, ExtractHDT>),
-      at(Place::Ninth, "att", T::ATT, &P::Decode<&M::ATT, ExtractATT>),
-      at(Place::Fourth, "ROT", T::ROT, &P::Decode<&M::ROT, ExtractROT>),
-      at(Place::Fourth, "VHW", T::VHW, &P::Decode<&M::VHW, ExtractVHW>),
-      at(Place::Fourth, "DBT", T::DBT, &P::Decode<&M::DBT, ExtractDBT>),
-      at(Place::Fourth, "TTM", T::TTM, &P::Decode<&M::TTM, ExtractTTM>),
-      at(Place::Fourth, "VDM", T::VDM, &P::DecodeVDM),
-      at(Place::Fourth, "VDO", T::VDM, &P::DecodeVDM),
-  }};
+  static constexpr std::size_t kMarks = std::apply(
+      [](const auto&... row) { return ((row.marks[1].place == 0 ? 1U : 2U) + ...); }, kSentences);
+  static constexpr auto kRecognisers = [] {
+    std::array<Recogniser, kMarks> recognisers{};
+    std::size_t count = 0;
+    const auto add = [&]<class Record>(const SentenceRow<Record>& row) {
+      for (const SentenceMark& mark : row.marks) {
+        if (mark.place == 0) continue;
+        recognisers[count++] = {mark.place, PackLetters(mark.letters), row.kType,
+                                &SentencePipeline::Decode<Record>};
+      }
+    };
+    std::apply([&](const auto&... row) { (add(row), ...); }, kSentences);
+    return recognisers;
+  }();
 
   // Nearly all stand at the fourth place, one type at most for three letters: they are found by a
-  // table of slots instead of one by one.
-  constexpr std::uint32_t kSlotCount = 68;  // the fewest that keep all types apart
-  constexpr auto slotOf = [](std::uint32_t letters) { return letters % kSlotCount; };
-  static constexpr auto kSlots = [slotOf] {
+  // table of slots instead of one by one. It has the fewest slots that keep all types apart.
+  static constexpr std::size_t kUsualPlace = 4;
+  static constexpr std::uint32_t kSlotCount = [] {
+    std::uint32_t count = kMarks;
+    const auto collide = [&count](const Recogniser& a, const Recogniser& b) {
+      return &a != &b && a.place == kUsualPlace && b.place == kUsualPlace &&
+             a.letters % count == b.letters % count;
+    };
+    while (std::any_of(kRecognisers.begin(), kRecognisers.end(), [&](const Recogniser& a) {
+      return std::any_of(kRecognisers.begin(), kRecognisers.end(),
+                         [&](const Recogniser& b) { return collide(a, b); });
+    })) {
+      ++count;
+    }
+    return count;
+  }();
+  static constexpr auto kSlots = [] {
     std::array<const Recogniser*, kSlotCount> slots{};
     for (const Recogniser& row : kRecognisers) {
-      if (row.place != Place::Fourth) continue;
-      if (slots[slotOf(row.letters)] != nullptr) throw "two types in one slot";
-      slots[slotOf(row.letters)] = &row;
+      if (row.place == kUsualPlace) slots[row.letters % kSlotCount] = &row;
     }
     return slots;
   }();
 
   static constexpr auto kElsewhere = [] {
     constexpr auto count = std::count_if(kRecognisers.begin(), kRecognisers.end(),
-                                         [](auto& row) { return row.place != Place::Fourth; });
+                                         [](auto& row) { return row.place != kUsualPlace; });
     std::array<const Recogniser*, count> rows{};
     std::size_t found = 0;
     for (const Recogniser& row : kRecognisers) {
-      if (row.place != Place::Fourth) rows[found++] = &row;
+      if (row.place != kUsualPlace) rows[found++] = &row;
     }
     return rows;
   }();
 
-  const std::uint32_t fourth = PackLetters(Mid(sentence, 4, 3));
-  const Recogniser* found = kSlots[slotOf(fourth)];
-  if (found != nullptr && found->letters != fourth) found = nullptr;
+  const std::uint32_t usual = PackLetters(Mid(sentence, kUsualPlace, 3));
+  const Recogniser* found = kSlots[usual % kSlotCount];
+  if (found != nullptr && found->letters != usual) found = nullptr;
   for (const Recogniser* const row : kElsewhere) {
     if (found != nullptr && found < row) break;
-    const std::size_t place = kPlaces[static_cast<std::size_t>(row->place)];
-    if (PackLetters(Mid(sentence, place, 3)) == row->letters) return row;
+    if (PackLetters(Mid(sentence, row->place, 3)) == row->letters) return row;
   }
   return found;
 }

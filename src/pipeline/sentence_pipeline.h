@@ -47,9 +47,8 @@ class SentencePipeline {
   struct Recogniser;
   static const Recogniser* Recognise(std::string_view sentence);
 
-  template <auto Member, auto Decoder>
+  template <class Record>
   void Decode(int system, std::string_view sentence);
-  void DecodeVDM(int system, std::string_view sentence);
 
   Records& records_;
   AISDecoder& ais_;

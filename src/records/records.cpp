@@ -12,16 +12,14 @@ constexpr std::int16_t kDefaultDecimals = 4;
 
 }  // namespace
 
-const AnalyseFlag* FindAnalyseFlag(SentenceType type) {
-  if (type == SentenceType::VDO) type = SentenceType::VDM;
-  const auto* const found = std::find_if(kAnalyseFlags.begin(), kAnalyseFlags.end(),
-                                         [type](const AnalyseFlag& f) { return f.type == type; });
-  return found == kAnalyseFlags.end() ? nullptr : found;
-}
-
 bool CommSetup::Analyses(SentenceType type) const {
   const AnalyseFlag* const found = FindAnalyseFlag(type);
   return found != nullptr && this->*(found->flag);
+}
+
+bool CommSetup::AnalysesAny(std::span<const SentenceType> types) const {
+  return std::any_of(types.begin(), types.end(),
+                     [this](SentenceType type) { return Analyses(type); });
 }
 
 void Records::SetDefaultSetup() {

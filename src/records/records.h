@@ -4,11 +4,14 @@
 // Everything runs on one thread, so nothing here is locked.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "base/colour.h"
 #include "base/datetime.h"
@@ -56,34 +59,8 @@ struct CommSetup {
   // Whether sentences of the type are analysed. VDO shares the flag of VDM; false for a type that
   // has no flag.
   bool Analyses(SentenceType type) const;
+  bool AnalysesAny(std::span<const SentenceType> types) const;
 };
-
-struct AnalyseFlag {
-  SentenceType type;
-  bool CommSetup::*flag;
-};
-
-inline constexpr std::array<AnalyseFlag, 16> kAnalyseFlags = {{
-    {SentenceType::GGA, &CommSetup::AnalyseGGA},
-    {SentenceType::GNS, &CommSetup::AnalyseGNS},
-    {SentenceType::GLL, &CommSetup::AnalyseGLL},
-    {SentenceType::RMC, &CommSetup::AnalyseRMC},
-    {SentenceType::VTG, &CommSetup::AnalyseVTG},
-    {SentenceType::GSA, &CommSetup::AnalyseGSA},
-    {SentenceType::GST, &CommSetup::AnalyseGST},
-    {SentenceType::GSV, &CommSetup::AnalyseGSV},
-    {SentenceType::ZDA, &CommSetup::AnalyseZDA},
-    {SentenceType::HDT, &CommSetup::AnalyseHDT},
-    {SentenceType::ATT, &CommSetup::AnalyseATT},
-    {SentenceType::ROT, &CommSetup::AnalyseROT},
-    {SentenceType::VHW, &CommSetup::AnalyseVHW},
-    {SentenceType::DBT, &CommSetup::AnalyseDBT},
-    {SentenceType::TTM, &CommSetup::AnalyseTTM},
-    {SentenceType::VDM, &CommSetup::AnalyseVDM},
-}};
-
-// The flag of a type; VDO shares that of VDM. None for a type that cannot be analysed.
-const AnalyseFlag* FindAnalyseFlag(SentenceType type);
 
 // Positions of the window flags of a system.
 enum class WindowFlag : std::int16_t {
@@ -155,6 +132,99 @@ struct SystemMessages {
   Message<VDMRecord> VDM;
   Message<GSTRecord> GST;
 };
+
+// What tells a sentence in a line: its letters at a place, counted from 1. The talker in front of
+// them is not looked at.
+struct SentenceMark {
+  std::size_t place = 0;  // 0: no further mark
+  std::string_view letters;
+};
+using SentenceMarks = std::array<SentenceMark, 2>;
+
+// What is known of a sentence everywhere: whether a system analyses it, where its latest one is
+// kept, what it tells its user, and how it is recognised.
+template <class RecordType>
+struct SentenceRow {
+  using Record = RecordType;
+  static constexpr SentenceType kType = kTypeOf<Record>;
+  bool CommSetup::*analysed;
+  Message<Record> SystemMessages::*message;
+  std::string_view tells;
+  SentenceMarks marks = {{{4, Record::kForm.type}}};
+};
+template <class Record>
+SentenceRow(bool CommSetup::*, Message<Record> SystemMessages::*, const char*)
+    -> SentenceRow<Record>;
+template <class Record>
+SentenceRow(bool CommSetup::*, Message<Record> SystemMessages::*, const char*, SentenceMarks)
+    -> SentenceRow<Record>;
+
+// All sentences, in the order in which they are offered and looked for. What is done for every
+// sentence walks this table; a further one begins here.
+inline constexpr std::tuple kSentences{
+    SentenceRow{&CommSetup::AnalyseGGA, &SystemMessages::GGA,
+                "Position, height and quality of a GPS fix"},
+    SentenceRow{&CommSetup::AnalyseGNS, &SystemMessages::GNS,
+                "Position and height of a fix from several satellite systems"},
+    SentenceRow{&CommSetup::AnalyseGLL, &SystemMessages::GLL, "Position"},
+    SentenceRow{&CommSetup::AnalyseRMC, &SystemMessages::RMC,
+                "Position, speed and course, date and time"},
+    SentenceRow{&CommSetup::AnalyseVTG, &SystemMessages::VTG, "Speed and course over ground"},
+    SentenceRow{&CommSetup::AnalyseGSA, &SystemMessages::GSA,
+                "Satellites used and dilution of precision"},
+    SentenceRow{&CommSetup::AnalyseGST, &SystemMessages::GST, "Error statistics of the position"},
+    SentenceRow{&CommSetup::AnalyseGSV,
+                &SystemMessages::GSV,
+                "Satellites in view",
+                {{{4, "GSV"}, {5, "GSV"}}}},
+    SentenceRow{&CommSetup::AnalyseZDA, &SystemMessages::ZDA, "Date and time"},
+    SentenceRow{&CommSetup::AnalyseHDT, &SystemMessages::HDT, "True heading"},
+    SentenceRow{&CommSetup::AnalyseATT,
+                &SystemMessages::ATT,
+                "Heading, pitch and roll ($PFEC,GPatt)",
+                {{{9, "att"}}}},
+    SentenceRow{&CommSetup::AnalyseROT, &SystemMessages::ROT, "Rate of turn"},
+    SentenceRow{&CommSetup::AnalyseVHW, &SystemMessages::VHW, "Speed through water and heading"},
+    SentenceRow{&CommSetup::AnalyseDBT, &SystemMessages::DBT, "Depth below transducer"},
+    SentenceRow{&CommSetup::AnalyseTTM, &SystemMessages::TTM, "Tracked radar targets"},
+    SentenceRow{&CommSetup::AnalyseVDM,
+                &SystemMessages::VDM,
+                "AIS messages (VDM and VDO)",
+                {{{4, "VDM"}, {4, "VDO"}}}}};
+
+template <class Record>
+inline constexpr const SentenceRow<Record>& kSentenceOf = std::get<SentenceRow<Record>>(kSentences);
+
+// Calls visit(sentence) for the row of a type; false where there is none.
+template <class Visitor>
+constexpr bool VisitSentence(SentenceType type, Visitor&& visit) {
+  const auto look = [&](const auto& sentence) {
+    if (sentence.kType != type) return false;
+    visit(sentence);
+    return true;
+  };
+  return std::apply([&](const auto&... sentence) { return (look(sentence) || ...); }, kSentences);
+}
+
+struct AnalyseFlag {
+  SentenceType type;
+  bool CommSetup::*flag;
+};
+
+// The flags of all sentences, in their order.
+inline constexpr auto kAnalyseFlags = std::apply(
+    [](const auto&... sentence) {
+      return std::array{AnalyseFlag{sentence.kType, sentence.analysed}...};
+    },
+    kSentences);
+
+// The flag of a type; VDO shares that of VDM. None for a type that cannot be analysed.
+constexpr const AnalyseFlag* FindAnalyseFlag(SentenceType type) {
+  if (type == SentenceType::VDO) type = SentenceType::VDM;
+  const auto* const found = std::find_if(kAnalyseFlags.begin(), kAnalyseFlags.end(),
+                                         [type](const AnalyseFlag& f) { return f.type == type; });
+  return found == kAnalyseFlags.end() ? nullptr : found;
+}
 
 // One of the serial ports COM1 to COM16.
 struct ComportSetup {

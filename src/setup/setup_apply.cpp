@@ -10,58 +10,10 @@
 #include "setup/comport_scan.h"
 #include "setup/reference_positions.h"
 #include "setup/setup_file.h"
+#include "views/system_view.h"
 
 namespace fathomline {
 namespace {
-
-using enum SentenceType;
-
-// The flags of the windows, and the sentences that feed them; none: any sentence does.
-struct WindowFeed {
-  WindowFlag flag;
-  std::string_view window;
-  std::array<SentenceType, 4> feeds;
-};
-constexpr std::array<WindowFeed, 22> kWindowFeeds = {{
-    {WindowFlag::Numerics, "frmNumerics", {}},
-    {WindowFlag::Statistics, "frmStatistics", {}},
-    {WindowFlag::StatisticsSNR, "frmStatisticsSNR", {GSV}},
-    {WindowFlag::NMEA, "frmNMEA", {}},
-    {WindowFlag::Scatter, "frmScatter", {GGA, GNS, GLL, RMC}},
-    {WindowFlag::Skyplot, "frmSkyplot", {GSA, GSV}},
-    {WindowFlag::TimeSeriesGGA, "frmTimeSeriesGGA", {GGA}},
-    {WindowFlag::TimeSeriesGNS, "frmTimeSeriesGNS", {GNS}},
-    {WindowFlag::TimeSeriesGLL, "frmTimeSeriesGLL", {GLL}},
-    {WindowFlag::TimeSeriesRMC, "frmTimeSeriesRMC", {RMC}},
-    {WindowFlag::TimeSeriesVTG, "frmTimeSeriesVTG", {VTG}},
-    {WindowFlag::TimeSeriesGSA, "frmTimeSeriesGSA", {GSA}},
-    {WindowFlag::TimeSeriesGSV, "frmTimeSeriesGSV", {GSV}},
-    {WindowFlag::TimeSeriesGST, "frmTimeSeriesGST", {GST}},
-    {WindowFlag::TimeSeriesHDT, "frmTimeSeriesHDT", {HDT}},
-    {WindowFlag::TimeSeriesATT, "frmTimeSeriesATT", {ATT}},
-    {WindowFlag::TimeSeriesROT, "frmTimeSeriesROT", {ROT}},
-    {WindowFlag::TimeSeriesVHW, "frmTimeSeriesVHW", {VHW}},
-    {WindowFlag::TimeSeriesDBT, "frmTimeSeriesDBT", {DBT}},
-    {WindowFlag::ARPATargets, "frmARPATargets", {TTM}},
-    {WindowFlag::AISTargets, "frmAISTargets", {VDM}},
-    {WindowFlag::TimeSeriesSNR, "frmTimeSeriesSNR", {GSV}},
-}};
-constexpr std::string_view kSatelliteWindow = "frmTimeSeriesGSV_SVbySV";
-
-bool IsFed(const CommSetup& setup, const WindowFeed& row) {
-  if (!setup.Enabled) return false;
-  if (row.feeds.front() == None) return true;
-  return std::any_of(row.feeds.begin(), row.feeds.end(),
-                     [&](SentenceType type) { return setup.Analyses(type); });
-}
-
-void CloseWindows(const Desktop& desktop, std::string_view name, int system) {
-  // A copy, since closing one may open or close others.
-  const std::vector<Window*> windows(desktop.Windows().begin(), desktop.Windows().end());
-  for (Window* window : windows) {
-    if (window->Name() == name && window->Index() == system) window->Close();
-  }
-}
 
 std::string JoinedWords(const std::vector<SentenceType>& types, std::size_t from) {
   std::string text;
@@ -252,15 +204,16 @@ void SetupApply::TakeSentences(int system, const SetupChoices& choices) {
 }
 
 void SetupApply::CloseWindowsWithoutData(int system) {
-  const CommSetup& setup = records_.CommSetups[system];
-  SystemSetup& flags = records_.SystemSetups[system];
-  for (const WindowFeed& row : kWindowFeeds) {
-    if (IsFed(setup, row)) continue;
-    CloseWindows(desktop_, row.window, system);
-    flags[row.flag] = false;
+  // A copy, since closing one may open or close others.
+  const std::vector<Window*> windows(desktop_.Windows().begin(), desktop_.Windows().end());
+  for (Window* const window : windows) {
+    auto* const view = dynamic_cast<SystemView*>(window);
+    if (view != nullptr && view->Index() == system) view->CloseUnlessFed();
   }
+  const CommSetup& setup = records_.CommSetups[system];
   if (setup.Enabled && setup.AnalyseGSV) return;
-  CloseWindows(desktop_, kSatelliteWindow, system);
+  // The windows of satellites are made when they are first opened, and a setup may name others.
+  SystemSetup& flags = records_.SystemSetups[system];
   for (int entry = 1; entry <= kLastSatelliteWindow; ++entry) {
     flags[static_cast<WindowFlag>(static_cast<int>(WindowFlag::FirstSatellite) + entry)] = false;
   }

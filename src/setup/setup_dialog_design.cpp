@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/format.h"
@@ -23,37 +24,6 @@ constexpr const char* kLatitudeForms =
 constexpr const char* kLongitudeForms =
     "As 10 20.5 W or -10 20.5; with seconds, where they are shown, as 10 20 15.5 W";
 
-struct SentenceTip {
-  SentenceType type;
-  std::string_view text;
-};
-constexpr std::array<SentenceTip, kSentenceBoxes.size()> kSentenceTips = {{
-    {SentenceType::GGA, "Position, height and quality of a GPS fix"},
-    {SentenceType::GNS, "Position and height of a fix from several satellite systems"},
-    {SentenceType::GLL, "Position"},
-    {SentenceType::RMC, "Position, speed and course, date and time"},
-    {SentenceType::VTG, "Speed and course over ground"},
-    {SentenceType::GSA, "Satellites used and dilution of precision"},
-    {SentenceType::GST, "Error statistics of the position"},
-    {SentenceType::GSV, "Satellites in view"},
-    {SentenceType::ZDA, "Date and time"},
-    {SentenceType::HDT, "True heading"},
-    {SentenceType::ATT, "Heading, pitch and roll ($PFEC,GPatt)"},
-    {SentenceType::ROT, "Rate of turn"},
-    {SentenceType::VHW, "Speed through water and heading"},
-    {SentenceType::DBT, "Depth below transducer"},
-    {SentenceType::TTM, "Tracked radar targets"},
-    {SentenceType::VDM, "AIS messages (VDM and VDO)"},
-}};
-
-constexpr bool InOrderOfBoxes() {
-  for (std::size_t i = 0; i < kSentenceBoxes.size(); ++i) {
-    if (kSentenceTips[i].type != kSentenceBoxes[i]) return false;
-  }
-  return true;
-}
-static_assert(InOrderOfBoxes());
-
 struct Steps {
   double first;
   double last;
@@ -69,10 +39,11 @@ void AddSteps(Choices& combo, const Steps& steps, std::string_view picture) {
 
 std::deque<CheckBox> frmSetup::MakeSentenceBoxes(Frame& frame) {
   std::deque<CheckBox> boxes;
-  for (const SentenceTip& row : kSentenceTips) {
-    const std::string word = ToText(row.type);
-    boxes.emplace_back(frame, "chk" + word, word).SetToolTip(row.text);
-  }
+  const auto add = [&](const auto& sentence) {
+    const std::string word = ToText(sentence.kType);
+    boxes.emplace_back(frame, "chk" + word, word).SetToolTip(sentence.tells);
+  };
+  std::apply([&](const auto&... sentence) { (add(sentence), ...); }, kSentences);
   return boxes;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "decoding/sentence_type.h"
@@ -16,11 +17,8 @@ namespace fathomline {
 
 // The sentence types that can be ticked, in the order of their boxes. It is the order in which they
 // are written to MessagesToAnalyse as well.
-inline constexpr std::array<SentenceType, 16> kSentenceBoxes = {
-    SentenceType::GGA, SentenceType::GNS, SentenceType::GLL, SentenceType::RMC,
-    SentenceType::VTG, SentenceType::GSA, SentenceType::GST, SentenceType::GSV,
-    SentenceType::ZDA, SentenceType::HDT, SentenceType::ATT, SentenceType::ROT,
-    SentenceType::VHW, SentenceType::DBT, SentenceType::TTM, SentenceType::VDM};
+inline constexpr auto kSentenceBoxes =
+    std::apply([](const auto&... sentence) { return std::array{sentence.kType...}; }, kSentences);
 
 // Which of the boxes are ticked, in the order of kSentenceBoxes.
 class SentenceSelection {

@@ -36,6 +36,12 @@ void SystemView::Reset(ViewState state) {
   }
 }
 
+void SystemView::CloseUnlessFed() {
+  if (Setup().Enabled && (design_.feeds.empty() || Setup().AnalysesAny(design_.feeds))) return;
+  Close();
+  SetFlag(false);
+}
+
 void SystemView::Load() {
   SetCaption(design_.caption + PlainText(Index()) + " - " + Setup().Name + design_.captionEnd);
   if (design_.icon == ViewIcon::OfEverySystem ||

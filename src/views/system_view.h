@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "base/settings.h"
@@ -33,7 +34,8 @@ struct SystemViewDesign {
   ViewIcon icon = ViewIcon::Plain;
   // Set while the view is shown. None: the system has no flag for it.
   std::optional<WindowFlag> flag = {};
-  int part = 0;  // tells several views of one class and system apart
+  std::span<const SentenceType> feeds = {};  // the sentences that feed it; none: any does
+  int part = 0;                              // tells several views of one class and system apart
 };
 
 enum class ViewState : std::uint8_t { Closed, Hidden, Shown };
@@ -44,6 +46,8 @@ class SystemView : public Window {
   void ShowView();
   // Loads it without showing it, so that it follows the sentences.
   void LoadHidden();
+  // Closes it where its system analyses nothing that feeds it.
+  void CloseUnlessFed();
   // Brings it back empty, where the session says that views begin anew, in the state that is told.
   void Reset(ViewState state);
 

@@ -14,6 +14,7 @@
 namespace fathomline {
 namespace {
 
+constexpr std::array kFeeds = {SentenceType::VDM};
 constexpr WindowPlace kDefaultPlace{0, 0, 15900, 7500};
 // The extended window opens so far below the list's upper edge.
 constexpr int kExtraInfoBelow = 4000;
@@ -102,7 +103,8 @@ frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
                   .caption = "AIS Targets ",
                   .place = kDefaultPlace,
                   .placeKey = "AISTargets",
-                  .flag = WindowFlag::AISTargets}),
+                  .flag = WindowFlag::AISTargets,
+                  .feeds = kFeeds}),
       fgAISTargets(*this, "fgAISTargets", 1, static_cast<int>(kColumns.size()), {1, 0}),
       decoder_(decoder),
       store_(store),

@@ -12,6 +12,7 @@
 namespace fathomline {
 namespace {
 
+constexpr std::array kFeeds = {SentenceType::TTM};
 constexpr WindowPlace kDefaultPlace{0, 0, 15300, 5500};
 
 // The number of rows is a 16-bit integer, and it is the target number and two.
@@ -72,7 +73,8 @@ frmARPATargets::frmARPATargets(const ViewSurroundings& surroundings, int system)
                   .caption = "ARPA Targets ",
                   .place = kDefaultPlace,
                   .placeKey = "ARPATargets",
-                  .flag = WindowFlag::ARPATargets}),
+                  .flag = WindowFlag::ARPATargets,
+                  .feeds = kFeeds}),
       fgARPATargets(*this, "fgARPATargets", 1, static_cast<int>(kColumns.size()), {1, 0}) {
   int column = 0;
   for (const ListColumn& design : kColumns) {

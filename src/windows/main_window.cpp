@@ -129,7 +129,7 @@ MenuItem& frmMain::SetupItem(int system) {
 }
 
 void frmMain::ShowSystems() {
-  const auto count = [](bool counted) { return counted ? "0" : "n/a"; };
+  const auto count = [](bool counted) { return counted ? "0" : kNotAvailable; };
   for (int system = 1; system <= kSystems; ++system) {
     const CommSetup& setup = records_.CommSetups[system];
     sbStatusBar.SetPanelVisible(kChecksumPanel + system, setup.Enabled);

@@ -1,7 +1,7 @@
 #include "windows/numerics_values.h"
 
 #include <array>
-#include <string_view>
+#include <span>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -10,8 +10,6 @@
 
 namespace fathomline {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 constexpr std::array<std::string_view, 9> kQualities = {" - Invalid",
                                                         " - GPS",
@@ -23,133 +21,226 @@ constexpr std::array<std::string_view, 9> kQualities = {" - Invalid",
                                                         " - Manual input",
                                                         " - Simulator mode"};
 
-struct Writer {
-  const CoordinateForm& form;
+// How a row is written: from a record, or from the member that it is a template of.
 
-  std::string Latitude(double radians) const { return Coordinate(radians, "LAT"); }
-  std::string Longitude(double radians) const { return Coordinate(radians, "LON"); }
-  std::string Coordinate(double radians, std::string_view type) const {
-    return FormatCoordinate(form.isDMS, form.decimals, radians * kDegreesPerRadian, type);
+template <auto Member, class Record>
+std::string Latitude(const Record& record, const CoordinateForm& form) {
+  return FormatCoordinate(form.isDMS, form.decimals, record.*Member * kDegreesPerRadian, "LAT");
+}
+
+template <auto Member, class Record>
+std::string Longitude(const Record& record, const CoordinateForm& form) {
+  return FormatCoordinate(form.isDMS, form.decimals, record.*Member * kDegreesPerRadian, "LON");
+}
+
+template <auto Member, class Record>
+std::string Value(const Record& record, const CoordinateForm&) {
+  return ValueText(record.*Member);
+}
+
+template <auto Member, class Record>
+std::string Text(const Record& record, const CoordinateForm&) {
+  return record.*Member;
+}
+
+// Metres; NoValue where either part is. Raises Overflow.
+template <class Record>
+float HeightAboveEllipsoid(const Record& record) {
+  constexpr float kMissing = NoValue;
+  if (record.Altitude == kMissing || record.GeoidalSeparation == kMissing) return kMissing;
+  return SingleSum(record.Altitude, record.GeoidalSeparation);
+}
+
+template <class Record>
+std::string EllipsoidalHeight(const Record& record, const CoordinateForm&) {
+  return ValueText(HeightAboveEllipsoid(record));
+}
+
+// With the letter that a member holds.
+template <auto Member, auto Letter, class Record>
+std::string WithLetter(const Record& record, const CoordinateForm&) {
+  return ValueText(record.*Member) + " " + FromLatin1({&(record.*Letter), 1});
+}
+
+template <auto Member, class Record>
+std::string Metres(const Record& record, const CoordinateForm&) {
+  return ValueText(record.*Member) + " m";
+}
+
+std::string Quality(const GGARecord& record, const CoordinateForm&) {
+  const std::int16_t quality = record.Quality;
+  if (quality == NoValue) return std::string(kNotAvailable);
+  std::string text = PlainText(quality);
+  if (quality >= 0 && static_cast<std::size_t>(quality) < kQualities.size()) {
+    text += kQualities[static_cast<std::size_t>(quality)];
+  }
+  return text;
+}
+
+std::string StatusText(const std::string& status) {
+  if (status == "A") return status + " - Valid";
+  if (status == "V") return status + " - Invalid";
+  return status;
+}
+std::string StatusOfGLL(const GLLRecord& record, const CoordinateForm&) {
+  return StatusText(FromLatin1({&record.Status, 1}));
+}
+std::string StatusOfRMC(const RMCRecord& record, const CoordinateForm&) {
+  return StatusText(record.Status);
+}
+std::string StatusOfROT(const ROTRecord& record, const CoordinateForm&) {
+  return FromLatin1({&record.Status, 1}) + (record.Status == 'A' ? " - Valid" : " - Invalid");
+}
+
+std::string DateOfZDA(const ZDARecord& record, const CoordinateForm&) {
+  return FormattedValueText(record.Day, "00") + "-" + FormattedValueText(record.Month, "00") + "-" +
+         FormattedValueText(record.Year, "0000");
+}
+std::string ZoneOfZDA(const ZDARecord& record, const CoordinateForm&) {
+  return FormattedValueText(record.ZoneHours, "00") + ":" +
+         FormattedValueText(record.ZoneMinutes, "00");
+}
+
+template <class Record>
+struct Row {
+  std::string_view caption;
+  std::string (*text)(const Record& record, const CoordinateForm& form);
+};
+template <class Record, std::size_t Count>
+using Rows = std::array<Row<Record>, Count>;
+
+using GGA = GGARecord;
+constexpr Rows<GGA, 11> kGGA = {
+    {{"Latitude", Latitude<&GGA::Latitude>},
+     {"Longitude", Longitude<&GGA::Longitude>},
+     {"Ell.Hgt", EllipsoidalHeight},
+     {"Geoide Sep", WithLetter<&GGA::GeoidalSeparation, &GGA::GeoidalUnit>},
+     {"Hgt AMSL", WithLetter<&GGA::Altitude, &GGA::AltitudeUnit>},
+     {"Quality", Quality},
+     {"Sats", Value<&GGA::Satellites>},
+     {"hdop", Value<&GGA::HDOP>},
+     {"Age", Value<&GGA::DGPSAge>},
+     {"Stn ID", Value<&GGA::DGPSStation>},
+     {"UTC", Text<&GGA::Time>}}};
+
+using GNS = GNSRecord;
+constexpr Rows<GNS, 11> kGNS = {{{"Latitude", Latitude<&GNS::Latitude>},
+                                 {"Longitude", Longitude<&GNS::Longitude>},
+                                 {"Ell.Hgt", EllipsoidalHeight},
+                                 {"Geoide Sep", Metres<&GNS::GeoidalSeparation>},
+                                 {"Hgt AMSL", Metres<&GNS::Altitude>},
+                                 {"Mode Indicator", Text<&GNS::Mode>},
+                                 {"Sats", Value<&GNS::Satellites>},
+                                 {"hdop", Value<&GNS::HDOP>},
+                                 {"Age", Value<&GNS::DGPSAge>},
+                                 {"Stn ID", Value<&GNS::DGPSStation>},
+                                 {"UTC", Text<&GNS::Time>}}};
+
+using GLL = GLLRecord;
+constexpr Rows<GLL, 4> kGLL = {{{"Latitude", Latitude<&GLL::Latitude>},
+                                {"Longitude", Longitude<&GLL::Longitude>},
+                                {"Status", StatusOfGLL},
+                                {"UTC", Text<&GLL::Time>}}};
+
+using RMC = RMCRecord;
+constexpr Rows<RMC, 8> kRMC = {
+    {{"Latitude", Latitude<&RMC::Latitude>},
+     {"Longitude", Longitude<&RMC::Longitude>},
+     {"SOG Knots", Value<&RMC::SOG>},
+     {"COG True", Value<&RMC::COG>},
+     {"Magn Var", WithLetter<&RMC::MagneticVariation, &RMC::MagneticVariationSide>},
+     {"Status", StatusOfRMC},
+     {"UTC", Text<&RMC::Time>},
+     {"Date", Text<&RMC::Date>}}};
+
+using VTG = VTGRecord;
+constexpr Rows<VTG, 4> kVTG = {{{"COG True", Value<&VTG::COGTrue>},
+                                {"COG Magn", Value<&VTG::COGMagnetic>},
+                                {"SOG Knots", Value<&VTG::SOGKnots>},
+                                {"SOG km/h", Value<&VTG::SOGKmh>}}};
+
+using ZDA = ZDARecord;
+constexpr Rows<ZDA, 3> kZDA = {
+    {{"Date", DateOfZDA}, {"UTC", Text<&ZDA::Time>}, {"Time Zone", ZoneOfZDA}}};
+
+using HDT = HDTRecord;
+constexpr Rows<HDT, 1> kHDT = {{{"True Hdg", Value<&HDT::Heading>}}};
+
+using ATT = ATTRecord;
+constexpr Rows<ATT, 3> kATT = {{{"True Hdg", Value<&ATT::Heading>},
+                                {"Pitch", Value<&ATT::Pitch>},
+                                {"Roll", Value<&ATT::Roll>}}};
+
+using ROT = ROTRecord;
+constexpr Rows<ROT, 2> kROT = {
+    {{"Rate Of Turn", Value<&ROT::RateOfTurn>}, {"Status", StatusOfROT}}};
+
+using VHW = VHWRecord;
+constexpr Rows<VHW, 4> kVHW = {{{"Water Speed (knots)", Value<&VHW::SpeedKnots>},
+                                {"Water Speed (km/h)", Value<&VHW::SpeedKmh>},
+                                {"Water Hdg (true)", Value<&VHW::HeadingTrue>},
+                                {"Water Hdg (magn)", Value<&VHW::HeadingMagnetic>}}};
+
+using DBT = DBTRecord;
+constexpr Rows<DBT, 3> kDBT = {{{"Depth (feet)", Value<&DBT::DepthFeet>},
+                                {"Depth (meter)", Value<&DBT::DepthMetres>},
+                                {"Depth (fantoms)", Value<&DBT::DepthFathoms>}}};
+
+using GST = GSTRecord;
+constexpr Rows<GST, 7> kGST = {{{"RMS Pseudo ranges", Value<&GST::RMS>},
+                                {"Sd Semi-Major axis", Value<&GST::SdMajor>},
+                                {"Sd Semi-Minor axis", Value<&GST::SdMinor>},
+                                {"Dir Semi-Major axis", Value<&GST::DirMajor>},
+                                {"Sd Lat", Value<&GST::SdLat>},
+                                {"Sd Lon", Value<&GST::SdLon>},
+                                {"Sd Alt", Value<&GST::SdAlt>}}};
+
+// The figures of these two stand in the sky plot.
+constexpr Rows<GSARecord, 0> kGSA{};
+constexpr Rows<GSVRecord, 0> kGSV{};
+
+template <class Record>
+class NumericsOf : public SentenceNumerics {
+ public:
+  explicit NumericsOf(std::span<const Row<Record>> rows) : rows_(rows) {}
+
+  SentenceType Type() const override { return kTypeOf<Record>; }
+
+  std::vector<std::string_view> Captions() const override {
+    std::vector<std::string_view> captions;
+    for (const Row<Record>& row : rows_) captions.push_back(row.caption);
+    return captions;
   }
 
-  static std::string WithLetter(float value, char letter) {
-    return ValueText(value) + " " + FromLatin1({&letter, 1});
+  // Texts within are assigned into what they hold, without an allocation.
+  void Keep(const SystemMessages& messages) override {
+    const Record& record = (messages.*kSentenceOf<Record>.message).Record;
+    // A height that does not fit is a fault of the sentence, not of whoever looks at it later.
+    if constexpr (requires { record.GeoidalSeparation; }) HeightAboveEllipsoid(record);
+    latest_ = record;
   }
 
-  static std::string Quality(std::int16_t quality) {
-    if (quality == NoValue) return std::string(kNotAvailable);
-    std::string text = PlainText(quality);
-    if (quality >= 0 && static_cast<std::size_t>(quality) < kQualities.size()) {
-      text += kQualities[static_cast<std::size_t>(quality)];
-    }
-    return text;
+  std::vector<std::string> Texts(const CoordinateForm& form) const override {
+    std::vector<std::string> texts;
+    for (const Row<Record>& row : rows_) texts.push_back(row.text(latest_, form));
+    return texts;
   }
 
-  static std::string PositionStatus(std::string status) {
-    if (status == "A") return status + " - Valid";
-    if (status == "V") return status + " - Invalid";
-    return status;
-  }
-
-  static std::string TurnStatus(char status) {
-    return FromLatin1({&status, 1}) + (status == 'A' ? " - Valid" : " - Invalid");
-  }
-
-  static std::string Padded(std::int16_t number, std::string_view picture) {
-    return FormattedValueText(number, picture);
-  }
-
-  Texts operator()(std::monostate) const { return {}; }
-
-  Texts operator()(const GGARecord& r) const {
-    return {Latitude(r.Latitude),
-            Longitude(r.Longitude),
-            ValueText(EllipsoidalHeight(r.Altitude, r.GeoidalSeparation)),
-            WithLetter(r.GeoidalSeparation, r.GeoidalUnit),
-            WithLetter(r.Altitude, r.AltitudeUnit),
-            Quality(r.Quality),
-            ValueText(r.Satellites),
-            ValueText(r.HDOP),
-            ValueText(r.DGPSAge),
-            ValueText(r.DGPSStation),
-            r.Time};
-  }
-
-  Texts operator()(const GNSRecord& r) const {
-    return {Latitude(r.Latitude),
-            Longitude(r.Longitude),
-            ValueText(EllipsoidalHeight(r.Altitude, r.GeoidalSeparation)),
-            WithLetter(r.GeoidalSeparation, 'm'),
-            WithLetter(r.Altitude, 'm'),
-            r.Mode,
-            ValueText(r.Satellites),
-            ValueText(r.HDOP),
-            ValueText(r.DGPSAge),
-            ValueText(r.DGPSStation),
-            r.Time};
-  }
-
-  Texts operator()(const GLLRecord& r) const {
-    return {Latitude(r.Latitude), Longitude(r.Longitude),
-            PositionStatus(FromLatin1({&r.Status, 1})), r.Time};
-  }
-
-  Texts operator()(const RMCRecord& r) const {
-    return {Latitude(r.Latitude),
-            Longitude(r.Longitude),
-            ValueText(r.SOG),
-            ValueText(r.COG),
-            WithLetter(r.MagneticVariation, r.MagneticVariationSide),
-            PositionStatus(r.Status),
-            r.Time,
-            r.Date};
-  }
-
-  Texts operator()(const VTGRecord& r) const {
-    return {ValueText(r.COGTrue), ValueText(r.COGMagnetic), ValueText(r.SOGKnots),
-            ValueText(r.SOGKmh)};
-  }
-
-  Texts operator()(const ZDARecord& r) const {
-    return {Padded(r.Day, "00") + "-" + Padded(r.Month, "00") + "-" + Padded(r.Year, "0000"),
-            r.Time, Padded(r.ZoneHours, "00") + ":" + Padded(r.ZoneMinutes, "00")};
-  }
-
-  Texts operator()(const HDTRecord& r) const { return {ValueText(r.Heading)}; }
-
-  Texts operator()(const ATTRecord& r) const {
-    return {ValueText(r.Heading), ValueText(r.Pitch), ValueText(r.Roll)};
-  }
-
-  Texts operator()(const ROTRecord& r) const {
-    return {ValueText(r.RateOfTurn), TurnStatus(r.Status)};
-  }
-
-  Texts operator()(const VHWRecord& r) const {
-    return {ValueText(r.SpeedKnots), ValueText(r.SpeedKmh), ValueText(r.HeadingTrue),
-            ValueText(r.HeadingMagnetic)};
-  }
-
-  Texts operator()(const DBTRecord& r) const {
-    return {ValueText(r.DepthFeet), ValueText(r.DepthMetres), ValueText(r.DepthFathoms)};
-  }
-
-  Texts operator()(const GSTRecord& r) const {
-    return {ValueText(r.RMS),   ValueText(r.SdMajor), ValueText(r.SdMinor), ValueText(r.DirMajor),
-            ValueText(r.SdLat), ValueText(r.SdLon),   ValueText(r.SdAlt)};
-  }
+ private:
+  std::span<const Row<Record>> rows_;
+  Record latest_;
 };
 
 }  // namespace
 
-float EllipsoidalHeight(float altitude, float separation) {
-  constexpr float kMissing = NoValue;
-  if (altitude == kMissing || separation == kMissing) return kMissing;
-  return SingleSum(altitude, separation);
-}
-
-std::vector<std::string> NumericsValues(const NumericsRecord& record, const CoordinateForm& form) {
-  return std::visit(Writer{form}, record);
+std::vector<std::unique_ptr<SentenceNumerics>> MakeNumerics() {
+  std::vector<std::unique_ptr<SentenceNumerics>> numerics;
+  const auto add = [&]<class Record, std::size_t Count>(const Rows<Record, Count>& rows) {
+    numerics.push_back(std::make_unique<NumericsOf<Record>>(rows));
+  };
+  const auto addAll = [&](const auto&... rows) { (add(rows), ...); };
+  addAll(kGGA, kGNS, kGLL, kRMC, kVTG, kZDA, kHDT, kATT, kROT, kVHW, kDBT, kGST, kGSA, kGSV);
+  return numerics;
 }
 
 }  // namespace fathomline

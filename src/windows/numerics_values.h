@@ -1,11 +1,12 @@
-// The texts in which the numerics window shows a decoded sentence, one per row of its grid.
+// What the numerics window shows of each sentence.
 #pragma once
 
+#include <memory>
 #include <string>
-#include <variant>
+#include <string_view>
 #include <vector>
 
-#include "decoding/sentence_records.h"
+#include "records/records.h"
 
 namespace fathomline {
 
@@ -14,14 +15,21 @@ struct CoordinateForm {
   int decimals = 4;
 };
 
-// A copy of the latest sentence of a type.
-using NumericsRecord =
-    std::variant<std::monostate, GGARecord, GNSRecord, GLLRecord, RMCRecord, VTGRecord, ZDARecord,
-                 HDTRecord, ATTRecord, ROTRecord, VHWRecord, DBTRecord, GSTRecord>;
+// A copy of the latest sentence of one type, and its texts.
+class SentenceNumerics {
+ public:
+  virtual ~SentenceNumerics() = default;
 
-// Metres; NoValue where either is. Raises Overflow.
-float EllipsoidalHeight(float altitude, float separation);
+  virtual SentenceType Type() const = 0;
+  // The captions of its rows; a sentence without rows is shown elsewhere.
+  virtual std::vector<std::string_view> Captions() const = 0;
+  // Keeps the sentence, which the next one overwrites in the records.
+  virtual void Keep(const SystemMessages& messages) = 0;
+  // One text for each row.
+  virtual std::vector<std::string> Texts(const CoordinateForm& form) const = 0;
+};
 
-std::vector<std::string> NumericsValues(const NumericsRecord& record, const CoordinateForm& form);
+// One for each sentence that the window has a frame for, in their order there.
+std::vector<std::unique_ptr<SentenceNumerics>> MakeNumerics();
 
 }  // namespace fathomline

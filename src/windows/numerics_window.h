@@ -2,11 +2,11 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
 #include "views/system_view.h"
-#include "windows/numerics_grids.h"
 #include "windows/numerics_values.h"
 
 namespace fathomline {
@@ -29,12 +29,12 @@ class frmNumerics : public SystemView {
 
  private:
   struct SentenceFrame {
-    SentenceFrame(Window& window, const NumericsGrid& table);
-    const NumericsGrid& design;
+    SentenceFrame(Window& window, std::unique_ptr<SentenceNumerics> shown);
+    std::unique_ptr<SentenceNumerics> numerics;
+    SentenceType type;
     Frame frame;
     std::deque<Grid> grid;    // one, or none
     std::deque<Label> label;  // the other way round
-    NumericsRecord latest;
     bool due = false;
   };
 

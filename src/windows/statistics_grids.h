@@ -18,9 +18,6 @@ struct StatisticsColumn {
 
 struct StatisticsGrid {
   SentenceType type;
-  std::string_view frame;
-  std::string_view frameCaption;
-  std::string_view grid;
   std::span<const StatisticsColumn> columns;
 };
 
@@ -92,19 +89,19 @@ inline constexpr std::array<StatisticsColumn, 7> kGST = {
 
 // In the order of the window. GSV is filled from the record of the satellites in view.
 inline constexpr std::array<StatisticsGrid, 13> kStatisticsGrids = {{
-    {SentenceType::GGA, "frameGGA", "GGA Statistics", "fgGGA", statistics_grids::kGGA},
-    {SentenceType::GNS, "frameGNS", "GNS Statistics", "fgGNS", statistics_grids::kGNS},
-    {SentenceType::GLL, "frameGLL", "GLL Statistics", "fgGLL", statistics_grids::kGLL},
-    {SentenceType::RMC, "frameRMC", "RMC Statistics", "fgRMC", statistics_grids::kRMC},
-    {SentenceType::VTG, "frameVTG", "VTG Statistics", "fgVTG", statistics_grids::kVTG},
-    {SentenceType::HDT, "frameHDT", "HDT Statistics", "fgHDT", statistics_grids::kHDT},
-    {SentenceType::ATT, "frameATT", "ATT Statistics", "fgATT", statistics_grids::kATT},
-    {SentenceType::ROT, "frameROT", "ROT Statistics", "fgROT", statistics_grids::kROT},
-    {SentenceType::VHW, "frameVHW", "VHW Statistics", "fgVHW", statistics_grids::kVHW},
-    {SentenceType::DBT, "frameDBT", "DBT Statistics", "fgDBT", statistics_grids::kDBT},
-    {SentenceType::GSA, "frameGSA", "GSA Statistics", "fgGSA", statistics_grids::kGSA},
-    {SentenceType::GSV, "frameGSV", "GSV Statistics", "fgGSV", statistics_grids::kGSV},
-    {SentenceType::GST, "frameGST", "GST Statistics", "fgGST", statistics_grids::kGST},
+    {SentenceType::GGA, statistics_grids::kGGA},
+    {SentenceType::GNS, statistics_grids::kGNS},
+    {SentenceType::GLL, statistics_grids::kGLL},
+    {SentenceType::RMC, statistics_grids::kRMC},
+    {SentenceType::VTG, statistics_grids::kVTG},
+    {SentenceType::HDT, statistics_grids::kHDT},
+    {SentenceType::ATT, statistics_grids::kATT},
+    {SentenceType::ROT, statistics_grids::kROT},
+    {SentenceType::VHW, statistics_grids::kVHW},
+    {SentenceType::DBT, statistics_grids::kDBT},
+    {SentenceType::GSA, statistics_grids::kGSA},
+    {SentenceType::GSV, statistics_grids::kGSV},
+    {SentenceType::GST, statistics_grids::kGST},
 }};
 
 // The columns of the grid of signal-to-noise ratios, one for each PRN from 1.

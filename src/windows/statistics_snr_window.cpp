@@ -12,6 +12,7 @@ namespace fathomline {
 namespace {
 
 constexpr WindowPlace kDefaultPlace{600, 3600, 12000, 8000};
+constexpr std::array kFeeds = {SentenceType::GSV};
 constexpr int kSatelliteColumns = 32;
 constexpr std::string_view kEmptyCell = "     n/a";
 
@@ -56,7 +57,8 @@ frmStatisticsSNR::frmStatisticsSNR(const ViewSurroundings& surroundings, int sys
                   .placeKey = "StatisticsSNR",
                   .placeOfItsOwn = false,
                   .icon = ViewIcon::OfEverySystem,
-                  .flag = WindowFlag::StatisticsSNR}),
+                  .flag = WindowFlag::StatisticsSNR,
+                  .feeds = kFeeds}),
       statistics_(statistics) {
   std::vector<Layout> rows;
   for (ConstellationGrid& grid : grids_) rows.push_back(Layout::Box(grid.frame, grid.grid));

@@ -14,11 +14,6 @@ namespace {
 
 constexpr WindowPlace kDefaultPlace{0, 0, 12000, 9000};
 
-// The sentences that a window opened behind a replay is filled from. Three letters matter: "Gst"
-// is no type, so the GST grid waits for the next sentence.
-constexpr std::array<std::string_view, 13> kTypesOnOpening = {
-    "GGA", "GNS", "GLL", "RMC", "VTG", "GSA", "GSV", "Gst", "HDT", "ATT", "ROT", "VHW", "DBT"};
-
 struct ReferenceTexts {
   std::string_view position;
   std::string_view attitude;
@@ -32,8 +27,9 @@ constexpr std::array<ReferenceTexts, 3> kReferenceTexts = {
 
 frmStatistics::SentenceGrid::SentenceGrid(Window& window, const StatisticsGrid& table)
     : design(table),
-      frame(window, table.frame, table.frameCaption),
-      grid(frame, table.grid, kStatisticsRows, static_cast<int>(table.columns.size()) + 1) {}
+      frame(window, "frame" + ToText(table.type), ToText(table.type) + " Statistics"),
+      grid(frame, "fg" + ToText(table.type), kStatisticsRows,
+           static_cast<int>(table.columns.size()) + 1) {}
 
 std::deque<frmStatistics::SentenceGrid> frmStatistics::MakeGrids(Window& window) {
   std::deque<SentenceGrid> grids;
@@ -103,7 +99,10 @@ void frmStatistics::LoadView() {
   }
 
   if (!records_.Offline()) return;
-  for (const std::string_view type : kTypesOnOpening) UpdateStatisticsView(SentenceTypeOf(type));
+  // Opened behind a replay it is filled at once; only the grid of GST waits for the next sentence.
+  for (const StatisticsGrid& grid : kStatisticsGrids) {
+    if (grid.type != SentenceType::GST) UpdateStatisticsView(grid.type);
+  }
 }
 
 void frmStatistics::WriteCaptions() {

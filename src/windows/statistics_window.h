@@ -8,6 +8,7 @@
 #include "analysis/statistics.h"
 #include "toolkit/controls.h"
 #include "toolkit/grid.h"
+#include "views/figure_label.h"
 #include "views/system_view.h"
 #include "windows/statistics_columns.h"
 #include "windows/statistics_grids.h"
@@ -26,35 +27,35 @@ class frmStatistics : public SystemView {
 
   Frame frameRefPos{*this, "frameRefPos", "Reference position"};
   Label lblRefPosOption{frameRefPos, "lblRefPosOption"};
-  Label lblRefLat{frameRefPos, "lblRefLat", "n/a"};
-  Label lblRefLon{frameRefPos, "lblRefLon", "n/a"};
-  Label lblRefHgt{frameRefPos, "lblRefHgt", "n/a"};
-  Label lblStartTime{frameRefPos, "lblStartTime", "n/a"};
+  FigureLabel lblRefLat{frameRefPos, "lblRefLat"};
+  FigureLabel lblRefLon{frameRefPos, "lblRefLon"};
+  FigureLabel lblRefHgt{frameRefPos, "lblRefHgt"};
+  FigureLabel lblStartTime{frameRefPos, "lblStartTime"};
 
   Frame frameAvgPos{*this, "frameAvgPos", "Average position"};
-  Label lblAvgLat{frameAvgPos, "lblAvgLat", "n/a"};
-  Label lblAvgLon{frameAvgPos, "lblAvgLon", "n/a"};
-  Label lblAvgHgt{frameAvgPos, "lblAvgHgt", "n/a"};
-  Label lblSdLat{frameAvgPos, "lblSdLat", "n/a"};
-  Label lblSdLon{frameAvgPos, "lblSdLon", "n/a"};
-  Label lblSdHgt{frameAvgPos, "lblSdHgt", "n/a"};
-  Label lblAvgPosCount{frameAvgPos, "lblAvgPosCount", "n/a"};
-  Label lblCurrentTime{frameAvgPos, "lblCurrentTime", "n/a"};
+  FigureLabel lblAvgLat{frameAvgPos, "lblAvgLat"};
+  FigureLabel lblAvgLon{frameAvgPos, "lblAvgLon"};
+  FigureLabel lblAvgHgt{frameAvgPos, "lblAvgHgt"};
+  FigureLabel lblSdLat{frameAvgPos, "lblSdLat"};
+  FigureLabel lblSdLon{frameAvgPos, "lblSdLon"};
+  FigureLabel lblSdHgt{frameAvgPos, "lblSdHgt"};
+  FigureLabel lblAvgPosCount{frameAvgPos, "lblAvgPosCount"};
+  FigureLabel lblCurrentTime{frameAvgPos, "lblCurrentTime"};
 
   Frame frameHeading{*this, "frameHeading", "Ref.       HDG         PITCH      ROLL"};
   Label lblRefHdgOption{frameHeading, "lblRefHdgOption"};
-  Label lblRefHdg{frameHeading, "lblRefHdg", "n/a"};
-  Label lblRefPitch{frameHeading, "lblRefPitch", "n/a"};
-  Label lblRefRoll{frameHeading, "lblRefRoll", "n/a"};
-  Label lblAvgHdg{frameHeading, "lblAvgHdg", "n/a"};
-  Label lblAvgPitch{frameHeading, "lblAvgPitch", "n/a"};
-  Label lblAvgRoll{frameHeading, "lblAvgRoll", "n/a"};
-  Label lblSdHdg{frameHeading, "lblSdHdg", "n/a"};
-  Label lblSdPitch{frameHeading, "lblSdPitch", "n/a"};
-  Label lblSdRoll{frameHeading, "lblSdRoll", "n/a"};
-  Label lblAvgHdgCount{frameHeading, "lblAvgHdgCount", "n/a"};
-  Label lblAvgPitchCount{frameHeading, "lblAvgPitchCount", "n/a"};
-  Label lblAvgRollCount{frameHeading, "lblAvgRollCount", "n/a"};
+  FigureLabel lblRefHdg{frameHeading, "lblRefHdg"};
+  FigureLabel lblRefPitch{frameHeading, "lblRefPitch"};
+  FigureLabel lblRefRoll{frameHeading, "lblRefRoll"};
+  FigureLabel lblAvgHdg{frameHeading, "lblAvgHdg"};
+  FigureLabel lblAvgPitch{frameHeading, "lblAvgPitch"};
+  FigureLabel lblAvgRoll{frameHeading, "lblAvgRoll"};
+  FigureLabel lblSdHdg{frameHeading, "lblSdHdg"};
+  FigureLabel lblSdPitch{frameHeading, "lblSdPitch"};
+  FigureLabel lblSdRoll{frameHeading, "lblSdRoll"};
+  FigureLabel lblAvgHdgCount{frameHeading, "lblAvgHdgCount"};
+  FigureLabel lblAvgPitchCount{frameHeading, "lblAvgPitchCount"};
+  FigureLabel lblAvgRollCount{frameHeading, "lblAvgRollCount"};
 
   // The grid of a sentence, such as fgGGA. Raises OutOfRange for a type that has none.
   Grid& GridOf(SentenceType type);

@@ -1,6 +1,7 @@
 #include "windows/view_selection.h"
 
 #include <array>
+#include <span>
 #include <utility>
 
 #include "base/numbers.h"
@@ -11,26 +12,18 @@ namespace {
 
 // A view that needs one of some sentence types, and the refusal where none is analysed.
 struct Need {
-  bool (*met)(const CommSetup& setup);
+  std::span<const SentenceType> types;
   const char* refusal;
 };
 
-bool HasPosition(const CommSetup& setup) {
-  return setup.AnalyseGGA || setup.AnalyseGNS || setup.AnalyseGLL || setup.AnalyseRMC;
-}
-bool HasSatellites(const CommSetup& setup) {
-  return setup.AnalyseGSA || setup.AnalyseGSV;
-}
-bool HasSNR(const CommSetup& setup) {
-  return setup.AnalyseGSV;
-}
-
-constexpr Need kNothing{nullptr, nullptr};
+constexpr std::array kSNRTypes = {SentenceType::GSV};
+constexpr Need kNothing{{}, nullptr};
 constexpr Need kPosition{
-    HasPosition, "Scatterplot not relevant when neither GGA, GNS, GLL nor RMC message is enabled"};
-constexpr Need kSatellites{HasSatellites,
+    kPositionTypes,
+    "Scatterplot not relevant when neither GGA, GNS, GLL nor RMC message is enabled"};
+constexpr Need kSatellites{kSatelliteTypes,
                            "Skyplot not relevant when neither GSA nor GSV message is enabled"};
-constexpr Need kSNR{HasSNR, "SNR plot not relevant when GSV message is not enabled"};
+constexpr Need kSNR{kSNRTypes, "SNR plot not relevant when GSV message is not enabled"};
 
 struct Entry {
   ViewKind kind;
@@ -86,7 +79,7 @@ void frmNewWindow::Ok() {
   if (cmbSystem.Choice() == Choices::kNone || cmbType.Choice() == Choices::kNone) return;
   const int system = cmbSystem.EntryData(cmbSystem.Choice());
   const Entry& entry = kEntries.at(static_cast<std::size_t>(cmbType.Choice()));
-  if (entry.need.met != nullptr && !entry.need.met(records_.CommSetups[system])) {
+  if (!entry.need.types.empty() && !records_.CommSetups[system].AnalysesAny(entry.need.types)) {
     OwningDesktop().Say(entry.need.refusal);
     return;
   }

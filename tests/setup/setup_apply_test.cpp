@@ -1,6 +1,5 @@
 #include "setup/setup_apply.h"
 
-#include <deque>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <tuple>
@@ -8,11 +7,14 @@
 #include "base/files.h"
 #include "setup/setup_desk.h"
 #include "setup/setup_file.h"
+#include "support/test_program.h"
 
 namespace fathomline {
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 class SetupApplyTest : public SetupDesk {
  protected:
@@ -28,18 +30,6 @@ class SetupApplyTest : public SetupDesk {
     choices.sentences.Set(SentenceType::ROT, true);
     return choices;
   }
-  // A view of a system, which keeps its flag as views do.
-  struct View : Window {
-    View(Desktop& desktop, Records& owner, const char* name, int system, WindowFlag its)
-        : Window(desktop, {.name = name, .index = system}), records(owner), flag(its) {
-      records.SystemSetups[system][flag] = true;
-      Show();
-    }
-    void Unload() override { records.SystemSetups[Index()][flag] = false; }
-    Records& records;
-    WindowFlag flag;
-  };
-
   SetupApply apply{records, desktop, session};
 };
 
@@ -246,40 +236,57 @@ TEST_F(SetupApplyTest, TenWordsStandWithoutGapsInTheOrderOfTheBoxes) {
   EXPECT_FALSE(Setup(1).AnalyseTTM);
 }
 
-TEST_F(SetupApplyTest, WindowsWithoutDataAreClosed) {
-  struct Row {
-    const char* name;
-    WindowFlag flag;
-    bool kept;
-    int system = 1;
+TEST(SetupApplyToViews, ClosesThoseThatNothingFeeds) {
+  TestProgram test;
+  Records& records = test.records;
+  Windows& windows = test.program.windows;
+  records.Mode = kOffline;
+  records.CommSetups[2].Enabled = true;
+  for (const int system : {1, 2}) {
+    test.Analyse({"GGA", "GLL", "RMC", "VTG", "GSA", "GSV", "HDT", "TTM", "VDM"}, system);
+    windows.OpenAnalysed(system);
+    windows.OpenView(ViewKind::NMEA, system);
+    windows.charts.OpenSatellite(system, 7);
+  }
+  // Of a satellite whose window has not been opened yet.
+  constexpr int kLastSatellite = 14 + 149;
+  records.SystemSetups[1][static_cast<WindowFlag>(kLastSatellite)] = true;
+  const auto shown = [&](int system) {
+    std::vector<std::string> names;
+    for (const Window* window : test.program.desktop.Windows()) {
+      if (window->Index() == system && window->Visible()) names.push_back(window->FullName());
+    }
+    return names;
   };
-  std::deque<View> views;
-  std::vector<Row> rows = {{"frmTimeSeriesGGA", WindowFlag::TimeSeriesGGA, false},
-                           {"frmTimeSeriesSNR", WindowFlag::TimeSeriesSNR, false},
-                           {"frmAISTargets", WindowFlag::AISTargets, false},
-                           {"frmTimeSeriesVTG", WindowFlag::TimeSeriesVTG, true},
-                           {"frmScatter", WindowFlag::Scatter, true},
-                           {"frmSkyplot", WindowFlag::Skyplot, true},
-                           {"frmNumerics", WindowFlag::Numerics, true},
-                           {"frmTimeSeriesGGA", WindowFlag::TimeSeriesGGA, true, 2}};
-  for (const Row& row : rows) views.emplace_back(desktop, records, row.name, row.system, row.flag);
-  const auto satellite = static_cast<WindowFlag>(14 + 149);
-  records.SystemSetups[1][satellite] = true;
+  const auto flags = [&](int system) {
+    std::vector<int> set;
+    for (int flag = 0; flag < static_cast<int>(kWindowFlags); ++flag) {
+      if (records.SystemSetups[system][static_cast<WindowFlag>(flag)]) set.push_back(flag);
+    }
+    return set;
+  };
+  const std::vector<std::string> ofOther = shown(2);
+  EXPECT_EQ(ofOther.size(), 21U);
 
-  SetupChoices choices = Enabled(1);
+  SetupApply apply{records, test.program.desktop, test.program.session.setup};
+  SetupChoices choices = ChoicesOf(records, 1);
+  for (const SentenceType type : kSentenceBoxes) choices.sentences.Set(type, false);
   for (const SentenceType type : {SentenceType::GLL, SentenceType::VTG, SentenceType::GSA}) {
     choices.sentences.Set(type, true);
   }
-  for (const bool enabled : {true, false}) {
-    choices.enabled = enabled;
-    EXPECT_TRUE(Apply(1, choices));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-      const bool kept = rows[i].system == 2 || (enabled && rows[i].kept);
-      EXPECT_EQ(views[i].Loaded(), kept) << rows[i].name;
-      EXPECT_EQ(records.SystemSetups[rows[i].system][rows[i].flag], kept) << rows[i].name;
-    }
-    EXPECT_FALSE(records.SystemSetups[1][satellite]);
-  }
+  test.face.ExpectBox(kSure, Answer::Yes);
+  EXPECT_TRUE(apply.Apply(1, choices));
+  EXPECT_THAT(shown(1), UnorderedElementsAre("frmNumerics-1", "frmStatistics-1", "frmNMEA-1",
+                                             "frmScatter-1", "frmSkyplot-1", "frmTimeSeriesGLL-1",
+                                             "frmTimeSeriesVTG-1", "frmTimeSeriesGSA-1"));
+  EXPECT_THAT(flags(1), ElementsAre(0, 2, 4, 5, 6, 9, 11, 12));
+
+  choices.enabled = false;
+  test.face.ExpectBox(kSure, Answer::Yes);
+  EXPECT_TRUE(apply.Apply(1, choices));
+  EXPECT_THAT(shown(1), IsEmpty());
+  EXPECT_THAT(flags(1), IsEmpty());
+  EXPECT_EQ(shown(2), ofOther);
 }
 
 TEST_F(SetupApplyTest, FlagsAreTakenCountsBeginAndAChangedReferenceIsStored) {
