@@ -1,12 +1,17 @@
 // The desktop program.
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
 #include <QStandardPaths>
 #include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include "app/screenshots.h"
 #include "base/clock.h"
+#include "base/command_line.h"
 #include "base/settings.h"
 #include "base/system.h"
 #include "faces/qt/qt_face.h"
@@ -16,44 +21,47 @@
 
 namespace {
 
-const QString kScreenshots = QStringLiteral("screenshots");
+using namespace fathomline;
 
-void Describe(QCommandLineParser& parser) {
-  parser.setApplicationDescription(
-      QStringLiteral("Judges navigation sensors by their NMEA 0183 sentences."));
-  parser.addHelpOption();
-  parser.addVersionOption();
-  parser.addOption({kScreenshots,
-                    QStringLiteral("replay the input file, save a picture of every window, end"),
-                    QStringLiteral("DIR")});
-  parser.addPositionalArgument(QStringLiteral("SETUP.ini"),
-                               QStringLiteral("the setup to open instead of the last one"),
-                               QStringLiteral("[SETUP.ini]"));
-}
+struct Wanted {
+  StartOptions start;
+  std::optional<std::string> screenshots;
+};
 
-// Help and version are told without a display.
-void AnswerOnConsole(int argc, char** argv) {
-  QCoreApplication console(argc, argv);
-  QCommandLineParser parser;
-  Describe(parser);
-  parser.parse(QCoreApplication::arguments());
-  if (parser.isSet(QStringLiteral("help"))) parser.showHelp();
-  if (parser.isSet(QStringLiteral("version"))) parser.showVersion();
+std::optional<int> Read(const std::vector<std::string>& words, Wanted& wanted, std::ostream& out,
+                        std::ostream& err, bool otherOptions) {
+  CommandLine line("fathomline", "Judges navigation sensors by their NMEA 0183 sentences.",
+                   kVersion);
+  line.allow_extras(otherOptions);
+  line.AddValue("--screenshots", "DIR",
+                "replay the input file, save a picture of every window, end",
+                [&](const std::string& text) { wanted.screenshots = text; });
+  line.add_option("SETUP.ini", wanted.start.setupFile, "the setup to open instead of the last one")
+      ->type_name("");
+  return line.Take(words, out, err);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  using namespace fathomline;
   PrepareStandardStreams();
   QCoreApplication::setApplicationName(QString::fromUtf8(kProgramTitle).toLower());
   QCoreApplication::setApplicationVersion(QString::fromUtf8(kVersion));
-  AnswerOnConsole(argc, argv);
+  {
+    // Help and version are told without a display. Options of the toolkit are not known yet.
+    Wanted ignored;
+    std::ostringstream errors;
+    const auto told = Read({argv + 1, argv + argc}, ignored, std::cout, errors, true);
+    if (told == 0) return 0;
+  }
   const QApplication application(argc, argv);
   QGuiApplication::setDesktopFileName(QStringLiteral("org.keelhaven.Fathomline"));
-  QCommandLineParser parser;
-  Describe(parser);
-  parser.process(application);
+  std::vector<std::string> words;
+  for (const QString& word : QCoreApplication::arguments().mid(1)) {
+    words.push_back(word.toStdString());
+  }
+  Wanted wanted;
+  if (const auto status = Read(words, wanted, std::cout, std::cerr, false)) return *status;
 
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation);
   IniSettings settings(
@@ -66,11 +74,8 @@ int main(int argc, char** argv) {
   QObject::connect(
       &application, &QGuiApplication::commitDataRequest, &application,
       [&program] { program.session.startUp.EndAtOnce(); }, Qt::DirectConnection);
-  StartOptions options;
-  const QStringList setups = parser.positionalArguments();
-  if (!setups.isEmpty()) options.setupFile = setups.front().toStdString();
-  if (parser.isSet(kScreenshots)) {
-    return TakeScreenshots(program, face, options, parser.value(kScreenshots).toStdString());
+  if (wanted.screenshots) {
+    return TakeScreenshots(program, face, wanted.start, *wanted.screenshots);
   }
-  return RunDesktop(program, options);
+  return RunDesktop(program, wanted.start);
 }

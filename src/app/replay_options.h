@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -32,19 +32,11 @@ struct ReplayOptions {
   std::optional<std::string> counters;
   std::optional<std::string> trace;
   bool time = false;
-  bool help = false;
-  bool version = false;
 };
 
-// A command line that cannot be carried out; the text says why, in one line.
-class UsageError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-// Raises UsageError.
-ReplayOptions ParseReplayOptions(const std::vector<std::string>& arguments);
-
-std::string ReplayHelp();
+// Fills the options from the arguments. Returns the exit status where there is nothing to be
+// replayed: help or version has been told on `out`, or what is wrong in one line on `err`.
+std::optional<int> ReadReplayOptions(const std::vector<std::string>& arguments,
+                                     ReplayOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace fathomline

@@ -6,7 +6,6 @@
 #include <ostream>
 #include <string>
 
-#include "app/json_writer.h"
 #include "session/program.h"
 
 namespace fathomline {
@@ -14,14 +13,12 @@ namespace fathomline {
 // One JSON object per line: its number, the type it was handed on as, and the record it decoded to.
 class TraceWriter : public LineListener {
  public:
-  TraceWriter(std::ostream& out, const Program& program) : json_(out), program_(program) {}
+  TraceWriter(std::ostream& out, const Program& program) : out_(out), program_(program) {}
 
   void LineDone() override;
 
  private:
-  void WriteAIS();
-
-  JsonWriter json_;
+  std::ostream& out_;
   const Program& program_;
   std::int32_t line_ = 0;
 };

@@ -15,7 +15,6 @@
 #include "faces/headless/headless_face.h"
 #include "session/program.h"
 #include "setup/setup_file.h"
-#include "version.h"
 
 namespace fathomline {
 namespace {
@@ -223,17 +222,10 @@ class ReplayRun {
 
 int RunReplayTool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
   try {
-    const ReplayOptions options = ParseReplayOptions(arguments);
-    if (options.help) {
-      out << ReplayHelp();
-    } else if (options.version) {
-      out << "fathomline-replay " << kVersion << '\n';
-    } else {
-      ReplayRun(options, out, err).Run();
-    }
+    ReplayOptions options;
+    if (const auto status = ReadReplayOptions(arguments, options, out, err)) return *status;
+    ReplayRun(options, out, err).Run();
     return 0;
-  } catch (const UsageError& error) {
-    err << "fathomline-replay: " << error.what() << '\n';
   } catch (const RunError& error) {
     err << "fathomline-replay: " << error.what() << '\n';
   }

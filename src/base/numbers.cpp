@@ -118,14 +118,7 @@ std::int64_t PowerOfTen(std::string_view number) {
   return negative ? power - exponent : power + exponent;
 }
 
-// from_chars takes no text that begins with a point.
 double ParseGeneral(std::string_view digits) {
-  std::string padded;
-  if (digits.front() == '.') {
-    padded.reserve(digits.size() + 1);
-    padded.append("0").append(digits);
-    digits = padded;
-  }
   double value = 0.0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
   if (error == std::errc::result_out_of_range) {

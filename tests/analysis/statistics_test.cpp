@@ -13,7 +13,7 @@ TEST(StatisticsReset, ForgetsSentencesAndMeansButNotSingleSatellites) {
   test.Feed("GPGSV,1,1,05,01,40,083,46");
   const SystemStatistics& statistics = test.program.engine.statistics[1];
   test.program.session.control.ResetAll();
-  EXPECT_EQ(statistics.Of(SentenceType::VTG)[0].Stat.Count, 0);
+  EXPECT_EQ((statistics.Of<VTGRecord, &VTGRecord::SOGKnots>().Stat.Count), 0);
   EXPECT_EQ(statistics.HeadingMean.Count, 0);
   EXPECT_EQ(statistics.SatellitesInView.Stat.Count, 0);
   EXPECT_EQ(statistics.Satellites[0][0].Stat.Count, 1);

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "app/replay_options.h"
+#include "app/replay_tool.h"
 #include "app/trial_options.h"
 #include "simulator/command.h"
 #include "support/places.h"
@@ -95,13 +95,15 @@ std::set<std::string> OptionsIn(const std::string& text, const std::regex& optio
 }
 
 TEST(House, TheManualsNameTheOptionsThereAre) {
-  std::ostringstream simulateHelp, errors;
+  std::ostringstream simulateHelp, replayHelp, errors;
   const std::vector<std::string_view> help{"--help"};
   ASSERT_EQ(simulator::RunSimulateCommand(help, simulateHelp, errors), 0);
+  ASSERT_EQ(RunReplayTool({"--help"}, replayHelp, errors), 0);
   const struct {
     const char* manual;
     std::string help;
-  } tools[] = {{"fathomline-replay", ReplayHelp()}, {"fathomline-simulate", simulateHelp.str()},
+  } tools[] = {{"fathomline-replay", replayHelp.str()},
+               {"fathomline-simulate", simulateHelp.str()},
                {"fathomline-trial", TrialHelp()}};
   for (const auto& tool : tools) {
     std::ifstream in(fs::path(kSourceFolder) / "packaging" / (std::string(tool.manual) + ".1.in"));

@@ -52,7 +52,7 @@ TEST_F(StatisticsWindow, OpenedBehindAReplayShowsItsResultsButForGST) {
   EXPECT_THAT(Written(), AllOf(HasSubstr("Current\t5.00\t9.50\n"), HasSubstr("Current\t\t\t")));
   window.Close();
   Feed("GPVTG,9.5,T,,M,7.0,N,,K");
-  EXPECT_EQ(program.engine.statistics[1].Of(SentenceType::VTG)[0].Stat.Count, 2)
+  EXPECT_EQ((program.engine.statistics[1].Of<VTGRecord, &VTGRecord::SOGKnots>().Stat.Count), 2)
       << "closing stops the screen work alone";
 }
 

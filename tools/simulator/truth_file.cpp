@@ -1,26 +1,17 @@
 #include "simulator/truth_file.h"
 
+#include <nlohmann/json.hpp>
 #include <string>
-#include <string_view>
-
-#include "base/numbers.h"
 
 namespace fathomline::simulator {
 namespace {
 
-struct Member {
-  std::string_view name;
-  double value;
-};
+using Json = nlohmann::ordered_json;
 
-// Members of an object, without its braces.
-std::string Members(std::initializer_list<Member> members) {
-  std::string text;
-  for (const Member& member : members) {
-    if (!text.empty()) text += ", ";
-    text.append("\"").append(member.name).append("\": ").append(ExactText(member.value));
-  }
-  return text;
+// The members of an object, without its braces.
+std::string Members(const Json& object) {
+  const std::string text = object.dump();
+  return text.substr(1, text.size() - 2);
 }
 
 }  // namespace
@@ -29,59 +20,57 @@ TruthFile::TruthFile(std::ostream& out, const SimulationOptions& options,
                      const SimulationTruth& truth)
     : out_(out) {
   const ReferenceTruth& reference = truth.reference;
-  out_ << "{\n\"scenario\": \"" << options.scenario->name
-       << "\",\n\"seed\": " << std::to_string(options.seed) << ",\n\"start\": \""
-       << FormatDateTime(options.start, "yyyy-mm-dd hh:nn:ss") << "\",\n"
-       << Members({{"duration", options.duration}})
-       << ",\n\"moored\": " << (truth.moored ? "true" : "false") << ",\n\"reference\": {"
-       << Members({{"latitude", reference.position.latitude},
-                   {"longitude", reference.position.longitude},
-                   {"height", reference.height},
-                   {"heading", reference.heading},
-                   {"pitch", reference.pitch},
-                   {"roll", reference.roll}})
-       << "},\n\"fixes\": [";
+  out_ << "{\n"
+       << Members({{"scenario", options.scenario->name},
+                   {"seed", options.seed},
+                   {"start", FormatDateTime(options.start, "yyyy-mm-dd hh:nn:ss")},
+                   {"duration", options.duration},
+                   {"moored", truth.moored},
+                   {"reference",
+                    {{"latitude", reference.position.latitude},
+                     {"longitude", reference.position.longitude},
+                     {"height", reference.height},
+                     {"heading", reference.heading},
+                     {"pitch", reference.pitch},
+                     {"roll", reference.roll}}}})
+       << ",\n\"fixes\":[";
 }
 
 void TruthFile::AddFix(const FixTruth& fix) {
-  out_ << (first_ ? "\n{" : ",\n{")
-       << Members({{"seconds", fix.seconds},
-                   {"latitude", fix.position.latitude},
-                   {"longitude", fix.position.longitude},
-                   {"height", fix.height},
-                   {"north_noise", fix.northNoise},
-                   {"east_noise", fix.eastNoise},
-                   {"up_noise", fix.upNoise},
-                   {"quality", static_cast<double>(fix.quality)},
-                   {"age", fix.age},
-                   {"station", static_cast<double>(fix.station)}})
-       << '}';
+  out_ << (first_ ? "\n" : ",\n")
+       << Json{{"seconds", fix.seconds},
+               {"latitude", fix.position.latitude},
+               {"longitude", fix.position.longitude},
+               {"height", fix.height},
+               {"north_noise", fix.northNoise},
+               {"east_noise", fix.eastNoise},
+               {"up_noise", fix.upNoise},
+               {"quality", fix.quality},
+               {"age", fix.age},
+               {"station", fix.station}};
   first_ = false;
 }
 
 void TruthFile::Finish(const SimulationTruth& truth) {
-  out_ << "\n],\n\"fix_count\": " << std::to_string(truth.fixes)
-       << ",\n\"usable_fix_count\": " << std::to_string(truth.usableFixes) << ",\n\"sentences\": {";
-  const char* separator = "";
+  Json sentences;
   for (std::size_t i = 0; i < kSentenceKinds.size(); ++i) {
-    out_ << separator << '"' << kSentenceKinds[i].name
-         << "\": " << std::to_string(truth.sentences[i]);
-    separator = ", ";
+    sentences[std::string(kSentenceKinds[i].name)] = truth.sentences[i];
   }
-  out_ << "},\n\"figures\": {";
-  separator = "\n";
+  Json figures;
   for (std::size_t i = 0; i < kTruthFigureNames.size(); ++i) {
     const RunningFigure& figure = truth.figures[i];
-    out_ << separator << '"' << kTruthFigureNames[i] << "\": {"
-         << Members({{"count", static_cast<double>(figure.Count())},
-                     {"mean", figure.Mean()},
-                     {"sdev", figure.Sdev()},
-                     {"min", figure.Min()},
-                     {"max", figure.Max()}})
-         << '}';
-    separator = ",\n";
+    figures[std::string(kTruthFigureNames[i])] = {{"count", figure.Count()},
+                                                  {"mean", figure.Mean()},
+                                                  {"sdev", figure.Sdev()},
+                                                  {"min", figure.Min()},
+                                                  {"max", figure.Max()}};
   }
-  out_ << "\n}\n}\n";
+  out_ << "\n],\n"
+       << Members({{"fix_count", truth.fixes},
+                   {"usable_fix_count", truth.usableFixes},
+                   {"sentences", sentences},
+                   {"figures", figures}})
+       << "\n}\n";
 }
 
 }  // namespace fathomline::simulator
