@@ -84,8 +84,10 @@ std::optional<int> ReadReplayOptions(const std::vector<std::string>& arguments, 
                 "analyse these sentences (without it and --setup: all)",
                 [&](const std::string& given) { o.messages = SentencesOf(given); });
   text("--name", "TEXT", o.name, "the name of the system");
-  line.add_flag("--checksum", o.checksum, "refuse sentences whose checksum is wrong");
-  line.add_flag("--iala", o.binaryStandardIALA, "read AIS binary messages by the IALA proposal");
+  line.AddFlag("--checksum", "refuse sentences whose checksum is wrong",
+               [&o] { o.checksum = true; });
+  line.AddFlag("--iala", "read AIS binary messages by the IALA proposal",
+               [&o] { o.binaryStandardIALA = true; });
   whole("--reference-used", o.referenceUsed, kTruePosition,
         "0 first sample, 1 average over time, 2 true position");
   line.AddValue("--reference", "LAT,LON,HGT,HDG,PITCH,ROLL",
@@ -94,22 +96,22 @@ std::optional<int> ReadReplayOptions(const std::vector<std::string>& arguments, 
   line.AddValue("--outlier", "N", "limit of the attitude angles, in degrees (15)",
                 [&](const std::string& given) { o.outlier = std::abs(ToSingle(NumberOf(given))); });
   text("--session-info", "TEXT", o.sessionInfo, "the session text of the report");
-  CLI::Option* const dms = line.add_flag_callback(
-      "--dms", [&o] { o.dms = true; }, "positions in degrees, minutes and seconds");
-  line.add_flag_callback(
-          "--dm", [&o] { o.dms = false; }, "positions in degrees and minutes")
-      ->excludes(dms);
+  CLI::Option* const dms =
+      line.AddFlag("--dms", "positions in degrees, minutes and seconds", [&o] { o.dms = true; });
+  line.AddFlag("--dm", "positions in degrees and minutes", [&o] { o.dms = false; })->excludes(dms);
   whole("--decimals", o.decimals, 6, "decimals of positions");
   line.AddValue("--now", "MOMENT",
                 "freeze the clock at \"2026-01-02 03:04:05\", for output that repeats",
                 [&](const std::string& given) { o.now = MomentOf(given); });
   text("--program-folder", "DIR", o.programFolder,
        "the folder of reports and error log (~/Keelhaven/Fathomline)");
-  line.add_flag("--report", o.report, "write the session report and print its path");
+  line.AddFlag("--report", "write the session report and print its path",
+               [&o] { o.report = true; });
   text("--windows", "DIR", o.windows, "write what the windows show, a file per window");
   text("--counters", "FILE", o.counters, "write counters and statistics as JSON");
   text("--trace", "FILE", o.trace, "write every line's decoded record as a line of JSON");
-  line.add_flag("--time", o.time, "print lines, seconds, lines per second and peak memory");
+  line.AddFlag("--time", "print lines, seconds, lines per second and peak memory",
+               [&o] { o.time = true; });
   return line.Take(arguments, out, err);
 }
 

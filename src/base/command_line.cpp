@@ -45,6 +45,11 @@ CLI::Option* CommandLine::AddValue(const std::string& name, const std::string& a
   return add_option_function<std::string>(name, taken, help)->type_name(argument)->take_last();
 }
 
+CLI::Option* CommandLine::AddFlag(const std::string& name, const std::string& help,
+                                  const std::function<void()>& take) {
+  return add_flag_callback(name, take, help)->disable_flag_override();
+}
+
 std::optional<int> CommandLine::Take(const std::vector<std::string>& arguments, std::ostream& out,
                                      std::ostream& err) {
   // The parser takes them from the back, and would read on behind an empty value.

@@ -27,6 +27,10 @@ class CommandLine : public CLI::App {
                         const std::string& help,
                         const std::function<void(const std::string& text)>& take);
 
+  // An option without a value.
+  CLI::Option* AddFlag(const std::string& name, const std::string& help,
+                       const std::function<void()>& take);
+
   // Reads the arguments, without the name of the program. Returns the exit status where that ends
   // it: 0 when help or version has been told on `out`, kUsageFailed with one line on `err`.
   std::optional<int> Take(const std::vector<std::string>& arguments, std::ostream& out,

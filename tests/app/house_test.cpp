@@ -96,8 +96,7 @@ std::set<std::string> OptionsIn(const std::string& text, const std::regex& optio
 
 TEST(House, TheManualsNameTheOptionsThereAre) {
   std::ostringstream simulateHelp, replayHelp, errors;
-  const std::vector<std::string_view> help{"--help"};
-  ASSERT_EQ(simulator::RunSimulateCommand(help, simulateHelp, errors), 0);
+  ASSERT_EQ(simulator::RunSimulateCommand({"--help"}, simulateHelp, errors), 0);
   ASSERT_EQ(RunReplayTool({"--help"}, replayHelp, errors), 0);
   const struct {
     const char* manual;

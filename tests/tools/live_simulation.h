@@ -22,7 +22,7 @@ inline constexpr std::string_view kRates = "GGA:20,HDT:20";
 
 inline SimulationOptions Options(double duration) {
   const std::string seconds = PlainText(duration);
-  return ParseSimulateCommand(
+  return CommandOf(
              std::vector<std::string_view>{"--sentences", kRates, "--duration", seconds, "--crlf"})
       .options;
 }

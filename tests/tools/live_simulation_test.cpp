@@ -145,7 +145,7 @@ TEST(LiveCommand, WhatCannotBeServedEndsWithOneLine) {
       {{"--tcp", "65536"}, "\"65536\" is no address like"},
       {{"--udp", ":10110"}, "\":10110\" is no address like"},
       {{"--udp", "host"}, "\"host\" is no address like"},
-      {{"--pty", "--speed", "0"}, "\"0\" is no valid value for --speed"},
+      {{"--pty", "--speed", "0"}, "--speed: \"0\" is not between 0.001 and"},
   };
   for (const auto& [arguments, part] : cases) {
     const Outcome outcome = Simulate(arguments);

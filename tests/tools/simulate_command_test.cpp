@@ -20,26 +20,24 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 TEST(SimulateCommandLine, WrongArgumentsEndWithOneLine) {
-  const std::vector<std::pair<std::vector<std::string_view>, std::string>> cases{
-      {{"--sead", "1"}, "unknown option \"--sead\""},
-      {{"extra"}, "unknown option \"extra\""},
-      {{"--seed"}, "--seed needs a value"},
-      {{"--seed", "12x"}, "\"12x\" is no valid value for --seed"},
-      {{"--seed", "-1"}, "--seed"},
-      {{"--duration", "nan"}, "--duration"},
-      {{"--rate", "0"}, "--rate"},
-      {{"--scenario", "moon"}, "no scenario is called \"moon\""},
-      {{"--sentences", "GGA,,RMC"}, "no sentence is called \"\""},
-      {{"--sentences", "GGA:0"}, "\"0\""},
-      {{"--sentences", "GGA,GGA:2"}, "\"GGA\" is listed twice"},
-      {{"--start", "2026-1-2 03:04:05"}, "no date and time"},
-      {{"--start", "2026-02-29 03:04:05"}, "no date of the calendar"},
-      {{"--start", "2026-02-28 24:00:00"}, "--start"},
-      {{"--output", "/nonexistent/x.log"}, "cannot write \"/nonexistent/x.log\": No such file"},
+  const std::vector<std::pair<std::vector<std::string_view>, std::string>> cases {
+    {{"--sead", "1"}, "--sead"}, {{"extra"}, "not expected: extra"},
+        {{"--seed"}, "--seed: 1 required"},
+        {{"--seed", "12x"}, "--seed: \"12x\" is not a whole number"}, {{"--seed=-1"}, "--seed"},
+        {{"--duration", "nan"}, "--duration"}, {{"--rate", "0"}, "--rate"},
+        {{"--scenario", "moon"}, "no scenario is called \"moon\""},
+        {{"--sentences", "GGA,,RMC"}, "no sentence is called \"\""},
+        {{"--sentences", "GGA:0"}, "\"0\""},
+        {{"--sentences", "GGA,GGA:2"}, "\"GGA\" is listed twice"},
+        {{"--start", "2026-1-2 03:04:05"}, "is not written as"},
+        {{"--start", "2026-02-29 03:04:05"}, "is no moment of the calendar"},
+        {{"--start", "2026-02-28 24:00:00"}, "--start"},
+        {{"--start", "1999-02-28 23:00:00"}, "--start"},
+        {{"--output", "/nonexistent/x.log"}, "cannot write \"/nonexistent/x.log\": No such file"},
 #if !defined(_WIN32)
-      {{"--output", "/dev/full"}, "cannot write \"/dev/full\": No space left"},
+        {{"--output", "/dev/full"}, "cannot write \"/dev/full\": No space left"},
 #endif
-      {{"--truth", "/nonexistent/x.json"}, "cannot write"},
+        {{"--truth", "/nonexistent/x.json"}, "cannot write"},
   };
   for (const auto& [arguments, part] : cases) {
     const Outcome outcome = Simulate(arguments);
@@ -54,7 +52,7 @@ TEST(SimulateCommandLine, OptionsReachTheSimulation) {
       "--scenario",          "attitude",          "--seed", "99",     "--start",
       "2031-05-06 07:08:09", "--duration",        "12.5",   "--rate", "20",
       "--sentences",         "ATT,HDT:2,GSV,DBT", "--crlf"};
-  const SimulationOptions options = ParseSimulateCommand(arguments).options;
+  const SimulationOptions options = CommandOf(arguments).options;
   EXPECT_EQ(options.scenario->name, "attitude");
   EXPECT_EQ(options.seed, 99U);
   EXPECT_EQ(options.duration, 12.5);

@@ -31,10 +31,19 @@ struct Outcome {
   std::string err;
 };
 
+// The command that arguments without a fault stand for.
+inline SimulateCommand CommandOf(const std::vector<std::string_view>& arguments) {
+  SimulateCommand command;
+  std::ostringstream out, err;
+  EXPECT_FALSE(ReadSimulateCommand({arguments.begin(), arguments.end()}, command, out, err))
+      << err.str();
+  return command;
+}
+
 inline Outcome Simulate(const std::vector<std::string_view>& arguments) {
   std::ostringstream out;
   std::ostringstream err;
-  const int status = RunSimulateCommand(arguments, out, err);
+  const int status = RunSimulateCommand({arguments.begin(), arguments.end()}, out, err);
   return {status, out.str(), err.str()};
 }
 

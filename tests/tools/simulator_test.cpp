@@ -26,7 +26,7 @@ TEST(SimulatedSession, SamplesAreWhatTheirCommandsWrite) {
     std::vector<std::string> words;
     for (std::string word; commandLine >> std::quoted(word);) words.push_back(word);
     const std::vector<std::string_view> arguments(words.begin() + 1, words.end());
-    const SimulateCommand command = ParseSimulateCommand(arguments);
+    const SimulateCommand command = CommandOf(arguments);
     EXPECT_TRUE(ReadWholeFile(folder + command.output) == Recording(command.options)) << line;
     ++samples;
   }

@@ -5,12 +5,13 @@
 #include <charconv>
 #include <fstream>
 #include <initializer_list>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <system_error>
 
+#include "base/command_line.h"
 #include "base/fault.h"
+#include "base/numbers.h"
 #include "base/system.h"
 #include "simulator/live_server.h"
 #include "simulator/truth_file.h"
@@ -35,119 +36,30 @@ std::string Joined(Words words) {
   Raise(FaultNumber::InvalidCall, Joined(words));
 }
 
-template <class Number>
-Number Read(std::string_view option, std::string_view text, Number lowest, Number highest) {
-  Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() ||
-      !(value >= lowest && value <= highest)) {
-    Refuse({"\"", text, "\" is no valid value for ", option});
+double NumberWithin(std::string_view text, double lowest, double highest) {
+  const double value = NumberOf(text);
+  if (value < lowest || value > highest) {
+    Refuse({"\"", text, "\" is not between ", ExactText(lowest), " and ", ExactText(highest)});
   }
   return value;
 }
 
-// "2026-01-02 03:04:05"
-DateTime ReadStart(std::string_view option, std::string_view text) {
-  constexpr std::string_view kPattern = "####-##-## ##:##:##";
-  const auto part = [&](std::size_t from, std::size_t length, int lowest, int highest) {
-    return Read(option, text.substr(from, length), lowest, highest);
-  };
-  bool fits = text.size() == kPattern.size();
-  for (std::size_t i = 0; fits && i < text.size(); ++i) {
-    fits = kPattern[i] == '#' ? text[i] >= '0' && text[i] <= '9' : text[i] == kPattern[i];
+std::uint64_t SeedOf(std::string_view text) {
+  std::uint64_t seed = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seed);
+  if (error != std::errc() || end != text.data() + text.size()) {
+    Refuse({"\"", text, "\" is not a whole number"});
   }
-  if (!fits) Refuse({"\"", text, "\" is no date and time like \"2026-01-02 03:04:05\""});
-  // The date of RMC has two digits for the year.
-  const int year = part(0, 4, 2000, 2099);
-  const int month = part(5, 2, 1, 12);
-  const int day = part(8, 2, 1, 31);
-  const DateTime date = DateFromParts(year, month, day);
-  if (ToCalendar(date).month != month) Refuse({"\"", text, "\" is no date of the calendar"});
-  return date + TimeFromParts(part(11, 2, 0, 23), part(14, 2, 0, 59), part(17, 2, 0, 59));
+  return seed;
 }
 
-// What the arguments say, before the scenario's own settings fill the gaps.
-struct Settings {
-  std::string scenario = "voyage";
-  std::optional<double> rate;
-  std::optional<std::string> sentences;
-  SimulateCommand command;
-};
-
-struct OptionRow {
-  std::string_view name;
-  std::string_view argument;  // empty where it has none
-  std::string_view help;
-  void (*apply)(Settings& settings, std::string_view option, std::string_view value);
-};
-
-constexpr OptionRow kOptions[] = {
-    {"--scenario", "NAME", "what to simulate (voyage)",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.scenario = value;
-     }},
-    {"--seed", "N", "start of the random numbers (1)",
-     [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.command.options.seed =
-           Read<std::uint64_t>(option, value, 0, std::numeric_limits<std::uint64_t>::max());
-     }},
-    {"--duration", "SECONDS", "simulated time, or \"forever\" (600)",
-     [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.command.options.duration =
-           value == "forever" ? kLongestDuration : Read(option, value, 0.0, kLongestDuration);
-     }},
-    {"--start", "TIME", "first moment, UTC (\"2026-01-02 03:04:05\")",
-     [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.command.options.start = ReadStart(option, value);
-     }},
-    {"--rate", "HZ", "rate of the position, course and attitude sentences",
-     [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.rate = Read(option, value, kLowestRate, kHighestRate);
-     }},
-    {"--sentences", "LIST", "sentences, each with a rate if wanted: GGA,RMC:5,VDM",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.sentences = value;
-     }},
-    {"--crlf", "", "end lines with CR LF instead of LF",
-     [](Settings& settings, std::string_view, std::string_view) {
-       settings.command.options.crLf = true;
-     }},
-    {"--output", "FILE", "write the sentences there instead of to standard output",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.command.output = value;
-     }},
-    {"--truth", "FILE", "write what the sentences were made from there, as JSON",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.command.truth = value;
-     }},
-    {"--tcp", "[HOST:]PORT", "serve TCP clients there",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.command.outlets.push_back({OutletKind::Tcp, ParseEndpoint(value), {}});
-     }},
-    {"--udp", "[HOST:]PORT", "send datagrams there, one per sentence",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.command.outlets.push_back({OutletKind::Udp, ParseEndpoint(value), {}});
-     }},
-    {"--pty", "", "serve on a pseudo-terminal, as on a serial port (not on Windows)",
-     [](Settings& settings, std::string_view, std::string_view) {
-       settings.command.outlets.push_back({OutletKind::Terminal, {}, {}});
-     }},
-    {"--pty-link", "PATH", "the same, with a symbolic link to it",
-     [](Settings& settings, std::string_view, std::string_view value) {
-       settings.command.outlets.push_back({OutletKind::Terminal, {}, std::string(value)});
-     }},
-    {"--speed", "FACTOR", "of a live simulation, or \"max\" (1)",
-     [](Settings& settings, std::string_view option, std::string_view value) {
-       settings.command.speed =
-           value == "max" ? kUnlimitedSpeed : Read(option, value, kLowestSpeed, kHighestSpeed);
-     }},
-    {"--help", "", "show this text",
-     [](Settings& settings, std::string_view, std::string_view) { settings.command.help = true; }},
-    {"--version", "", "show the version",
-     [](Settings& settings, std::string_view, std::string_view) {
-       settings.command.version = true;
-     }},
-};
+DateTime StartOf(std::string_view text) {
+  const DateTime start = MomentOf(text);
+  // The date of RMC has two digits for the year.
+  const int year = ToCalendar(start).year;
+  if (year < 2000 || year > 2099) Refuse({"\"", text, "\" is not of this century"});
+  return start;
+}
 
 std::vector<SentenceRate> ReadSentences(std::string_view list, const Scenario& scenario,
                                         std::optional<double> rate) {
@@ -166,9 +78,9 @@ std::vector<SentenceRate> ReadSentences(std::string_view list, const Scenario& s
                     [&](const SentenceRate& other) { return other.kind == kind; })) {
       Refuse({"the sentence \"", name, "\" is listed twice"});
     }
-    sentences.push_back({kind, colon < item.size() ? Read("--sentences", item.substr(colon + 1),
-                                                          kLowestRate, kHighestRate)
-                                                   : UsualRate(scenario, kind, rate)});
+    sentences.push_back({kind, colon < item.size()
+                                   ? NumberWithin(item.substr(colon + 1), kLowestRate, kHighestRate)
+                                   : UsualRate(scenario, kind, rate)});
   }
   return sentences;
 }
@@ -180,23 +92,16 @@ std::string HelpLine(std::string_view left, std::string_view right) {
   return Joined({line, right, "\n"});
 }
 
-void WriteHelp(std::ostream& out) {
-  out << "Usage: " << kProgram << " [OPTION]...\n"
-      << "Writes the NMEA 0183 sentences of a simulated vessel. The same options write the same "
-         "bytes.\n\n";
-  for (const OptionRow& row : kOptions) {
-    out << HelpLine(Joined({row.name, " ", row.argument}), row.help);
-  }
-  out << "\nWith --tcp, --udp or --pty, as often as wanted, the simulation is live: it begins when "
-         "somebody\nlistens and goes by the clock. HOST is "
-      << kLoopback << " where none is named; lines end with CR LF.\n";
-  out << "\nScenarios:\n";
-  for (const Scenario& scenario : Scenarios()) {
-    out << HelpLine(scenario.name, scenario.summary);
-  }
-  out << "\nSentences:\n ";
-  for (const SentenceKindRow& kind : kSentenceKinds) out << ' ' << kind.name;
-  out << "\nThe rate of VDM is a factor on the reporting intervals of the ships.\n";
+// What stands behind the options in the help.
+std::string Footer() {
+  std::string text = Joined(
+      {"With --tcp, --udp or --pty, as often as wanted, the simulation is live: it begins when "
+       "somebody\nlistens and goes by the clock. HOST is ",
+       kLoopback, " where none is named; lines end with CR LF.\n\nScenarios:\n"});
+  for (const Scenario& scenario : Scenarios()) text += HelpLine(scenario.name, scenario.summary);
+  text += "\nSentences:\n ";
+  for (const SentenceKindRow& kind : kSentenceKinds) text += Joined({" ", kind.name});
+  return text + "\nThe rate of VDM is a factor on the reporting intervals of the ships.";
 }
 
 [[noreturn]] void RefuseFile(std::string_view path, int error) {
@@ -308,47 +213,84 @@ void Simulate(const SimulateCommand& command, std::ostream& out, std::ostream& e
 
 }  // namespace
 
-SimulateCommand ParseSimulateCommand(std::span<const std::string_view> arguments) {
-  Settings settings;
-  settings.command.options.start = DateFromParts(2026, 1, 2) + TimeFromParts(3, 4, 5);
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string_view option = arguments[i];
-    const auto row = std::find_if(std::begin(kOptions), std::end(kOptions),
-                                  [&](const OptionRow& known) { return known.name == option; });
-    if (row == std::end(kOptions)) Refuse({"unknown option \"", option, "\""});
-    std::string_view value;
-    if (!row->argument.empty()) {
-      if (++i == arguments.size()) Refuse({"the option ", option, " needs a value"});
-      value = arguments[i];
-    }
-    row->apply(settings, option, value);
-  }
-  SimulationOptions& options = settings.command.options;
-  options.scenario = FindScenario(settings.scenario);
-  if (options.scenario == nullptr) Refuse({"no scenario is called \"", settings.scenario, "\""});
-  options.sentences = settings.sentences
-                          ? ReadSentences(*settings.sentences, *options.scenario, settings.rate)
-                          : UsualSentences(*options.scenario, settings.rate);
+std::optional<int> ReadSimulateCommand(const std::vector<std::string>& arguments,
+                                       SimulateCommand& command, std::ostream& out,
+                                       std::ostream& err) {
+  CommandLine line(std::string(kProgram),
+                   "Writes the NMEA 0183 sentences of a simulated vessel. The same options write "
+                   "the same bytes.",
+                   FATHOMLINE_SIMULATOR_VERSION);
+  line.footer(Footer());
+  SimulationOptions& options = command.options;
+  options.start = DateFromParts(2026, 1, 2) + TimeFromParts(3, 4, 5);
+  options.scenario = FindScenario("voyage");
+  std::optional<double> rate;
+  line.AddValue("--scenario", "NAME", "what to simulate (voyage)", [&](const std::string& text) {
+    options.scenario = FindScenario(text);
+    if (options.scenario == nullptr) Refuse({"no scenario is called \"", text, "\""});
+  });
+  line.AddValue("--seed", "N", "start of the random numbers (1)",
+                [&](const std::string& text) { options.seed = SeedOf(text); });
+  line.AddValue("--duration", "SECONDS", "simulated time, or \"forever\" (600)",
+                [&](const std::string& text) {
+                  options.duration = text == "forever" ? kLongestDuration
+                                                       : NumberWithin(text, 0.0, kLongestDuration);
+                });
+  line.AddValue("--start", "TIME", "first moment, UTC (\"2026-01-02 03:04:05\")",
+                [&](const std::string& text) { options.start = StartOf(text); });
+  line.AddValue(
+      "--rate", "HZ", "rate of the position, course and attitude sentences",
+      [&](const std::string& text) { rate = NumberWithin(text, kLowestRate, kHighestRate); });
+  // Behind what their usual rates depend on; options are taken in the order of this list.
+  line.AddValue("--sentences", "LIST", "sentences, each with a rate if wanted: GGA,RMC:5,VDM",
+                [&](const std::string& text) {
+                  options.sentences = ReadSentences(text, *options.scenario, rate);
+                });
+  line.AddFlag("--crlf", "end lines with CR LF instead of LF", [&] { options.crLf = true; });
+  line.AddValue("--output", "FILE", "write the sentences there instead of to standard output",
+                [&](const std::string& text) { command.output = text; });
+  line.AddValue("--truth", "FILE", "write what the sentences were made from there, as JSON",
+                [&](const std::string& text) { command.truth = text; });
+  const auto outlet = [&](const std::string& name, const std::string& argument,
+                          const std::string& help, OutletKind kind) {
+    line.AddValue(name, argument, help,
+                  [&command, kind](const std::string& text) {
+                    command.outlets.push_back(
+                        {kind, kind == OutletKind::Terminal ? Endpoint{} : ParseEndpoint(text),
+                         kind == OutletKind::Terminal ? text : std::string()});
+                  })
+        ->trigger_on_parse();
+  };
+  outlet("--tcp", "[HOST:]PORT", "serve TCP clients there", OutletKind::Tcp);
+  outlet("--udp", "[HOST:]PORT", "send datagrams there, one per sentence", OutletKind::Udp);
+  line.AddFlag("--pty", "serve on a pseudo-terminal, as on a serial port (not on Windows)",
+               [&] {
+                 command.outlets.push_back({OutletKind::Terminal, {}, {}});
+               })
+      ->trigger_on_parse();
+  outlet("--pty-link", "PATH", "the same, with a symbolic link to it", OutletKind::Terminal);
+  line.AddValue(
+      "--speed", "FACTOR", "of a live simulation, or \"max\" (1)", [&](const std::string& text) {
+        command.speed =
+            text == "max" ? kUnlimitedSpeed : NumberWithin(text, kLowestSpeed, kHighestSpeed);
+      });
+  if (const auto status = line.Take(arguments, out, err)) return status;
+  if (options.sentences.empty()) options.sentences = UsualSentences(*options.scenario, rate);
   // As the standard wants it on a link.
-  if (!settings.command.outlets.empty()) options.crLf = true;
-  return settings.command;
+  if (!command.outlets.empty()) options.crLf = true;
+  return std::nullopt;
 }
 
-int RunSimulateCommand(std::span<const std::string_view> arguments, std::ostream& out,
+int RunSimulateCommand(const std::vector<std::string>& arguments, std::ostream& out,
                        std::ostream& err) {
+  SimulateCommand command;
+  if (const auto status = ReadSimulateCommand(arguments, command, out, err)) return *status;
   try {
-    const SimulateCommand command = ParseSimulateCommand(arguments);
-    if (command.help) {
-      WriteHelp(out);
-    } else if (command.version) {
-      out << kProgram << " " FATHOMLINE_SIMULATOR_VERSION "\n";
-    } else {
-      Simulate(command, out, err);
-    }
+    Simulate(command, out, err);
     return 0;
   } catch (const Fault& fault) {
     err << kProgram << ": " << fault.Description() << '\n';
-    return 2;
+    return kUsageFailed;
   }
 }
 

@@ -1,10 +1,9 @@
 // The command line of fathomline-simulate.
 #pragma once
 
+#include <optional>
 #include <ostream>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "simulator/outlets.h"
@@ -26,17 +25,18 @@ struct SimulateCommand {
   double speed = 1.0;                 // simulated seconds a second; 0: as fast as can be
   std::string output;                 // empty: standard output, or not written where it is live
   std::string truth;                  // empty: not written
-  bool help = false;
-  bool version = false;
 };
 
-// Raises InvalidCall, with a line for the user, where an argument is wrong.
-SimulateCommand ParseSimulateCommand(std::span<const std::string_view> arguments);
+// Fills the command from the arguments (without the program's name). Returns the exit status where
+// there is nothing to be simulated: help or version has been told on `out`, or what is wrong in one
+// line on `err`.
+std::optional<int> ReadSimulateCommand(const std::vector<std::string>& arguments,
+                                       SimulateCommand& command, std::ostream& out,
+                                       std::ostream& err);
 
-// Does what the arguments (without the program's name) ask for. Returns the exit status: 0, or 2
-// with one line on `err`. A live simulation tells on `out`, a line each, where it can be had, and
-// on `err` who comes and goes.
-int RunSimulateCommand(std::span<const std::string_view> arguments, std::ostream& out,
+// Does what the arguments ask for. Returns the exit status: 0, or 2 with one line on `err`. A live
+// simulation tells on `out`, a line each, where it can be had, and on `err` who comes and goes.
+int RunSimulateCommand(const std::vector<std::string>& arguments, std::ostream& out,
                        std::ostream& err);
 
 }  // namespace fathomline::simulator
