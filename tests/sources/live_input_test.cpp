@@ -225,5 +225,32 @@ TEST_F(Live, ClosingTheLinksOfASystemFreesItsPort) {
   EXPECT_EQ(records.Comport(6).System, 2);
 }
 
+TEST(LiveInputsEnd, ClosesEveryLinkAndHearsThemNoMore) {
+  ScriptedFace face;
+  Desktop desktop(face);
+  Records records;
+  HeadlessLinks links;
+  RecordedLines sink;
+  RecordedFaults faults;
+  {
+    const LiveInput input(records, links, desktop, sink, faults);
+    for (int port = 1; port <= kSerialPorts; ++port) links.MSComm1(port).Open();
+    for (int system = 1; system <= kSystems; ++system) {
+      links.Winsock1(system).Connect();
+      links.WinsockUDP(system).Bind(system);
+    }
+  }
+  for (int port = 1; port <= kSerialPorts; ++port) {
+    const SerialLink& link = links.MSComm1(port);
+    EXPECT_FALSE(link.PortOpen() || link.onComm || link.onLost) << port;
+  }
+  for (int system = 1; system <= kSystems; ++system) {
+    const TcpLink& tcp = links.Winsock1(system);
+    EXPECT_TRUE(tcp.State() == LinkState::Closed && !tcp.onDataArrival && !tcp.onError) << system;
+    const UdpLink& udp = links.WinsockUDP(system);
+    EXPECT_TRUE(udp.State() == LinkState::Closed && !udp.onDataArrival) << system;
+  }
+}
+
 }  // namespace
 }  // namespace fathomline
