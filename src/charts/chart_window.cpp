@@ -81,9 +81,13 @@ void ChartWindow::LoadView() {
 
 bool ChartWindow::QueryUnload(CloseReason reason) {
   if (reason != CloseReason::User || records_.Closing) return true;
+  ChartWindow::PutAway();
+  return false;
+}
+
+void ChartWindow::PutAway() {
   Hide();
   SetFlag(false);
-  return false;
 }
 
 std::vector<Layout> ChartWindow::ControlRow() {

@@ -59,6 +59,9 @@ class ChartWindow : public SystemView {
   // Lets charts whose time axes are automatic show one span.
   void Refresh() override;
 
+  // It goes on plotting.
+  void PutAway() override;
+
   Label Label1{*this, "Label1", "Time Axis"};
   Choices cmbOption{*this, "cmbOption", ChoicesKind::Combo};
   Choices cmbInterval{*this, "cmbInterval", ChoicesKind::Combo};

@@ -129,13 +129,17 @@ void ChartWindows::OpenSNR(int system, int row) {
   SNROf(system, row).ShowView();
 }
 
-void ChartWindows::OpenSatellite(int system, int slot) {
+frmTimeSeriesGSV_SVbySV& ChartWindows::SatelliteWindow(int system, int slot) {
   if (!IsSlot(slot)) Raise(FaultNumber::OutOfRange);
   auto& window = snr_[system].BySatellite[slot];
   if (!window) {
     window = std::make_unique<frmTimeSeriesGSV_SVbySV>(surroundings_, system, slot);
   }
-  window->ShowView();
+  return *window;
+}
+
+void ChartWindows::OpenSatellite(int system, int slot) {
+  SatelliteWindow(system, slot).ShowView();
 }
 
 void ChartWindows::OpenAnalysed(int system) {

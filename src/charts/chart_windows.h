@@ -49,6 +49,8 @@ class ChartWindows {
   void OpenSkyplot(int system) { skyplots_[system]->ShowView(); }
   void OpenSNR(int system, int row);
   void OpenSatellite(int system, int slot);
+  // The window of one satellite, which is made when it is first asked for.
+  frmTimeSeriesGSV_SVbySV& SatelliteWindow(int system, int slot);
   // Opens everything that the analysed sentences of the system feed.
   void OpenAnalysed(int system);
 

@@ -110,6 +110,11 @@ frmScatter::frmScatter(const ViewSurroundings& surroundings, int system,
   SetContent(TChart1);
 }
 
+void frmScatter::PutAway() {
+  Hide();
+  SetFlag(false);
+}
+
 void frmScatter::LoadView() {
   range_ = kFirstRange;
   NameAxes();

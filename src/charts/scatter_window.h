@@ -52,6 +52,8 @@ class frmScatter : public SystemView {
   // Metres north and east; nothing happens where one is NoValue. The scale follows the points that
   // stood before this one.
   void AddScatterPoint(float deltaLat, float deltaLon);
+  // It goes on plotting.
+  void PutAway() override;
 
   // The circles that hold 68% and 95% of the fixes of the latest sentence type. One whose figure
   // lies beyond the bins of the statistics is not drawn.

@@ -166,6 +166,11 @@ bool frmTimeSeriesSNR::QueryUnload(CloseReason reason) {
                               .defaultNo = true}) == Answer::Yes;
 }
 
+void frmTimeSeriesSNR::PutAway() {
+  ChartWindow::PutAway();
+  if (anyOther_()) SetFlag(true);
+}
+
 void frmTimeSeriesSNR::UnloadView() {
   if (anyOther_()) SetFlag(true);
 }

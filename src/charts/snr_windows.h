@@ -83,6 +83,8 @@ class frmTimeSeriesSNR : public ChartWindow {
   // Gives all charts one left scale.
   void Refresh() override;
 
+  void PutAway() override;
+
   MenuItem mnuWindow{*this, "mnuWindow", "&Window"};
 
  protected:

@@ -67,6 +67,10 @@ void MainMenu::PlugWindowMenu() {
   arrange(mainWindow_.mnuWindowTileHorizontal, Arrangement::TileHorizontally);
   arrange(mainWindow_.mnuWindowTileVertical, Arrangement::TileVertically);
   arrange(mainWindow_.mnuWindowArrangeIcons, Arrangement::Icons);
+  mainWindow_.mnuWindowNext.onClick = [this] { desktop_.RaiseNext(); };
+  mainWindow_.mnuToolsPlay.onClick = [this] { mainWindow_.PressPlayOrPause(); };
+  mainWindow_.mnuToolsStep.onClick = [this] { mainWindow_.PressStep(); };
+  mainWindow_.mnuToolsStop.onClick = [this] { mainWindow_.PressStop(); };
 }
 
 void MainMenu::PlugOptionsAndHelp() {

@@ -8,6 +8,7 @@
 #include "base/settings.h"
 #include "pipeline/engine.h"
 #include "session/error_log.h"
+#include "session/layouts.h"
 #include "session/main_menu.h"
 #include "session/session_control.h"
 #include "session/session_setup.h"
@@ -58,8 +59,9 @@ struct RunningSession {
                 setupDialog, control, input, trial),
         menu(around.engine, around.desktop, around.settings, around.windows, setupDialog, control,
              startUp),
-        tools(around.engine, around.desktop, around.clock, around.settings, keeper,
-              around.windows) {
+        tools(around.engine, around.desktop, around.clock, around.settings, keeper, around.windows),
+        layouts(around.desktop, around.windows,
+                {&tools.sources, &tools.sentenceLog, &tools.satellites}, around.settings, startUp) {
     control.onReset = [this] { trial.Clear(); };
   }
 
@@ -75,6 +77,7 @@ struct RunningSession {
   StartUp startUp;
   MainMenu menu;
   Tools tools;
+  Layouts layouts;
 };
 
 }  // namespace fathomline

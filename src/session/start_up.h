@@ -1,6 +1,7 @@
 // How the program comes up, how a setup is brought into force, and how the program goes down.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -64,6 +65,10 @@ class StartUp {
   // Ends the program as File Exit does, but asks and tells nothing, whatever else is going on.
   // Before it has started, nothing is saved.
   void EndAtOnce();
+
+  // Run when the windows that the setup brings back stand, and before the windows go at the end.
+  std::function<void()> onOpened;
+  std::function<void()> onLeaving;
 
  private:
   void ReadFirstSetup();

@@ -117,8 +117,11 @@ void ToolBar::Reset() {
 MenuItem::MenuItem(Window& window, std::string_view name, std::string_view caption)
     : Control(ControlKind::MenuItem, window, name, caption) {}
 
-MenuItem::MenuItem(MenuItem& menu, std::string_view name, std::string_view caption)
-    : Control(ControlKind::MenuItem, menu.OwningWindow(), name, caption), menu_(&menu) {}
+MenuItem::MenuItem(MenuItem& menu, std::string_view name, std::string_view caption,
+                   std::string_view shortcut)
+    : Control(ControlKind::MenuItem, menu.OwningWindow(), name, caption),
+      menu_(&menu),
+      shortcut_(shortcut) {}
 
 void MenuItem::Click() {
   for (const MenuItem* item = this; item != nullptr; item = item->menu_) {

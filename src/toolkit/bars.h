@@ -94,14 +94,18 @@ class ToolBar : public Control {
 };
 
 // An entry of the window's menu bar, or of another entry. The text is its caption, with a mnemonic
-// behind "&"; "-" draws a dividing line. Entries stand in the order in which they are built.
+// behind "&"; "-" draws a dividing line. Entries stand in the order in which they are built. The
+// shortcut is a combination of keys such as "Ctrl+S", which chooses the entry wherever the user is
+// in the window; the menu shows it.
 class MenuItem : public Control {
  public:
   MenuItem(Window& window, std::string_view name, std::string_view caption);
-  MenuItem(MenuItem& menu, std::string_view name, std::string_view caption);
+  MenuItem(MenuItem& menu, std::string_view name, std::string_view caption,
+           std::string_view shortcut = {});
 
   // The entry that this one belongs to; none for the entries of the menu bar.
   const MenuItem* Menu() const { return menu_; }
+  const std::string& Shortcut() const { return shortcut_; }
   bool Checked() const { return checked_; }
   void SetChecked(bool checked) { Change(checked_, checked); }
 
@@ -115,6 +119,7 @@ class MenuItem : public Control {
 
  private:
   const MenuItem* menu_ = nullptr;
+  std::string shortcut_;
   bool checked_ = false;
   bool designChecked_ = false;
 };

@@ -135,6 +135,11 @@ std::vector<Window*> Desktop::WindowsToArrange() const {
   return windows;
 }
 
+void Desktop::RaiseNext() {
+  const std::vector<Window*> windows = WindowsToArrange();
+  if (windows.size() > 1) Raise(*windows.front());
+}
+
 Answer Desktop::Ask(const MessageBox& box) {
   const std::pair<std::string, std::string> key(box.title, box.kind);
   if (!asks_ || (box.canBeSilenced && silenced_.contains(key))) {

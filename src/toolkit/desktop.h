@@ -63,6 +63,11 @@ class Desktop : public Dialogs {
   std::vector<Window*> ShownChildren() const;
   // Shows it and returns when it has been closed or hidden. Other windows take no input meanwhile.
   void ShowModal(Window& window);
+  // The child window that stands behind all others comes in front, so that repeating it visits each
+  // of them; those that are minimised stay.
+  void RaiseNext();
+  // The user has closed this child window, or hidden it so. It still says where it stood.
+  std::function<void(Window& window)> onUserClosed;
   // The window that alone takes input, if any.
   Window* Modal() const { return modal_.empty() ? nullptr : modal_.back(); }
 

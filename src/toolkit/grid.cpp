@@ -1,9 +1,13 @@
 #include "toolkit/grid.h"
 
 #include <algorithm>
+#include <compare>
+#include <numeric>
 #include <ostream>
 
 #include "base/csv.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "toolkit/window.h"
 
 namespace fathomline {
@@ -11,6 +15,31 @@ namespace fathomline {
 namespace {
 
 const std::string kEmptyCell;
+
+enum class SortRank : std::uint8_t { Number, Text, None };
+
+// By what a cell stands in order: numbers before texts.
+struct SortKey {
+  SortRank rank = SortRank::None;
+  double number = 0.0;
+  std::string text = {};
+
+  auto operator<=>(const SortKey&) const = default;
+};
+
+SortKey KeyOf(const Grid& grid, int row, int column) {
+  const bool figures = !grid.HoldsText(column);
+  if (figures && grid.sortKey) {
+    const auto value = grid.sortKey(row, column);
+    return value ? SortKey{SortRank::Number, *value} : SortKey{};
+  }
+  const std::string_view text = Trim(grid.Text(row, column));
+  if (text.empty() || text == "n/a") return {};
+  const auto digit = text.find_first_not_of("+-.");
+  const bool number = digit < 2 && text[digit] >= '0' && text[digit] <= '9';
+  if (figures && number) return {SortRank::Number, ReadNumber(text), std::string(text)};
+  return {SortRank::Text, 0.0, UpperCase(text)};
+}
 
 std::size_t Size(int count) {
   return static_cast<std::size_t>(std::max(count, 0));
@@ -104,6 +133,16 @@ void Grid::SetCellColour(int row, int column, std::optional<Colour> colour) {
   Touch();
 }
 
+const std::string& Grid::HeadTip(int row, int column) const {
+  const auto found = headTips_.find({row, column});
+  return found == headTips_.end() ? kEmptyCell : found->second;
+}
+
+void Grid::SetHeadTip(int row, int column, std::string_view text) {
+  Check(row, column);
+  headTips_.insert_or_assign({row, column}, std::string(text));
+}
+
 void Grid::MarkRow(int row) {
   if (row < 0 || row >= Rows()) Raise(FaultNumber::OutOfRange);
   markedRow_ = row;
@@ -112,13 +151,15 @@ void Grid::MarkRow(int row) {
 }
 
 void Grid::WriteCsv(std::ostream& out) const {
-  for (int row = 0; row < Rows(); ++row) {
+  const auto write = [&](int row) {
     for (int column = 0; column < Columns(); ++column) {
       if (column > 0) out << ',';
       WriteCsvCell(out, Text(row, column));
     }
     out << '\n';
-  }
+  };
+  for (int row = 0; row < std::min(heads_.rows, Rows()); ++row) write(row);
+  for (const int row : RowsInOrder()) write(row);
 }
 
 void Grid::ClickRow(int row, int x, int y) {
@@ -129,8 +170,38 @@ void Grid::ClickRow(int row, int x, int y) {
 
 void Grid::ClickHead(int column) {
   OwningWindow().UserAct(*this, [this, column] {
+    if (sortable_) NextOrder(column);
     if (onClickHead) onClickHead(column);
   });
+}
+
+void Grid::NextOrder(int column) {
+  if (order_.column != column) {
+    SetOrder({column, false});
+  } else if (!order_.descending) {
+    SetOrder({column, true});
+  } else {
+    SetOrder({});
+  }
+}
+
+std::vector<int> Grid::RowsInOrder() const {
+  const int heads = std::min(heads_.rows, Rows());
+  std::vector<int> rows(Size(Rows() - heads));
+  std::iota(rows.begin(), rows.end(), heads);
+  if (order_.column < 0 || order_.column >= Columns()) return rows;
+  std::vector<SortKey> keys(Size(Rows()));
+  for (const int row : rows) keys[Size(row)] = KeyOf(*this, row, order_.column);
+  std::stable_sort(rows.begin(), rows.end(), [&](int a, int b) {
+    const SortKey& first = keys[Size(order_.descending ? b : a)];
+    const SortKey& second = keys[Size(order_.descending ? a : b)];
+    // What has no value comes last whichever way the others run.
+    const bool noA = keys[Size(a)].rank == SortRank::None;
+    const bool noB = keys[Size(b)].rank == SortRank::None;
+    if (noA || noB) return !noA && noB;
+    return first < second;
+  });
+  return rows;
 }
 
 void Grid::Seal() {

@@ -49,19 +49,26 @@ class Grid : public Control {
   std::optional<Colour> CellColour(int row, int column) const;
   void SetCellColour(int row, int column, std::optional<Colour> colour);
 
+  // What is told of a head, of a column or a row, to who points at it: what stands there and in
+  // which unit. To set it for a cell that is not there raises OutOfRange.
+  const std::string& HeadTip(int row, int column) const;
+  void SetHeadTip(int row, int column, std::string_view text);
+
   // The row that the program has picked out, such as one that was searched for; 0 for none. The
   // desktop selects it and brings it into view whenever the number of marks has grown.
   void MarkRow(int row);
   int MarkedRow() const { return markedRow_; }
   std::uint64_t Marks() const { return marks_; }
 
-  // All rows, heads included, as comma-separated values (RFC 4180, but for its line ends: LF).
+  // All rows, heads first, in the order in which they are seen, as comma-separated values (RFC
+  // 4180, but for its line ends: LF).
   void WriteCsv(std::ostream& out) const;
 
   // Grows when rows, columns or widths change; the revision grows with the texts too.
   std::uint64_t Shape() const { return shape_; }
 
-  // The column by which the rows stand in order, for the desktop to mark; none: -1.
+  // The column by which the rows stand in order, for the desktop to mark; none: -1, and the rows
+  // stand as they came.
   struct Order {
     int column = -1;
     bool descending = false;
@@ -71,8 +78,21 @@ class Grid : public Control {
   const Order& ShownOrder() const { return order_; }
   void SetOrder(Order order) { Change(order_, order); }
 
-  // The user clicks the head of a column. Only a grid with a handler can be clicked there.
+  // Lets the user put the rows of a list in order. The cells stay where they are; it is the desktop
+  // that shows them by RowsInOrder.
+  void SetSortable() { sortable_ = true; }
+  bool Sortable() const { return sortable_; }
+  // The value of a cell in a column of figures, none where it has none. Without it they stand in
+  // order by the number that their text begins with. Cells without a value come last.
+  std::function<std::optional<double>(int row, int column)> sortKey;
+  // The rows below the head rows as they are to be seen: all, by number.
+  std::vector<int> RowsInOrder() const;
+
+  // The user clicks the head of a column: a sortable list is put in order by it, then in the
+  // opposite order, then as its rows came. Only a grid with a handler, or a sortable one, can be
+  // clicked there.
   void ClickHead(int column);
+  bool HeadsClickable() const { return sortable_ || onClickHead; }
   std::function<void(int column)> onClickHead;
 
   // The user clicks into a row with the left button; x and y in twips from the window's corner.
@@ -95,15 +115,18 @@ class Grid : public Control {
 
   void Check(int row, int column) const;
   void Reshape();
+  void NextOrder(int column);
 
   Heads heads_;
   std::vector<int> textColumns_;
+  std::map<std::pair<int, int>, std::string> headTips_;
   Cells state_;
   Cells design_;
   Order order_;
   std::uint64_t shape_ = 0;
   std::uint64_t marks_ = 0;
   int markedRow_ = 0;
+  bool sortable_ = false;
 };
 
 }  // namespace fathomline

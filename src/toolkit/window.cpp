@@ -114,7 +114,11 @@ bool Window::FocusTo(Control& control) {
 }
 
 void Window::UserClose() {
-  Act([this] { Close(CloseReason::User); });
+  Act([this] {
+    const bool stood = visible_ && design_.style == WindowStyle::Child;
+    Close(CloseReason::User);
+    if (stood && !visible_ && desktop_.onUserClosed) desktop_.onUserClosed(*this);
+  });
 }
 
 void Window::UserPlace(const WindowPlace& place) {

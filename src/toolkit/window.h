@@ -135,7 +135,9 @@ class Window {
   // becomes a blank. With the words, a window's caption and all texts that stand in it whatever it
   // is fed with come before that, shown or not:
   //   words  what  text  text ...                 what: "caption", "layout", or the name of the
-  //                                               control, with "tip", "axes" or "note" behind it
+  //                                               control, with "tip", "axes", "note", "keys" (of
+  //                                               a menu entry) or "heads" (the tips of a grid's
+  //                                               heads) behind it
   enum class Texts : std::uint8_t { Shown, WithWords };
   void Write(std::ostream& out, Texts texts = Texts::Shown);
 

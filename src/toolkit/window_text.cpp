@@ -111,9 +111,30 @@ WordList WordsOf(const Control& control) {
   return words;
 }
 
+// Of the columns, then of the rows.
+WordList HeadTips(const Grid& grid) {
+  WordList tips;
+  const auto take = [&](int row, int column) {
+    const std::string& tip = grid.HeadTip(row, column);
+    if (!tip.empty()) tips.push_back(tip);
+  };
+  if (grid.Rows() > 0) {
+    for (int column = 0; column < grid.Columns(); ++column) take(0, column);
+  }
+  for (int row = 1; row < grid.Rows(); ++row) take(row, 0);
+  return tips;
+}
+
 void WriteControlWords(std::ostream& out, const Control& control) {
   WriteWords(out, control.Name(), WordsOf(control));
   WriteWords(out, control.Name() + " tip", {control.ToolTip()});
+  if (control.Kind() == ControlKind::MenuItem) {
+    WriteWords(out, control.Name() + " keys", {static_cast<const MenuItem&>(control).Shortcut()});
+  }
+  if (control.Kind() == ControlKind::Grid) {
+    const auto& grid = static_cast<const Grid&>(control);
+    WriteWords(out, control.Name() + " heads", HeadTips(grid));
+  }
   if (control.Kind() != ControlKind::Chart) return;
   const auto& chart = static_cast<const Chart&>(control);
   WriteWords(out, control.Name() + " axes",

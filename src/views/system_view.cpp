@@ -1,5 +1,7 @@
 #include "views/system_view.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "toolkit/desktop.h"
 #include "toolkit/window_places.h"
@@ -37,9 +39,13 @@ void SystemView::Reset(ViewState state) {
 }
 
 void SystemView::CloseUnlessFed() {
-  if (Setup().Enabled && (design_.feeds.empty() || Setup().AnalysesAny(design_.feeds))) return;
+  if (HasData()) return;
   Close();
   SetFlag(false);
+}
+
+bool SystemView::HasData() const {
+  return Setup().Enabled && (design_.feeds.empty() || Setup().AnalysesAny(design_.feeds));
 }
 
 void SystemView::Load() {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "base/settings.h"
 #include "records/records.h"
@@ -50,6 +51,11 @@ class SystemView : public Window {
   void CloseUnlessFed();
   // Brings it back empty, where the session says that views begin anew, in the state that is told.
   void Reset(ViewState state);
+  // Takes it off the desktop because the user wants other windows, without a question. Nothing that
+  // it has gathered is lost.
+  virtual void PutAway() { Close(); }
+  // Whether the system analyses anything that the view shows.
+  bool HasData() const;
 
  protected:
   SystemView(const ViewSurroundings& surroundings, int system, const SystemViewDesign& design);

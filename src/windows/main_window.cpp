@@ -152,7 +152,31 @@ bool frmMain::AnyViewVisible() const {
   });
 }
 
+const ToolBar::Button& frmMain::PlayOrPause() const {
+  if (!records_.Offline()) {
+    return tbOnline.ButtonAt(records_.OnlinePaused ? kStartButton : kPauseButton);
+  }
+  const ToolBar::Button& pause = tbOffline.ButtonAt(kReplayPause);
+  return pause.enabled ? pause : tbOffline.ButtonAt(kReplayPlay);
+}
+
+void frmMain::PressPlayOrPause() {
+  (records_.Offline() ? tbOffline : tbOnline).Click(PlayOrPause().key);
+}
+void frmMain::PressStep() {
+  if (records_.Offline()) tbOffline.Click(tbOffline.ButtonAt(kReplayStep).key);
+}
+void frmMain::PressStop() {
+  if (records_.Offline()) tbOffline.Click(tbOffline.ButtonAt(kReplayStop).key);
+}
+
 void frmMain::Refresh() {
+  const auto usable = [this](int button) {
+    return records_.Offline() && tbOffline.ButtonAt(button).enabled;
+  };
+  mnuToolsPlay.SetEnabled(PlayOrPause().enabled);
+  mnuToolsStep.SetEnabled(usable(kReplayStep));
+  mnuToolsStop.SetEnabled(usable(kReplayStop));
   const bool defined = records_.CommSetups[1].Enabled;
   lblHint.SetVisible(!defined || !AnyViewVisible());
   if (!defined) {

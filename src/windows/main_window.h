@@ -47,6 +47,11 @@ class frmMain : public Window {
 
   void Refresh() override;
 
+  // The entries of the menu Tools that press a button of the tool bar in use.
+  void PressPlayOrPause();
+  void PressStep();
+  void PressStop();
+
   // What opening does beyond the window itself, what is done before it goes, and when it goes.
   std::function<void()> onOpen;
   std::function<void()> onClosing;
@@ -56,18 +61,18 @@ class frmMain : public Window {
 
   MenuItem mnuFile{*this, "mnuFile", "&File"};
   MenuItem mnuFileNew{mnuFile, "mnuFileNew", "&New"};
-  MenuItem mnuFileOpen{mnuFile, "mnuFileOpen", "&Open..."};
+  MenuItem mnuFileOpen{mnuFile, "mnuFileOpen", "&Open...", "Ctrl+O"};
   MenuItem mnuFileBar1{mnuFile, "mnuFileBar1", "-"};
-  MenuItem mnuFileSave{mnuFile, "mnuFileSave", "&Save"};
+  MenuItem mnuFileSave{mnuFile, "mnuFileSave", "&Save", "Ctrl+S"};
   MenuItem mnuFileSaveAs{mnuFile, "mnuFileSaveAs", "Save &As..."};
   MenuItem mnuFileBar2{mnuFile, "mnuFileBar2", "-"};
   MenuItem mnuFilePageSetup{mnuFile, "mnuFilePageSetup", "Page Set&up..."};
   MenuItem mnuFilePrintPreview{mnuFile, "mnuFilePrintPreview", "Print Pre&view"};
-  MenuItem mnuFilePrint{mnuFile, "mnuFilePrint", "&Print Report"};
+  MenuItem mnuFilePrint{mnuFile, "mnuFilePrint", "&Print Report", "Ctrl+P"};
   MenuItem mnuFileBar3{mnuFile, "mnuFileBar3", "-"};
   MenuItem mnuFileMRU{mnuFile, "mnuFileMRU", "&Recent Files"};
   MenuItem mnuFileBar4{mnuFile, "mnuFileBar4", "-"};
-  MenuItem mnuFileExit{mnuFile, "mnuFileExit", "E&xit"};
+  MenuItem mnuFileExit{mnuFile, "mnuFileExit", "E&xit", "Ctrl+Q"};
 
   MenuItem mnuMode{*this, "mnuMode", "&Mode"};
   MenuItem mnuModeOnline{mnuMode, "mnuModeOnline", "O&nline"};
@@ -82,10 +87,15 @@ class frmMain : public Window {
   MenuItem mnuWindow{*this, "mnuWindow", "&Window"};
   MenuItem mnuWindowNewWindow{mnuWindow, "mnuWindowNewWindow", "&New Window..."};
   MenuItem mnuWindowBar1{mnuWindow, "mnuWindowBar1", "-"};
-  MenuItem mnuWindowCascade{mnuWindow, "mnuWindowCascade", "&Cascade"};
-  MenuItem mnuWindowTileHorizontal{mnuWindow, "mnuWindowTileHorizontal", "Tile &Horizontal"};
-  MenuItem mnuWindowTileVertical{mnuWindow, "mnuWindowTileVertical", "Tile &Vertical"};
+  MenuItem mnuWindowCascade{mnuWindow, "mnuWindowCascade", "&Cascade", "Ctrl+1"};
+  MenuItem mnuWindowTileHorizontal{mnuWindow, "mnuWindowTileHorizontal", "Tile &Horizontal",
+                                   "Ctrl+2"};
+  MenuItem mnuWindowTileVertical{mnuWindow, "mnuWindowTileVertical", "Tile &Vertical", "Ctrl+3"};
   MenuItem mnuWindowArrangeIcons{mnuWindow, "mnuWindowArrangeIcons", "&Arrange Icons"};
+  MenuItem mnuWindowBar2{mnuWindow, "mnuWindowBar2", "-"};
+  MenuItem mnuWindowNext{mnuWindow, "mnuWindowNext", "Ne&xt Window", "Ctrl+F6"};
+  MenuItem mnuWindowReopen{mnuWindow, "mnuWindowReopen", "&Reopen Closed Window", "Ctrl+Shift+T"};
+  MenuItem mnuWindowLayouts{mnuWindow, "mnuWindowLayouts", "&Layouts..."};
 
   MenuItem mnuOptions{*this, "mnuOptions", "&Options"};
   MenuItem mnuOptionLatLonFormat{mnuOptions, "mnuOptionLatLonFormat", "&Lat/Lon Format..."};
@@ -95,6 +105,8 @@ class frmMain : public Window {
                                         "AIS Binary Messages by &IALA Proposal"};
   MenuItem mnuOptionsBar1{mnuOptions, "mnuOptionsBar1", "-"};
   MenuItem mnuOptionsReconnect{mnuOptions, "mnuOptionsReconnect", "&Reconnect Lost Links"};
+  MenuItem mnuOptionsReopen{mnuOptions, "mnuOptionsReopen",
+                            "Reopen the &Windows of the Last Session"};
   MenuItem mnuOptionsLook{mnuOptions, "mnuOptionsLook", "L&ook"};
   // In the order of kLookChoices; the one in force is checked.
   ControlArray<MenuItem> mnuOptionsLookChoice{mnuOptionsLook, "mnuOptionsLookChoice", 0,
@@ -107,9 +119,13 @@ class frmMain : public Window {
   MenuItem mnuToolsBar1{mnuTools, "mnuToolsBar1", "-"};
   MenuItem mnuToolsTrialReport{mnuTools, "mnuToolsTrialReport", "Trial &Report..."};
   MenuItem mnuToolsKeepSamples{mnuTools, "mnuToolsKeepSamples", "&Keep Samples for a Trial Report"};
+  MenuItem mnuToolsBar2{mnuTools, "mnuToolsBar2", "-"};
+  MenuItem mnuToolsPlay{mnuTools, "mnuToolsPlay", "&Play or Pause", "F5"};
+  MenuItem mnuToolsStep{mnuTools, "mnuToolsStep", "St&ep", "F6"};
+  MenuItem mnuToolsStop{mnuTools, "mnuToolsStop", "St&op", "F7"};
 
   MenuItem mnuHelp{*this, "mnuHelp", "&Help"};
-  MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents"};
+  MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents", "F1"};
   MenuItem mnuHelpSearch{mnuHelp, "mnuHelpSearch", "&Search for Help On..."};
   MenuItem mnuHelpBar1{mnuHelp, "mnuHelpBar1", "-"};
   MenuItem mnuHelpAbout{mnuHelp, "mnuHelpAbout", "&About Fathomline..."};
@@ -124,6 +140,7 @@ class frmMain : public Window {
                     {"LOG", "LOG On"},
                     {"Connect 1", "Connect System1"}}};
   static constexpr int kStartButton = 1;
+  static constexpr int kPauseButton = 2;
   static constexpr int kLogButton = 6;
 
   ToolBar tbOffline{*this,
@@ -134,6 +151,10 @@ class frmMain : public Window {
                      {"STOP", "STOP", false},
                      {"Real time", "Real time"},
                      {"QUICK", "QUICK"}}};
+  static constexpr int kReplayPlay = 1;
+  static constexpr int kReplayStep = 2;
+  static constexpr int kReplayPause = 3;
+  static constexpr int kReplayStop = 4;
 
   // Tells what to do next while no view is open.
   Label lblHint{*this, "lblHint"};
@@ -154,6 +175,8 @@ class frmMain : public Window {
  private:
   MenuItem& SetupItem(int system);
   bool AnyViewVisible() const;
+  // The button that "Play or Pause" presses.
+  const ToolBar::Button& PlayOrPause() const;
   void ShowClock();
 
   const Records& records_;

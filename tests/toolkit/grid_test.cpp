@@ -1,5 +1,6 @@
 #include "toolkit/grid.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -73,6 +74,39 @@ TEST_F(GridTest, AMarkTellsTheDesktopEachTime) {
   window.Close();
   window.Show();
   EXPECT_EQ(grid.MarkedRow(), 0);
+}
+
+// Figures as numbers, texts as texts, what has no value last; a third click leaves the rows as they
+// came.
+TEST_F(GridTest, ASortableListStandsInOrderOfTheHeadThatIsClicked) {
+  using testing::ElementsAre;
+  Grid list{window, "fgList", 6, 2, {1, 0}};
+  list.SetSortable();
+  list.SetHoldsText(1);
+  const char* const cells[][2] = {{"SOG", "Name"}, {" 10.5", "9 LIVES"}, {"n/a", ""},
+                                  {"-2", "beta"},  {"9", "Alpha"},       {"", "10"}};
+  for (int row = 0; row < 6; ++row) {
+    for (int column = 0; column < 2; ++column) list.Set(row, column, cells[row][column]);
+  }
+  window.Show();
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(1, 2, 3, 4, 5));
+  list.ClickHead(0);
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(3, 4, 1, 2, 5));
+  list.ClickHead(0);
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(1, 4, 3, 2, 5));
+  list.ClickHead(1);
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(5, 1, 4, 3, 2));
+  list.ClickHead(1);
+  std::ostringstream out;
+  list.WriteCsv(out);
+  EXPECT_EQ(out.str(), "SOG,Name\n-2,beta\n9,Alpha\n 10.5,9 LIVES\n,10\nn/a,\n");
+  list.ClickHead(1);
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(1, 2, 3, 4, 5));
+
+  // By what the cells stand for rather than by what they say.
+  list.sortKey = [](int row, int) { return row == 3 ? std::nullopt : std::optional(-row * 1.0); };
+  list.ClickHead(0);
+  EXPECT_THAT(list.RowsInOrder(), ElementsAre(5, 4, 2, 1, 3));
 }
 
 }  // namespace

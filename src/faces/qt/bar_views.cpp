@@ -141,6 +141,8 @@ void MenuView::Add(MenuItem& item) {
   } else {
     action = menus_.value(above)->addAction(QString());
     action->setSeparator(item.Text() == "-");
+    action->setShortcut(
+        QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
   }
   action->setObjectName(ToQt(item.Name()));
   QObject::connect(action, &QAction::triggered, &bar_, [this, &item] {

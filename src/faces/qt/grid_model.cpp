@@ -6,6 +6,7 @@
 #include "faces/qt/look.h"
 
 namespace fathomline {
+
 GridModel::GridModel(const Grid& grid) : grid_(&grid), heads_(grid.ShownHeads()) {
   Follow();
 }
@@ -14,6 +15,7 @@ void GridModel::Forget() {
   beginResetModel();
   grid_ = nullptr;
   rows_ = columns_ = 0;
+  order_.clear();
   endResetModel();
 }
 
@@ -49,6 +51,7 @@ bool GridModel::Follow() {
       FollowShape(rows);
     }
   }
+  FollowOrder();
   FollowHeads();
   for (int column = 0; column < columns_; ++column) {
     int& longest = longest_[static_cast<std::size_t>(column)];
@@ -71,6 +74,32 @@ void GridModel::FollowShape(int rows) {
     rows_ = rows;
     endRemoveRows();
   }
+}
+
+int GridModel::RowOf(int gridRow) const {
+  const auto found = std::find(order_.begin(), order_.end(), gridRow);
+  const auto row = found - order_.begin();
+  if (!order_.empty()) return found == order_.end() ? -1 : static_cast<int>(row);
+  return gridRow >= HeadRows() && gridRow - HeadRows() < rows_ ? gridRow - HeadRows() : -1;
+}
+
+// What is selected stays selected, wherever its row goes.
+void GridModel::FollowOrder() {
+  std::vector<int> order;
+  if (grid_->ShownOrder().column >= 0) order = grid_->RowsInOrder();
+  if (order == order_) return;
+  emit layoutAboutToBeChanged();
+  const QModelIndexList before = persistentIndexList();
+  std::vector<int> rows;
+  for (const QModelIndex& index : before) rows.push_back(GridRow(index.row()));
+  order_ = std::move(order);
+  QModelIndexList after;
+  for (qsizetype i = 0; i < before.size(); ++i) {
+    const int row = RowOf(rows[static_cast<std::size_t>(i)]);
+    after.append(row < 0 ? QModelIndex() : index(row, before[i].column()));
+  }
+  changePersistentIndexList(before, after);
+  emit layoutChanged();
 }
 
 // A changed head makes the view lay out all of its headers, so it is told of real changes only.
@@ -136,6 +165,11 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
   if (role == Qt::DisplayRole) {
     if (across) return HasColumnHeads() ? ColumnHead(section) : QString();
     return HasRowHeads() ? RowHead(section) : QString();
+  }
+  if (role == Qt::ToolTipRole && grid_ != nullptr) {
+    const std::string& tip =
+        across ? grid_->HeadTip(0, GridColumn(section)) : grid_->HeadTip(GridRow(section), 0);
+    return tip.empty() ? QVariant() : ToolTipOf(ToQt(tip));
   }
   if (role == Qt::TextAlignmentRole && !across) {
     return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));

@@ -29,7 +29,12 @@ class GridModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
   // Of the grid, for a row or column of the model.
-  int GridRow(int row) const { return row + HeadRows(); }
+  int GridRow(int row) const {
+    const auto at = static_cast<std::size_t>(row);
+    return at < order_.size() ? order_[at] : row + HeadRows();
+  }
+  // The row of the model that shows a row of the grid; none of them: -1.
+  int RowOf(int gridRow) const;
   int GridColumn(int column) const { return column + HeadColumns(); }
   QString Cell(int gridRow, int gridColumn) const;
   bool HasRowHeads() const { return HeadColumns() > 0; }
@@ -45,11 +50,14 @@ class GridModel : public QAbstractTableModel {
   QString RowHead(int row) const { return Cell(GridRow(row), 0); }
   void FollowShape(int rows);
   void FollowHeads();
+  void FollowOrder();
 
   const Grid* grid_;
   Grid::Heads heads_;
   int rows_ = 0;
   int columns_ = 0;
+  // The grid's rows as they are shown; empty while they stand as they came.
+  std::vector<int> order_;
   std::uint64_t shape_ = 0;
   std::vector<int> widths_;
   std::vector<int> longest_;

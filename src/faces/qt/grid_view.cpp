@@ -154,7 +154,7 @@ GridView::GridView(ViewContext& context, Grid& grid)
   if (!model_->HasRowHeads()) table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->horizontalHeader()->setHighlightSections(false);
   table_->verticalHeader()->setHighlightSections(false);
-  if (grid.onClickHead) {
+  if (grid.HeadsClickable()) {
     table_->horizontalHeader()->setSectionsClickable(true);
     QObject::connect(
         table_->horizontalHeader(), &QHeaderView::sectionClicked, table_,
@@ -181,8 +181,8 @@ void GridView::Update() {
   }
   if (marks_ == grid_.Marks()) return;
   marks_ = grid_.Marks();
-  const int row = grid_.MarkedRow() - model_->GridRow(0);
-  if (row < 0 || row >= model_->rowCount()) return;
+  const int row = model_->RowOf(grid_.MarkedRow());
+  if (row < 0) return;
   table_->selectRow(row);
   table_->scrollTo(model_->index(row, 0));
 }
@@ -296,6 +296,13 @@ void GridView::ShowMenu(const QPoint& at) {
   menu->addAction(QStringLiteral("Copy with &heads"), table_, [copy] { copy(true); });
   menu->addAction(QStringLiteral("Select &all"), table_, [this] { table_->selectAll(); });
   menu->addSeparator();
+  if (grid_.HeadsClickable() && table_->currentIndex().isValid()) {
+    const int column = table_->currentIndex().column();
+    QString head = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    head.replace(QLatin1Char('&'), QLatin1String("&&"));
+    menu->addAction(QStringLiteral("S&ort by %1").arg(head), table_,
+                    [this, column] { User([&] { grid_.ClickHead(model_->GridColumn(column)); }); });
+  }
   menu->addAction(QStringLiteral("&Save as CSV ..."), table_,
                   [this] { User([this] { SaveAsFile(); }); });
   menu->popup(at);
