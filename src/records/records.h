@@ -142,14 +142,14 @@ struct SentenceMark {
 using SentenceMarks = std::array<SentenceMark, 2>;
 
 // What is known of a sentence everywhere: whether a system analyses it, where its latest one is
-// kept, what it tells its user, and how it is recognised.
+// kept, its full name, and how it is recognised.
 template <class RecordType>
 struct SentenceRow {
   using Record = RecordType;
   static constexpr SentenceType kType = kTypeOf<Record>;
   bool CommSetup::*analysed;
   Message<Record> SystemMessages::*message;
-  std::string_view tells;
+  std::string_view name;  // in full, with what it tells
   SentenceMarks marks = {{{4, Record::kForm.type}}};
 };
 template <class Record>
@@ -163,33 +163,37 @@ SentenceRow(bool CommSetup::*, Message<Record> SystemMessages::*, const char*, S
 // sentence walks this table; a further one begins here.
 inline constexpr std::tuple kSentences{
     SentenceRow{&CommSetup::AnalyseGGA, &SystemMessages::GGA,
-                "Position, height and quality of a GPS fix"},
+                "Global Positioning System fix data: position, height and quality"},
     SentenceRow{&CommSetup::AnalyseGNS, &SystemMessages::GNS,
-                "Position and height of a fix from several satellite systems"},
-    SentenceRow{&CommSetup::AnalyseGLL, &SystemMessages::GLL, "Position"},
+                "GNSS fix data: position and height from several satellite systems"},
+    SentenceRow{&CommSetup::AnalyseGLL, &SystemMessages::GLL,
+                "Geographic position: latitude and longitude"},
     SentenceRow{&CommSetup::AnalyseRMC, &SystemMessages::RMC,
-                "Position, speed and course, date and time"},
-    SentenceRow{&CommSetup::AnalyseVTG, &SystemMessages::VTG, "Speed and course over ground"},
+                "Recommended minimum GNSS data: position, speed and course, date and time"},
+    SentenceRow{&CommSetup::AnalyseVTG, &SystemMessages::VTG,
+                "Course over ground and ground speed"},
     SentenceRow{&CommSetup::AnalyseGSA, &SystemMessages::GSA,
-                "Satellites used and dilution of precision"},
-    SentenceRow{&CommSetup::AnalyseGST, &SystemMessages::GST, "Error statistics of the position"},
+                "GNSS DOP and active satellites: the satellites used, dilution of precision"},
+    SentenceRow{&CommSetup::AnalyseGST, &SystemMessages::GST,
+                "GNSS pseudorange error statistics: the receiver's own figures of its errors"},
     SentenceRow{&CommSetup::AnalyseGSV,
                 &SystemMessages::GSV,
-                "Satellites in view",
+                "GNSS satellites in view",
                 {{{4, "GSV"}, {5, "GSV"}}}},
-    SentenceRow{&CommSetup::AnalyseZDA, &SystemMessages::ZDA, "Date and time"},
-    SentenceRow{&CommSetup::AnalyseHDT, &SystemMessages::HDT, "True heading"},
+    SentenceRow{&CommSetup::AnalyseZDA, &SystemMessages::ZDA, "Time and date"},
+    SentenceRow{&CommSetup::AnalyseHDT, &SystemMessages::HDT, "Heading, true"},
     SentenceRow{&CommSetup::AnalyseATT,
                 &SystemMessages::ATT,
-                "Heading, pitch and roll ($PFEC,GPatt)",
+                "Attitude: heading, pitch and roll ($PFEC,GPatt)",
                 {{{9, "att"}}}},
     SentenceRow{&CommSetup::AnalyseROT, &SystemMessages::ROT, "Rate of turn"},
-    SentenceRow{&CommSetup::AnalyseVHW, &SystemMessages::VHW, "Speed through water and heading"},
+    SentenceRow{&CommSetup::AnalyseVHW, &SystemMessages::VHW, "Water speed and heading"},
     SentenceRow{&CommSetup::AnalyseDBT, &SystemMessages::DBT, "Depth below transducer"},
-    SentenceRow{&CommSetup::AnalyseTTM, &SystemMessages::TTM, "Tracked radar targets"},
+    SentenceRow{&CommSetup::AnalyseTTM, &SystemMessages::TTM,
+                "Tracked target message: radar targets"},
     SentenceRow{&CommSetup::AnalyseVDM,
                 &SystemMessages::VDM,
-                "AIS messages (VDM and VDO)",
+                "AIS VHF data-link messages (VDM and VDO)",
                 {{{4, "VDM"}, {4, "VDO"}}}}};
 
 template <class Record>

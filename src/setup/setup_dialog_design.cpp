@@ -8,6 +8,7 @@
 #include "base/format.h"
 #include "base/numbers.h"
 #include "setup/setup_dialog.h"
+#include "views/definitions.h"
 
 namespace fathomline {
 namespace {
@@ -41,7 +42,7 @@ std::deque<CheckBox> frmSetup::MakeSentenceBoxes(Frame& frame) {
   std::deque<CheckBox> boxes;
   const auto add = [&](const auto& sentence) {
     const std::string word = ToText(sentence.kType);
-    boxes.emplace_back(frame, "chk" + word, word).SetToolTip(sentence.tells);
+    boxes.emplace_back(frame, "chk" + word, word).SetToolTip(NameOfSentence(sentence.kType));
   };
   std::apply([&](const auto&... sentence) { (add(sentence), ...); }, kSentences);
   return boxes;

@@ -111,12 +111,12 @@ WordList WordsOf(const Control& control) {
   return words;
 }
 
-// Of the columns, then of the rows.
+// Of the columns, then of the rows; the same one behind the other counts once.
 WordList HeadTips(const Grid& grid) {
   WordList tips;
   const auto take = [&](int row, int column) {
     const std::string& tip = grid.HeadTip(row, column);
-    if (!tip.empty()) tips.push_back(tip);
+    if (!tip.empty() && (tips.empty() || tips.back() != tip)) tips.push_back(tip);
   };
   if (grid.Rows() > 0) {
     for (int column = 0; column < grid.Columns(); ++column) take(0, column);

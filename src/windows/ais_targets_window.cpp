@@ -4,11 +4,13 @@
 #include <bit>
 #include <cmath>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/numbers.h"
 #include "base/text.h"
+#include "views/definitions.h"
 #include "windows/target_texts.h"
 
 namespace fathomline {
@@ -34,24 +36,38 @@ std::string ROTText(const TargetView& view) {
   return text;
 }
 
+// By what a list is put in order; none where the cell says "n/a".
+using TargetKey = std::optional<double> (*)(const TargetView& view);
+template <auto Member>
+std::optional<double> Key(const TargetView& view) {
+  const auto value = static_cast<double>(view.target.*Member);
+  return value == NoValue ? std::nullopt : std::optional(value);
+}
+std::optional<double> TimeKey(const TargetView& view) {
+  return view.target.LastMessage.days;
+}
+std::optional<double> IndexKey(const TargetView& view) {
+  return view.index;
+}
+
 struct ListColumn {
   std::string_view heading;
   TargetCell text;
-  int width = 0;           // twips; 0 leaves it to the desktop
-  bool holdsText = false;  // no figures
+  TargetKey key;  // none: a column of texts
+  int width = 0;  // twips; 0 leaves it to the desktop
 };
 
 constexpr std::array<ListColumn, 10> kColumns = {{
-    {"MMSI", MMSIText},
-    {"Name", TargetText<&AISTarget::Name>, 3200, true},
-    {"Lat", TargetLatitude, 1500},
-    {"Lon", TargetLongitude},
-    {"SOG", TargetValue<&AISTarget::SOG>},
-    {"COG", TargetValue<&AISTarget::COG>},
-    {"HDG", TargetValue<&AISTarget::Heading>},
-    {"ROT", ROTText},
-    {"Time last msg", TargetTime<&AISTarget::LastMessage>},
-    {"Index", IndexText},
+    {"MMSI", MMSIText, Key<&AISTarget::MMSI>},
+    {"Name", TargetText<&AISTarget::Name>, nullptr, 3200},
+    {"Lat", TargetLatitude, Key<&AISTarget::Latitude>, 1500},
+    {"Lon", TargetLongitude, Key<&AISTarget::Longitude>},
+    {"SOG", TargetValue<&AISTarget::SOG>, Key<&AISTarget::SOG>},
+    {"COG", TargetValue<&AISTarget::COG>, Key<&AISTarget::COG>},
+    {"HDG", TargetValue<&AISTarget::Heading>, Key<&AISTarget::Heading>},
+    {"ROT", ROTText, Key<&AISTarget::ROT>},
+    {"Time last msg", TargetTime<&AISTarget::LastMessage>, TimeKey},
+    {"Index", IndexText, IndexKey},
 }};
 constexpr int kMMSIColumn = 0;
 constexpr int kNameColumn = 1;
@@ -113,9 +129,15 @@ frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
   for (const ListColumn& design : kColumns) {
     fgAISTargets.Set(0, column, design.heading);
     fgAISTargets.SetColumnWidth(column, design.width);
-    if (design.holdsText) fgAISTargets.SetHoldsText(column);
+    if (design.key == nullptr) fgAISTargets.SetHoldsText(column);
     ++column;
   }
+  DefineHeads(fgAISTargets, DefinedTable::AIS);
+  fgAISTargets.SetSortable();
+  fgAISTargets.sortKey = [this](int row, int sorted) {
+    return kColumns.at(static_cast<std::size_t>(sorted))
+        .key({store_.Target(Index(), row), row, records_});
+  };
   SetContent(Layout::Column({Layout::Form({{"&Search :", txtSearch}}), fgAISTargets,
                              Layout::Form({{"Application message :", lblDescription}})}));
 

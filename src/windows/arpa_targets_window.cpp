@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "decoding/coordinate_text.h"
+#include "views/definitions.h"
 
 namespace fathomline {
 namespace {
@@ -83,6 +84,8 @@ frmARPATargets::frmARPATargets(const ViewSurroundings& surroundings, int system)
     if (design.holdsText) fgARPATargets.SetHoldsText(column);
     ++column;
   }
+  DefineHeads(fgARPATargets, DefinedTable::ARPA);
+  fgARPATargets.SetSortable();
   SetContent(fgARPATargets);
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "views/definitions.h"
+
 namespace fathomline {
 namespace {
 
@@ -15,6 +17,7 @@ frmNumerics::SentenceFrame::SentenceFrame(Window& window, std::unique_ptr<Senten
     : numerics(std::move(shown)),
       type(numerics->Type()),
       frame(window, "frame" + ToText(type), ToText(type) + " Numerics") {
+  frame.SetToolTip(NameOfSentence(type));
   if (const int rows = static_cast<int>(numerics->Captions().size()); rows == 0) {
     label.emplace_back(frame, "lbl" + ToText(type), "See Skyplot Window");
   } else {
@@ -57,6 +60,7 @@ void frmNumerics::LoadView() {
       grid.Set(++row, 0, caption);
       grid.Set(row, 1, kEmptyCell);
     }
+    DefineHeads(grid, DefinedTable::Numerics);
   }
 }
 

@@ -12,6 +12,7 @@
 #include "base/numbers.h"
 #include "toolkit/desktop.h"
 #include "toolkit/window_places.h"
+#include "views/definitions.h"
 #include "windows/satellite_pictures.h"
 #include "windows/system_choices.h"
 
@@ -120,6 +121,7 @@ frmSatellites::frmSatellites(Desktop& desktop, const Records& records, Watch& wa
     fgSatellites.SetColumnWidth(column, design.width);
     ++column;
   }
+  DefineHeads(fgSatellites, DefinedTable::Satellites);
   picSignals.SetLeast({260, 120});
   cmbSystem.onChoose = [this] { ChooseSystem(); };
   fgSatellites.onClickHead = [this](int clicked) { ChooseOrder(clicked); };

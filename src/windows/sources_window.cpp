@@ -1,6 +1,7 @@
 #include "windows/sources_window.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "base/numbers.h"
 #include "toolkit/desktop.h"
 #include "toolkit/window_places.h"
+#include "views/definitions.h"
 #include "windows/source_marks.h"
 
 namespace fathomline {
@@ -22,24 +24,33 @@ constexpr const char* kNoSource =
 
 struct ListColumn {
   std::string_view heading;
-  int width = 0;  // twips; 0 leaves it to the desktop
+  int width = 0;           // twips; 0 leaves it to the desktop
+  bool holdsText = false;  // no figures
 };
 
-constexpr auto kSourceColumns = std::to_array<ListColumn>({{"State", 1100},
-                                                           {"System", 1800},
-                                                           {"Link", 700},
-                                                           {"Address", 2400},
-                                                           {"Condition", 2400},
+constexpr auto kSourceColumns = std::to_array<ListColumn>({{"State", 1100, true},
+                                                           {"System", 1800, true},
+                                                           {"Link", 700, true},
+                                                           {"Address", 2400, true},
+                                                           {"Condition", 2400, true},
                                                            {"Lines/s", 900},
                                                            {"Last line", 1100},
                                                            {"Checksum errors", 1500}});
-constexpr auto kSentenceColumns = std::to_array<ListColumn>({{"State", 1100},
+constexpr auto kSentenceColumns = std::to_array<ListColumn>({{"State", 1100, true},
                                                              {"System", 800},
-                                                             {"Talker", 800},
-                                                             {"Sentence", 1100},
+                                                             {"Talker", 800, true},
+                                                             {"Sentence", 1100, true},
                                                              {"Lines/s", 900},
                                                              {"Last line", 1100},
                                                              {"Lines", 1100}});
+
+// Of a figure; an age in seconds, whatever unit it is shown in.
+std::optional<double> ValueOf(const std::string& text) {
+  if (text.empty() || text.front() < '0' || text.front() > '9') return {};
+  const bool minutes = text.find(" min") != std::string::npos;
+  const bool hours = text.find(" h") != std::string::npos;
+  return ReadNumber(text) * (hours ? 3600.0 : minutes ? 60.0 : 1.0);
+}
 
 template <std::size_t Count>
 void SetHeads(Grid& grid, const std::array<ListColumn, Count>& columns) {
@@ -47,8 +58,12 @@ void SetHeads(Grid& grid, const std::array<ListColumn, Count>& columns) {
   for (const ListColumn& design : columns) {
     grid.Set(0, column, design.heading);
     grid.SetColumnWidth(column, design.width);
+    if (design.holdsText) grid.SetHoldsText(column);
     ++column;
   }
+  DefineHeads(grid, DefinedTable::Sources);
+  grid.SetSortable();
+  grid.sortKey = [&grid](int row, int sorted) { return ValueOf(grid.Text(row, sorted)); };
 }
 
 void SetRow(Grid& grid, int row, const Mark& mark, const std::vector<std::string>& texts) {

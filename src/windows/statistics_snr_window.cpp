@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/format.h"
+#include "views/definitions.h"
 #include "windows/statistics_columns.h"
 
 namespace fathomline {
@@ -88,6 +89,7 @@ void frmStatisticsSNR::LayOutGrid(ConstellationGrid& grid) {
     grid.grid.Set(0, column, head);
     for (int row = 1; row < kStatisticsRows; ++row) grid.grid.Set(row, column, kEmptyCell);
   }
+  DefineHeads(grid.grid, DefinedTable::SNR);
 }
 
 void frmStatisticsSNR::UpdateStatisticsView(SentenceType type) {

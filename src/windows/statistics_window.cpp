@@ -7,6 +7,7 @@
 #include "base/numbers.h"
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
+#include "views/definitions.h"
 #include "windows/statistics_columns.h"
 
 namespace fathomline {
@@ -29,7 +30,9 @@ frmStatistics::SentenceGrid::SentenceGrid(Window& window, const StatisticsGrid& 
     : design(table),
       frame(window, "frame" + ToText(table.type), ToText(table.type) + " Statistics"),
       grid(frame, "fg" + ToText(table.type), kStatisticsRows,
-           static_cast<int>(table.columns.size()) + 1) {}
+           static_cast<int>(table.columns.size()) + 1) {
+  frame.SetToolTip(NameOfSentence(table.type));
+}
 
 std::deque<frmStatistics::SentenceGrid> frmStatistics::MakeGrids(Window& window) {
   std::deque<SentenceGrid> grids;
@@ -113,10 +116,12 @@ void frmStatistics::WriteCaptions() {
     for (const StatisticsColumn& design : grid.design.columns) {
       grid.grid.Set(0, ++column, design.caption);
     }
+    DefineHeads(grid.grid, DefinedTable::Statistics);
   }
   WriteStatisticsCaptions(fgGSV_GPS, PercentileKind::Above);
   fgGSV_GPS.Set(0, 0, "PRN");
   for (int prn = 1; prn <= kGPSSatellites; ++prn) fgGSV_GPS.Set(0, prn, Format(prn, "00"));
+  DefineHeads(fgGSV_GPS, DefinedTable::SNR);
 }
 
 frmStatistics::SentenceGrid* frmStatistics::Find(SentenceType type) {

@@ -99,5 +99,29 @@ TEST(Words, StandInEveryWindow) {
   EXPECT_TRUE(listed.empty()) << listed.begin()->first << " is not there";
 }
 
+// Whoever points at the head of a table is told what stands there.
+TEST(Words, EveryHeadOfATableIsDefined) {
+  TestProgram session;
+  int tables = 0;
+  for (Window* const window : session.program.desktop.Windows()) {
+    if (window->Index() > 1 || window == &session.program.windows.main) continue;
+    window->Show();
+    for (const Control* const control : window->Controls()) {
+      if (control->Kind() != ControlKind::Grid) continue;
+      const auto& grid = static_cast<const Grid&>(*control);
+      if (grid.ShownHeads().rows == 0 || grid.Rows() == 0) continue;
+      ++tables;
+      const auto expect = [&](int row, int column) {
+        EXPECT_EQ(grid.Text(row, column).empty(), grid.HeadTip(row, column).empty())
+            << window->FullName() << " " << grid.Name() << ": " << grid.Text(row, column);
+      };
+      const int heads = grid.ShownHeads().columns;
+      for (int column = heads; column < grid.Columns(); ++column) expect(0, column);
+      for (int row = 1; heads > 0 && row < grid.Rows(); ++row) expect(row, 0);
+    }
+  }
+  EXPECT_GT(tables, 30);
+}
+
 }  // namespace
 }  // namespace fathomline
