@@ -101,7 +101,8 @@ void LinkKeeper::SetKeeping(bool keeping) {
 
 void LinkKeeper::Reconnect(int system) {
   const SourceKind kind = KindOf(system);
-  if (!records_.CommSetups[system].Enabled || kind == SourceKind::File || kind == SourceKind::None) {
+  if (!records_.CommSetups[system].Enabled || kind == SourceKind::File ||
+      kind == SourceKind::None) {
     return;
   }
   states_[system] = {};
@@ -134,13 +135,13 @@ void LinkKeeper::LinkAsked(int system) {
 
 void LinkKeeper::Schedule(int system) {
   State& state = states_[system];
-  int delay = kLookInterval;
+  int delay = patience_.look;
   if (KindOf(system) == SourceKind::Tcp) {
-    const auto last = static_cast<int>(kDelays.size()) - 1;
-    delay = kDelays[static_cast<std::size_t>(std::min(state.tries, last))];
+    const auto last = static_cast<int>(patience_.delays.size()) - 1;
+    delay = patience_.delays[static_cast<std::size_t>(std::min(state.tries, last))];
   }
   state.waiting = true;
-  state.due = desktop_.Now() + std::chrono::seconds(delay);
+  state.due = desktop_.Now() + std::chrono::milliseconds(delay);
 }
 
 // A device is looked for before it is opened, since its absence is no failure of a try.
@@ -163,7 +164,7 @@ void LinkKeeper::Follow(int system) {
     state.openSince = now;
     state.lost = state.waiting = state.byHand = false;
   }
-  if (now - state.openSince >= std::chrono::seconds(kSteady)) state.tries = 0;
+  if (now - state.openSince >= std::chrono::milliseconds(patience_.steady)) state.tries = 0;
 }
 
 bool LinkKeeper::RunSlice(std::chrono::steady_clock::time_point) {

@@ -24,12 +24,15 @@ inline constexpr std::string_view kReconnectLostLinks = "ReconnectLostLinks";
 
 class LinkKeeper : public LinkDesk, public LinkWatcher, public Task {
  public:
-  // Seconds from a failure of a connection to the next try; the last goes on. Whether a device is
-  // back or a UDP port is free is looked at every kLookInterval.
-  static constexpr std::array<int, 5> kDelays = {1, 2, 5, 10, 30};
-  static constexpr int kLookInterval = 1;
-  // A connection that has held for so many seconds was a success: the delays begin anew.
-  static constexpr int kSteady = 5;
+  // How long it waits, in milliseconds.
+  struct Patience {
+    // From a failure of a connection to the next try; the last goes on.
+    std::array<int, 5> delays = {1000, 2000, 5000, 10000, 30000};
+    // Between two looks whether a device is back or a UDP port is free.
+    int look = 1000;
+    // A connection that has held for so long was a success: the delays begin anew.
+    int steady = 5000;
+  };
 
   LinkKeeper(Records& records, Links& links, LiveInput& input, Desktop& desktop,
              SettingsStore& settings);
@@ -40,6 +43,9 @@ class LinkKeeper : public LinkDesk, public LinkWatcher, public Task {
   bool Keeping() const override { return keeping_; }
   // Kept in the settings. What is lost when it is switched on is tried at once.
   void SetKeeping(bool keeping) override;
+
+  // For who cannot wait as long as the user of a ship can.
+  void SetPatience(const Patience& patience) { patience_ = patience; }
 
   bool LinkFailed(int system, const std::string& cause) override;
   void LinkAsked(int system) override;
@@ -73,6 +79,7 @@ class LinkKeeper : public LinkDesk, public LinkWatcher, public Task {
   Desktop& desktop_;
   SettingsStore& settings_;
   PerSystem<State> states_;
+  Patience patience_;
   bool keeping_ = false;
   bool trying_ = false;
 };

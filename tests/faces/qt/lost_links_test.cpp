@@ -1,6 +1,7 @@
 // Links that are lost and come back, over real loopback sockets and pseudo-terminals, with the
 // whole program behind them. A message box fails the test.
 #include <QHostAddress>
+#include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QUdpSocket>
@@ -102,6 +103,81 @@ TEST_F(LostLinks, ADeviceMayBeRemovedAndComeBackAsAnother) {
   const std::clock_t before = std::clock();
   Pump(std::chrono::milliseconds(500));
   EXPECT_LT(std::clock() - before, CLOCKS_PER_SEC / 4) << "spins";
+}
+
+// A ship's server: sends to whoever is connected, fast, until it is taken down.
+struct Server {
+  explicit Server(quint16 port) {
+    EXPECT_TRUE(listener.listen(QHostAddress::LocalHost, port)) << FromQt(listener.errorString());
+    QObject::connect(&listener, &QTcpServer::newConnection, &listener, [this] {
+      peer = listener.nextPendingConnection();
+      ++connections;
+    });
+    QObject::connect(&load, &QTimer::timeout, &listener, [this] {
+      for (int line = 0; peer != nullptr && line < 20; ++line) Send();
+    });
+  }
+  void Send() {
+    peer->write(kHeading.data(), static_cast<qint64>(kHeading.size()));
+    ++sent;
+  }
+
+  QTcpServer listener;
+  QTimer load;
+  QPointer<QTcpSocket> peer;
+  int connections = 0;
+  std::int64_t sent = 0;
+};
+
+TEST_F(LostLinks, AServerMayRestartUnderLoadAndASilentOneIsKept) {
+  quint16 port = 0;
+  {
+    QTcpServer free;
+    ASSERT_TRUE(free.listen(QHostAddress::LocalHost));
+    port = free.serverPort();
+  }
+  Start([port](Records& records) {
+    records.CommSetups[1].UseTCPIP = true;
+    records.CommSetups[1].IPAddress = "127.0.0.1";
+    records.CommSetups[1].TCPPort = port;
+  });
+  program->session.keeper.SetPatience({.delays = {20, 40, 60, 80, 200}, .look = 20, .steady = 100});
+  PumpUntil([&] { return program->session.keeper.Look(1).tries >= 5; });
+
+  std::int64_t received = 0;
+  std::int64_t sent = 0;
+  for (int restart = 1; restart <= 10; ++restart) {
+    Server server(port);
+    server.load.start(1);
+    PumpUntil([&] { return Open() && server.sent >= 200 && Headings() > received; });
+    // Every other one goes down in order, the rest as a process that is killed does: with an error,
+    // and what is on its way is lost.
+    const bool killed = restart % 2 == 0;
+    server.load.stop();
+    if (killed) {
+      server.peer->abort();
+    } else {
+      server.peer->disconnectFromHost();
+      const std::int64_t all = received + server.sent;
+      PumpUntil([&] { return Headings() == all; });
+    }
+    PumpUntil([&] { return program->session.keeper.Look(1).stage == LinkStage::Waiting; });
+    EXPECT_EQ(server.connections, 1) << restart;
+    EXPECT_GT(Headings(), received) << restart;
+    received = Headings();
+    sent += server.sent;
+  }
+  EXPECT_LE(received, sent);
+  EXPECT_TRUE(program->engine.records.CommSetups[1].Enabled);
+
+  // The cable is out for longer than any delay: nothing comes, and nothing is closed.
+  Server server(port);
+  PumpUntil([&] { return Open() && server.peer != nullptr; });
+  Pump(std::chrono::milliseconds(600));
+  EXPECT_EQ(server.connections, 1);
+  EXPECT_EQ(program->session.keeper.Look(1).tries, 0) << "it has held";
+  server.Send();
+  PumpUntil([&] { return Headings() == received + 1; });
 }
 
 TEST_F(LostLinks, AUdpPortIsTakenAsSoonAsItIsFree) {
