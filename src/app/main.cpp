@@ -36,7 +36,8 @@ std::optional<int> Read(const std::vector<std::string>& words, Wanted& wanted, s
   line.AddValue("--screenshots", "DIR",
                 "replay the input file, save a picture of every window, end",
                 [&](const std::string& text) { wanted.screenshots = text; });
-  line.add_option("SETUP.ini", wanted.start.setupFile, "the setup to open instead of the last one")
+  line.add_option("SETUP.ini|RECORDING", wanted.start.setupFile,
+                  "a setup to open instead of the last one, or a recording to look at")
       ->type_name("");
   return line.Take(words, out, err);
 }

@@ -94,6 +94,14 @@ std::string_view LineReader::Next() {
   }
 }
 
+std::string_view LineReader::Peek() {
+  const std::uint64_t consumed = consumed_;
+  const std::string_view line = Next();
+  begin_ = static_cast<std::size_t>(line.data() - buffer_.get());
+  consumed_ = consumed;
+  return line;
+}
+
 struct FileTable::OpenFile {
   std::unique_ptr<LineReader> reader;
   std::unique_ptr<SystemFile> writer;

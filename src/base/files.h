@@ -34,6 +34,8 @@ class LineReader {
   bool AtEnd() { return begin_ == end_ && !Fill(); }
   // The view holds until the next call. Raises PastEndOfFile.
   std::string_view Next();
+  // The same line that Next will take.
+  std::string_view Peek();
 
   // Bytes taken so far, and of the whole file; 0 for what has no size, such as a pipe.
   std::uint64_t Position() const { return consumed_; }

@@ -23,6 +23,11 @@ class SettingsStore {
   void Set(std::string_view section, std::string_view key, std::string_view text);
   void Set(std::string_view section, std::string_view key, std::int32_t number);
 
+  // While held, the places of windows are read and not written: those of a passing session are none
+  // that its user wants back.
+  void HoldPlaces(bool held) { placesHeld_ = held; }
+  bool PlacesHeld() const { return placesHeld_; }
+
   // Makes what has been set outlive the program, where the store can. Raises the fault of the file.
   virtual void Save() {}
   // The file that they are kept in; empty where there is none.
@@ -35,6 +40,9 @@ class SettingsStore {
 
   std::map<std::string, Section, std::less<>> sections_;
   bool changed_ = false;
+
+ private:
+  bool placesHeld_ = false;
 };
 
 // Kept in an INI file, which a person may edit while the program does not run. A missing file is

@@ -142,12 +142,16 @@ void ChartWindows::OpenSatellite(int system, int slot) {
   SatelliteWindow(system, slot).ShowView();
 }
 
-void ChartWindows::OpenAnalysed(int system) {
+void ChartWindows::OpenFigures(int system) {
   const CommSetup& setup = records_.CommSetups[system];
   OpenTimeSeries(system);
   if (setup.AnalysesAny(kPositionTypes)) OpenScatter(system);
   if (setup.AnalysesAny(kSatelliteTypes)) OpenSkyplot(system);
-  if (!setup.AnalyseGSV) return;
+}
+
+void ChartWindows::OpenAnalysed(int system) {
+  OpenFigures(system);
+  if (!records_.CommSetups[system].AnalyseGSV) return;
   for (int row = 1; row <= kSNRConstellations; ++row) OpenSNR(system, row);
 }
 

@@ -51,7 +51,10 @@ class ChartWindows {
   void OpenSatellite(int system, int slot);
   // The window of one satellite, which is made when it is first asked for.
   frmTimeSeriesGSV_SVbySV& SatelliteWindow(int system, int slot);
-  // Opens everything that the analysed sentences of the system feed.
+  // Opens everything that the analysed sentences of the system feed, but the windows of
+  // signal-to-noise ratios, of which there are many.
+  void OpenFigures(int system);
+  // These too.
   void OpenAnalysed(int system);
 
   // Whether windows that are not shown are loaded and fed. Off, for a run that nobody watches: a

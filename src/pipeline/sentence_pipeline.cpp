@@ -116,6 +116,11 @@ const SentencePipeline::Recogniser* SentencePipeline::Recognise(std::string_view
   return found;
 }
 
+SentenceType SentencePipeline::TypeOf(std::string_view sentence) {
+  const Recogniser* const found = Recognise(sentence);
+  return found == nullptr ? SentenceType::None : found->type;
+}
+
 void SentencePipeline::ProcessSentence(int system, std::string_view line) {
   handedOn_ = SentenceType::None;
   if (records_.SentenceCount < std::numeric_limits<std::int32_t>::max()) ++records_.SentenceCount;

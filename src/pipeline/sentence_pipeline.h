@@ -40,6 +40,9 @@ class SentencePipeline {
   // what its steps raise, and OutOfRange for a line with more than ten backslashes.
   void ProcessSentence(int system, std::string_view line);
 
+  // The type as which a sentence, without its tag block, is handed on; None where it is dropped.
+  static SentenceType TypeOf(std::string_view sentence);
+
   // The type that the latest line was handed on as; None where it was not.
   SentenceType HandedOn() const { return handedOn_; }
 

@@ -323,6 +323,8 @@ struct Records {
   PerSystem<std::int16_t> LogFileNumber;
   PerSystem<std::string> LogFileName;
   bool ReloadWindows = false;
+  // The setup was made for a recording, not by its user: nothing saves it unasked.
+  bool SetupIsPassing = false;
   bool Closing = false;
   std::int16_t ErrorCount = 0;
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "setup/setup_file.h"
+#include "setup/setup_values.h"
 #include "toolkit/window_places.h"
 
 namespace fathomline {
@@ -102,6 +103,7 @@ void MainMenu::Open() {
 // The fault goes on to the error log; whoever saves should not learn of it there alone.
 void MainMenu::WriteSetup(const std::string& path) {
   try {
+    ExpectStorable();
     WriteSetupFile(path, records_);
   } catch (const Fault& fault) {
     desktop_.Ask({.text = "Setup not saved. " + fault.Description(), .icon = BoxIcon::Exclamation});
@@ -112,6 +114,7 @@ void MainMenu::WriteSetup(const std::string& path) {
 
 void MainMenu::Save() {
   WriteSetup(records_.ProgramFolder + std::string(kSetupFileName));
+  startUp_.KeepPassing();
 }
 
 void MainMenu::SaveAs() {
@@ -121,6 +124,15 @@ void MainMenu::SaveAs() {
                                          .folder = records_.ProgramFolder,
                                          .save = true});
   if (path) WriteSetup(*path);
+}
+
+// The name of a recording that was opened need not be one that the file can hold.
+void MainMenu::ExpectStorable() const {
+  for (const CommSetup& setup : records_.CommSetups) {
+    if (CanBeStored(setup.OfflineFile)) continue;
+    throw Fault(FaultNumber::PathAccess,
+                setup.OfflineFile + " has a character that the setup file cannot hold");
+  }
 }
 
 void MainMenu::Print() {

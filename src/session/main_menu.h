@@ -26,6 +26,7 @@ class MainMenu {
   void Save();
   void SaveAs();
   void WriteSetup(const std::string& path);
+  void ExpectStorable() const;
   void Print();
   void OpenSetupDialog(int system);
   void NewWindow();

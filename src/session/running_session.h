@@ -10,6 +10,8 @@
 #include "session/error_log.h"
 #include "session/layouts.h"
 #include "session/main_menu.h"
+#include "session/reasons.h"
+#include "session/recordings.h"
 #include "session/session_control.h"
 #include "session/session_setup.h"
 #include "session/start_up.h"
@@ -59,10 +61,16 @@ struct RunningSession {
                 setupDialog, control, input, trial),
         menu(around.engine, around.desktop, around.settings, around.windows, setupDialog, control,
              startUp),
-        tools(around.engine, around.desktop, around.clock, around.settings, keeper, around.windows),
+        recordings(around.engine, around.desktop, around.settings, around.windows, startUp, replay),
+        reasons(around.engine, around.desktop, around.windows, setupDialog),
+        tools(around.engine, around.desktop, around.clock, around.settings, keeper, replay,
+              around.windows),
         layouts(around.desktop, around.windows,
                 {&tools.sources, &tools.sentenceLog, &tools.satellites}, around.settings, startUp) {
-    control.onReset = [this] { trial.Clear(); };
+    control.onReset = [this] {
+      trial.Clear();
+      reasons.Restart();
+    };
   }
 
   ErrorLog errorLog;
@@ -76,6 +84,8 @@ struct RunningSession {
   OfflineReplay replay;
   StartUp startUp;
   MainMenu menu;
+  Recordings recordings;
+  Reasons reasons;
   Tools tools;
   Layouts layouts;
 };

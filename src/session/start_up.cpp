@@ -75,6 +75,7 @@ bool StartUp::Start(const StartOptions& options) {
     }
     desktop_.Show(mainWindow_);
     started_ = mainWindow_.Loaded();
+    if (started_ && onRecording && NamesRecording()) onRecording(*options_.setupFile);
     return started_;
   } catch (const Fault& fault) {
     std::string cause = std::string(kProgramTitle) + " cannot start. " + fault.Description();
@@ -100,7 +101,24 @@ void StartUp::InitialiseProgram() {
   trial_.ReadSetting();
 }
 
+bool StartUp::NamesRecording() const {
+  bool recording = false;
+  ResumeNext([&] {
+    recording = options_.setupFile && FileExists(*options_.setupFile) &&
+                KindOfFile(*options_.setupFile) == FileKind::Recording;
+  });
+  return recording;
+}
+
 void StartUp::ReadFirstSetup() {
+  if (NamesRecording()) {
+    // Its user is asked about that, and about nothing else: no link is opened, no first start told.
+    if (FileExists(records_.ProgramFolder + std::string(kSetupFileName))) ReadDefaultSetup();
+    Replace();
+    records_.SetDefaultSetup();
+    ForgetWindows();
+    return;
+  }
   if (options_.setupFile) {
     if (!FileExists(*options_.setupFile)) {
       desktop_.Say("File " + *options_.setupFile + " do not exist.");
@@ -109,6 +127,10 @@ void StartUp::ReadFirstSetup() {
       return;
     }
   }
+  ReadDefaultSetup();
+}
+
+void StartUp::ReadDefaultSetup() {
   const std::string path = records_.ProgramFolder + std::string(kSetupFileName);
   if (!FileExists(path) && !FolderExists(path)) {
     desktop_.Ask({.text = kFirstStart, .icon = BoxIcon::Information});
@@ -122,11 +144,6 @@ bool StartUp::IsSetup(const std::string& path) {
   std::string cause;
   ResumeNext([&] {
     switch (KindOfFile(path)) {
-      case FileKind::Recording:
-        cause =
-            " is a recording, not a setup. To replay it, choose Mode > Offline and select it as "
-            "the input file under Setup > Primary System.";
-        break;
       case FileKind::Empty:
         cause = " is empty.";
         break;
@@ -134,6 +151,7 @@ bool StartUp::IsSetup(const std::string& path) {
         cause = " is not a setup: it is no text.";
         break;
       case FileKind::Setup:
+      case FileKind::Recording:
       case FileKind::OtherText:
         break;
     }
@@ -184,14 +202,72 @@ void StartUp::CloseSetup() {
   for (int system = 1; system <= kSystems; ++system) input_.CloseLinks(system);
 }
 
-void StartUp::NewSetup() {
+void StartUp::Replace() {
+  if (!replaced_) {
+    replaced_ = {WriteSetup(records_), records_.OutlierLimit, records_.HdopLimit,
+                 records_.SatelliteLimit, records_.RejectNonDifferential};
+  }
+  records_.SetupIsPassing = true;
+  settings_.HoldPlaces(true);
+}
+
+void StartUp::EndPassing() {
+  replaced_.reset();
+  records_.SetupIsPassing = false;
+  settings_.HoldPlaces(false);
+  mainWindow_.ShowUnsaved({});
+}
+
+void StartUp::Restore() {
+  if (!replaced_) return;
+  fathomline::ReadSetup(replaced_->setup, records_);
+  records_.OutlierLimit = replaced_->outlierLimit;
+  records_.HdopLimit = replaced_->hdopLimit;
+  records_.SatelliteLimit = replaced_->satelliteLimit;
+  records_.RejectNonDifferential = replaced_->rejectNonDifferential;
+  EndPassing();
+}
+
+void StartUp::ForgetWindows() {
+  for (SystemSetup& flags : records_.SystemSetups) flags = {};
+}
+
+void StartUp::PassSetup(const std::function<void(Records& records)>& fill) {
+  Replace();
   CloseSetup();
-  records_.SetDefaultSetup();
+  ForgetMeans();
+  ForgetWindows();
+  fill(records_);
+  records_.UseDefaultDecimals();
+  records_.ReloadWindows = true;
+  ApplySetup();
+}
+
+void StartUp::ReturnFromPassing() {
+  CloseSetup();
+  Restore();
+  records_.ReloadWindows = true;
+  ApplySetup();
+}
+
+void StartUp::KeepPassing() {
+  if (records_.SetupIsPassing) EndPassing();
+}
+
+void StartUp::ForgetMeans() {
   for (SystemStatistics& statistics : statistics_) {
     ResetDoubleStat(statistics.LatitudeMean);
     ResetDoubleStat(statistics.LongitudeMean);
     ResetSingleStat(statistics.HeightMean);
   }
+}
+
+void StartUp::NewSetup() {
+  CloseSetup();
+  Restore();
+  ForgetWindows();
+  records_.SetDefaultSetup();
+  ForgetMeans();
   records_.ReloadWindows = true;
   ApplySetup();
 }
@@ -199,24 +275,34 @@ void StartUp::NewSetup() {
 bool StartUp::OpenSetup(const std::string& path) {
   if (!FileExists(path)) return false;
   if (!IsSetup(path)) return true;
+  if (onRecording && KindOfFile(path) == FileKind::Recording) {
+    onRecording(path);
+    return true;
+  }
   CloseSetup();
+  Restore();
+  ForgetWindows();
   ReadSetup(path);
   records_.ReloadWindows = true;
   ApplySetup();
   return true;
 }
 
-// The default file always holds the last state, whatever file was loaded. A full disk must not keep
-// the program from ending.
+// The default file always holds the last state, whatever file was loaded, unless that was made for
+// a recording. A full disk must not keep the program from ending.
 void StartUp::Closing() {
   if (records_.OfflineRunning) records_.OfflineStopped = true;
+  if (!records_.SetupIsPassing) SaveSetup();
+  records_.Closing = true;
+}
+
+void StartUp::SaveSetup() {
   ResumeNext(
       [this] { WriteSetupFile(records_.ProgramFolder + std::string(kSetupFileName), records_); },
       [this](const Fault& fault) {
         desktop_.Ask(
             {.text = "Setup not saved. " + fault.Description(), .icon = BoxIcon::Exclamation});
       });
-  records_.Closing = true;
 }
 
 void StartUp::EndAtOnce() {
@@ -236,6 +322,7 @@ void StartUp::Unloading() {
     if (window == &mainWindow_) continue;
     ResumeNext([window] { window->Close(CloseReason::Ending); }, report);
   }
+  settings_.HoldPlaces(false);
 }
 
 }  // namespace fathomline

@@ -1,6 +1,7 @@
 // How the program comes up, how a setup is brought into force, and how the program goes down.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -22,7 +23,7 @@ namespace fathomline {
 struct StartOptions {
   // The program folder; empty: what the settings name, or the default one.
   std::string programFolder = {};
-  // A setup file to be opened in place of the default one.
+  // A setup file to be opened in place of the default one, or a recording.
   std::optional<std::string> setupFile = {};
 };
 
@@ -59,8 +60,19 @@ class StartUp {
   // File New and File Open.
   void NewSetup();
   // False where there is no such file; nothing has changed then. Nor has it where the file is no
-  // setup, which a box has told.
+  // setup, which a box has told; a recording is handed on.
   bool OpenSetup(const std::string& path);
+
+  // The setup in force gives way to a passing one, which `fill` puts into the records; all that it
+  // leaves alone stays. The passing one ends as soon as another setup is opened.
+  void PassSetup(const std::function<void(Records& records)>& fill);
+  // Back to the setup that the passing one has replaced.
+  void ReturnFromPassing();
+  // It has been saved, and is its user's from now on.
+  void KeepPassing();
+
+  // Takes a file that was named where a setup was expected and holds a recording.
+  std::function<void(const std::string& path)> onRecording;
 
   // Ends the program as File Exit does, but asks and tells nothing, whatever else is going on.
   // Before it has started, nothing is saved.
@@ -71,10 +83,27 @@ class StartUp {
   std::function<void()> onLeaving;
 
  private:
+  // The user's setup, and the limits, which no file holds.
+  struct Replaced {
+    std::string setup;
+    float outlierLimit;
+    float hdopLimit;
+    std::int16_t satelliteLimit;
+    bool rejectNonDifferential;
+  };
+
   void ReadFirstSetup();
+  void ReadDefaultSetup();
+  bool NamesRecording() const;
+  void Replace();
+  void Restore();
+  void EndPassing();
   // Whether the file can be a setup. One that is something else is refused in a box.
   bool IsSetup(const std::string& path);
   void ReadSetup(const std::string& path);
+  void ForgetMeans();
+  void ForgetWindows();
+  void SaveSetup();
   void Closing();
   void Unloading();
 
@@ -90,6 +119,7 @@ class StartUp {
   AISDecoder& ais_;
   frmSetup& setupDialog_;
   StartOptions options_;
+  std::optional<Replaced> replaced_;  // by the passing setup
   FileLock lock_;
   bool started_ = false;
 };

@@ -5,6 +5,7 @@
 #include "base/settings.h"
 #include "pipeline/engine.h"
 #include "session/windows.h"
+#include "sources/offline_replay.h"
 #include "toolkit/desktop.h"
 #include "watch/link_desk.h"
 #include "windows/satellites_window.h"
@@ -17,7 +18,7 @@ namespace fathomline {
 class Tools {
  public:
   Tools(Engine& engine, Desktop& desktop, const Clock& clock, SettingsStore& settings,
-        LinkDesk& links, Windows& windows);
+        LinkDesk& links, OfflineReplay& replay, Windows& windows);
 
   frmSources sources;
   frmSentenceLog sentenceLog;
@@ -26,6 +27,7 @@ class Tools {
 
  private:
   void PlugMenu(frmMain& main, LinkDesk& links);
+  static void PlugReplaySpeed(frmMain& main, OfflineReplay& replay);
 };
 
 }  // namespace fathomline

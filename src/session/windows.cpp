@@ -27,10 +27,21 @@ Windows::Windows(const ViewSurroundings& surroundings, Engine& engine, const Clo
   }
 }
 
+void Windows::OpenFigures(int system) {
+  OpenView(ViewKind::Numerics, system);
+  OpenView(ViewKind::Statistics, system);
+  charts.OpenFigures(system);
+  OpenTargets(system);
+}
+
 void Windows::OpenAnalysed(int system) {
   OpenView(ViewKind::Numerics, system);
   OpenView(ViewKind::Statistics, system);
   charts.OpenAnalysed(system);
+  OpenTargets(system);
+}
+
+void Windows::OpenTargets(int system) {
   const CommSetup& analysed = records_.CommSetups[system];
   if (analysed.AnalyseTTM) OpenView(ViewKind::ARPATargets, system);
   if (analysed.AnalyseVDM) OpenView(ViewKind::AISTargets, system);

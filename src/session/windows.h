@@ -39,6 +39,9 @@ class Windows {
 
   // Opens a view of a system, or brings it forward.
   void OpenView(ViewKind kind, int system);
+  // Opens statistics, numerics, charts, plots and target lists of a system, as far as what it
+  // analyses feeds them.
+  void OpenFigures(int system);
   // Opens every window of a system whose sentences are analysed.
   void OpenAnalysed(int system);
 
@@ -60,6 +63,8 @@ class Windows {
   SystemWindows<frmARPATargets> arpaTargets;
 
  private:
+  void OpenTargets(int system);
+
   Records& records_;
 };
 

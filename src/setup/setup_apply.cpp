@@ -118,7 +118,9 @@ bool SetupApply::Apply(int system, const SetupChoices& choices) {
                             reference.ReferenceLongitude, reference.ReferenceHeight},
                            desktop_);
   }
-  WriteSetupFile(records_.ProgramFolder + std::string(kSetupFileName), records_);
+  if (!records_.SetupIsPassing) {
+    WriteSetupFile(records_.ProgramFolder + std::string(kSetupFileName), records_);
+  }
   return true;
 }
 

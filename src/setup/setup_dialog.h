@@ -45,6 +45,7 @@ class frmSetup : public Window {
                  ChoicesKind::Tabs,
                  {"General", "NMEA Messages", "Reference pos/hdg", "Rejection criterias",
                   "Antenna offset", "Com Port"}};
+  static constexpr int kMessagesTab = 1;
   static constexpr int kLinkTab = 5;
 
   CheckBox chkEnabled{*this, "chkEnabled", "System enabled"};

@@ -70,6 +70,7 @@ void OfflineReplay::Continue() {
 void OfflineReplay::Step() {
   tbOffline_.SetButtonEnabled(kStopButton, true);
   records_.OfflineStep = true;
+  pace_.Restart();
   if (records_.OfflineRunning) return;
   records_.OfflinePaused = true;
   records_.OfflineStartTime = clock_.NowLocal();
@@ -108,6 +109,7 @@ void OfflineReplay::Begin() {
   records_.OfflineRunning = true;
   statusLoad_ = status_.Loads();
   unreadable_ = false;
+  pace_.Restart();
   sink_.BeginReplay();
   for (int system = 1; system <= kSystems; ++system) {
     const std::string& file = records_.CommSetups[system].OfflineFile;
@@ -133,6 +135,10 @@ bool OfflineReplay::RunSlice(std::chrono::steady_clock::time_point until) {
     const Ahead ahead = LookAhead(until);
     if (ahead != Ahead::End && records_.OfflinePaused && !records_.OfflineStep) return false;
     if (ahead == Ahead::Nothing) return true;
+    if (ahead == Ahead::Line && pace_.Waits() && !records_.OfflineStep && !LineDue()) {
+      ShowProgress();
+      return false;
+    }
     if (ahead == Ahead::End || !TakeLine()) {
       End();
       return false;
@@ -150,6 +156,13 @@ OfflineReplay::Ahead OfflineReplay::LookAhead(std::chrono::steady_clock::time_po
     Logged(fault);
     return Ahead::End;
   }
+}
+
+// A fault is left to the taking of the line, which tells it.
+bool OfflineReplay::LineDue() {
+  bool due = true;
+  ResumeNext([&] { due = pace_.Due(files_.Reader(kReplayedFile).Peek(), desktop_.Now()); });
+  return due;
 }
 
 // False where the run cannot go on.

@@ -1,4 +1,4 @@
-// The replay of a recorded file, as fast as the lines can be processed.
+// The replay of a recorded file, as fast as the lines can be processed or as their times tell.
 #pragma once
 
 #include <chrono>
@@ -10,6 +10,7 @@
 #include "base/files.h"
 #include "records/records.h"
 #include "sources/line_sink.h"
+#include "sources/replay_pace.h"
 #include "toolkit/bars.h"
 #include "toolkit/desktop.h"
 #include "toolkit/task.h"
@@ -32,6 +33,9 @@ class OfflineReplay : public Task {
   // A key of the tool bar: "PLAY", "CONT", "Step", "PAUSE", "STOP"; any other does nothing.
   void Press(std::string_view key);
 
+  // As in ReplayPace; at any time, also within a run.
+  void SetSpeed(int times) { pace_.SetSpeed(times); }
+
   bool RunSlice(std::chrono::steady_clock::time_point until) override;
 
  private:
@@ -44,6 +48,7 @@ class OfflineReplay : public Task {
   void Begin();
   enum class Ahead { Line, Nothing, End };
   Ahead LookAhead(std::chrono::steady_clock::time_point until);
+  bool LineDue();
   bool TakeLine();
   void ShowProgress();
   void End();
@@ -59,6 +64,7 @@ class OfflineReplay : public Task {
   LineSink& sink_;
   SessionReset& session_;
   FaultLog& faults_;
+  ReplayPace pace_;
   std::uint64_t statusLoad_ = 0;  // of the status window, when the run began
   bool unreadable_ = false;       // file 1 cannot be read; the fault has been logged
   bool playWhenEnded_ = false;    // PLAY came before a stopped run had ended

@@ -108,6 +108,9 @@ class MenuItem : public Control {
   const std::string& Shortcut() const { return shortcut_; }
   bool Checked() const { return checked_; }
   void SetChecked(bool checked) { Change(checked_, checked); }
+  // One out of several, of which the checked one is drawn as such.
+  bool IsOption() const { return option_; }
+  void MakeOption() { option_ = true; }
 
   // The user chooses it.
   void Click();
@@ -122,6 +125,7 @@ class MenuItem : public Control {
   std::string shortcut_;
   bool checked_ = false;
   bool designChecked_ = false;
+  bool option_ = false;
 };
 
 }  // namespace fathomline

@@ -133,6 +133,12 @@ void Window::UserState(WindowState state) {
   if (state != WindowState::Minimised) Act([this] { Resize(); });
 }
 
+void Window::UserDrop(const std::vector<std::string>& paths) {
+  Act([this, &paths] {
+    if (onDrop) onDrop(paths);
+  });
+}
+
 void Window::ResetToDesign() {
   // Whatever the constructors of the window have done by its first load belongs to the design.
   for (Control* control : controls_) {

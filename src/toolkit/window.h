@@ -122,6 +122,9 @@ class Window {
   void UserClose();
   void UserPlace(const WindowPlace& place);
   void UserState(WindowState state);
+  // Files are dropped on it. Only a window with a handler takes them.
+  void UserDrop(const std::vector<std::string>& paths);
+  std::function<void(const std::vector<std::string>& paths)> onDrop;
 
   // Writes what the window shows as UTF-8 text, cells separated by tabs, in the order in which the
   // controls were built:

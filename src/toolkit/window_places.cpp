@@ -59,6 +59,7 @@ void RestorePlace(Window& window, const SettingsStore& settings, std::string_vie
 
 void SavePlace(const Window& window, SettingsStore& settings, std::string_view prefix,
                std::string_view suffix) {
+  if (settings.PlacesHeld()) return;
   for (const Measure& measure : kMeasures) {
     settings.Set(kSettingsSection, Key(prefix, measure.name, suffix),
                  window.Place().*measure.member);
@@ -99,6 +100,7 @@ void RestoreOrder(Desktop& desktop, const SettingsStore& settings) {
 }
 
 void SaveOrder(const Desktop& desktop, SettingsStore& settings) {
+  if (settings.PlacesHeld()) return;
   std::string names;
   for (const Window* const window : desktop.ShownChildren()) {
     if (!names.empty()) names += ',';

@@ -14,7 +14,7 @@ inline constexpr std::string_view kSettingsSection = "Settings";
 // Keys are the prefix, one of "Left", "Top", "Width", "Height", "State", and the suffix: a system
 // number where the window has one of its own. A child window is brought back inside the main
 // window. Maximised comes back as it was left; minimised does so only for child windows left so at
-// the end of the program, and while it starts.
+// the end of the program, and while it starts. Nothing is saved while the settings hold the places.
 void RestorePlace(Window& window, const SettingsStore& settings, std::string_view prefix,
                   const WindowPlace& missing, std::string_view suffix = {});
 void SavePlace(const Window& window, SettingsStore& settings, std::string_view prefix,

@@ -14,6 +14,8 @@ namespace {
 
 constexpr WindowPlace kDefaultPlace{1000, 1000, 13000, 13000};
 
+const std::string kCaption = std::string(kProgramTitle) + " - Version : " + kVersionText;
+
 // Of a menu entry that names a system, this much stands in front of the name.
 constexpr std::size_t kPrimaryCaption = 26;
 constexpr std::size_t kSecondaryCaption = 22;
@@ -43,7 +45,7 @@ constexpr std::string_view kNoViewOffline =
 frmMain::frmMain(Desktop& desktop, const Records& records, const Clock& clock,
                  SettingsStore& settings)
     : Window(desktop, {.name = "frmMain",
-                       .caption = std::string(kProgramTitle) + " - Version : " + kVersionText,
+                       .caption = kCaption,
                        .place = kDefaultPlace,
                        .style = WindowStyle::Main}),
       records_(records),
@@ -52,6 +54,13 @@ frmMain::frmMain(Desktop& desktop, const Records& records, const Clock& clock,
   for (int system = mnuSetupSystem.First(); system <= mnuSetupSystem.Last(); ++system) {
     mnuSetupSystem(system).SetText("Secondary System &" + PlainText(system - 1) + " - not defined");
   }
+  for (MenuItem& item : mnuFileRecentRecording) item.SetVisible(false);
+  mnuFileRecentRecordings.SetEnabled(false);
+  for (int item = 1; const ReplaySpeed& speed : kReplaySpeeds) {
+    mnuToolsReplaySpeedOf(item).MakeOption();
+    mnuToolsReplaySpeedOf(item).SetChecked(item == 1);
+    mnuToolsReplaySpeedOf(item++).SetText(speed.caption);
+  }
   for (int system = 1; system <= kSystems; ++system) {
     sbStatusBar.SetPanelVisible(kSourcePanel + system, false);
   }
@@ -59,13 +68,14 @@ frmMain::frmMain(Desktop& desktop, const Records& records, const Clock& clock,
     ShowClock();
     if (onSecond) onSecond();
   };
-  SetContent(Layout::Column({lblHint}));
+  SetContent(Layout::Column({lblHint, lblReason, Layout::Row({cmdReason, Layout::Space()})}));
 }
 
 void frmMain::Load() {
   RestorePlace(*this, settings_, "Main", kDefaultPlace);
   ShowClock();
   ShowLogging();
+  if (onMenus) onMenus();
   if (onOpen) onOpen();
   if (onSecond) onSecond();
 }
@@ -107,6 +117,28 @@ void frmMain::ShowSource(int system, std::string_view text, Colour colour,
 
 void frmMain::HideSource(int system) {
   sbStatusBar.SetPanelVisible(kSourcePanel + system, false);
+}
+
+void frmMain::ShowUnsaved(std::string_view name) {
+  std::string caption = kCaption;
+  if (!name.empty()) caption.append("- ").append(name).append(" (not saved)");
+  SetCaption(caption);
+}
+
+void frmMain::ShowRecentRecordings(const std::vector<std::string>& paths) {
+  mnuFileRecentRecordings.SetEnabled(!paths.empty());
+  for (int item = 1; item <= kRecentRecordings; ++item) {
+    const auto at = static_cast<std::size_t>(item - 1);
+    MenuItem& entry = mnuFileRecentRecording(item);
+    entry.SetVisible(at < paths.size());
+    if (at < paths.size()) entry.SetText("&" + PlainText(item) + "  " + AsCaption(paths[at]));
+  }
+}
+
+void frmMain::ShowReplaySpeed(int times) {
+  for (int item = 1; const ReplaySpeed& speed : kReplaySpeeds) {
+    mnuToolsReplaySpeedOf(item++).SetChecked(speed.times == times);
+  }
 }
 
 void frmMain::ShowMode() {
@@ -179,6 +211,11 @@ void frmMain::Refresh() {
   mnuToolsStop.SetEnabled(usable(kReplayStop));
   const bool defined = records_.CommSetups[1].Enabled;
   lblHint.SetVisible(!defined || !AnyViewVisible());
+  const WhyNothing why = lblHint.Visible() && onAskWhy ? onAskWhy() : WhyNothing();
+  lblReason.SetText(why.text);
+  lblReason.SetVisible(!why.text.empty());
+  cmdReason.SetText(why.Button());
+  cmdReason.SetVisible(!why.text.empty());
   if (!defined) {
     lblHint.SetText(kNoSystem);
   } else {

@@ -4,9 +4,12 @@
 // the window opens and closes.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/clock.h"
 #include "base/look.h"
@@ -16,14 +19,26 @@
 #include "toolkit/controls.h"
 #include "toolkit/timer.h"
 #include "toolkit/window.h"
+#include "windows/why_nothing.h"
 
 namespace fathomline {
 
 inline constexpr const char* kVersionText = "v 3.02a - 26 Sep 2019 ";
 
+// How many times as fast as it was made a recording is replayed; 0: as fast as possible.
+struct ReplaySpeed {
+  int times;
+  std::string_view caption;
+};
+inline constexpr std::array<ReplaySpeed, 5> kReplaySpeeds = {
+    {{0, "As Fast as &Possible"}, {1, "&1x"}, {2, "&2x"}, {10, "1&0x"}, {60, "&60x"}}};
+
 class frmMain : public Window {
  public:
   frmMain(Desktop& desktop, const Records& records, const Clock& clock, SettingsStore& settings);
+
+  // In the menu, the latest first.
+  static constexpr int kRecentRecordings = 8;
 
   // Panels of the status bar.
   static constexpr int kModePanel = 1;
@@ -38,12 +53,18 @@ class frmMain : public Window {
   // The mark of a system's source at the right end of the status bar.
   void ShowSource(int system, std::string_view text, Colour colour, std::string_view toolTip);
   void HideSource(int system);
+  void ShowReplaySpeed(int times);
   // Menu checks, tool bars and panel 1, by the mode of the records.
   void ShowMode();
   // The button and panel 2, by the records.
   void ShowLogging();
   // The panels and the menu entry of each system, by the records.
   void ShowSystems();
+
+  // In the title, behind the program's own: what has been opened and is not saved; empty: nothing.
+  void ShowUnsaved(std::string_view name);
+  // The latest first; as many as the menu has room for.
+  void ShowRecentRecordings(const std::vector<std::string>& paths);
 
   void Refresh() override;
 
@@ -52,6 +73,8 @@ class frmMain : public Window {
   void PressStep();
   void PressStop();
 
+  // Fills those menus that show more than their design.
+  std::function<void()> onMenus;
   // What opening does beyond the window itself, what is done before it goes, and when it goes.
   std::function<void()> onOpen;
   std::function<void()> onClosing;
@@ -73,6 +96,11 @@ class frmMain : public Window {
   MenuItem mnuFileMRU{mnuFile, "mnuFileMRU", "&Recent Files"};
   MenuItem mnuFileBar4{mnuFile, "mnuFileBar4", "-"};
   MenuItem mnuFileExit{mnuFile, "mnuFileExit", "E&xit", "Ctrl+Q"};
+  MenuItem mnuFileBar5{mnuFile, "mnuFileBar5", "-"};
+  MenuItem mnuFileOpenRecording{mnuFile, "mnuFileOpenRecording", "Open Recordin&g..."};
+  MenuItem mnuFileRecentRecordings{mnuFile, "mnuFileRecentRecordings", "Recen&t Recordings"};
+  ControlArray<MenuItem> mnuFileRecentRecording{mnuFileRecentRecordings, "mnuFileRecentRecording",
+                                                1, kRecentRecordings, ""};
 
   MenuItem mnuMode{*this, "mnuMode", "&Mode"};
   MenuItem mnuModeOnline{mnuMode, "mnuModeOnline", "O&nline"};
@@ -123,6 +151,10 @@ class frmMain : public Window {
   MenuItem mnuToolsPlay{mnuTools, "mnuToolsPlay", "&Play or Pause", "F5"};
   MenuItem mnuToolsStep{mnuTools, "mnuToolsStep", "St&ep", "F6"};
   MenuItem mnuToolsStop{mnuTools, "mnuToolsStop", "St&op", "F7"};
+  MenuItem mnuToolsReplaySpeed{mnuTools, "mnuToolsReplaySpeed", "Repla&y Speed"};
+  // In the order of kReplaySpeeds.
+  ControlArray<MenuItem> mnuToolsReplaySpeedOf{mnuToolsReplaySpeed, "mnuToolsReplaySpeedOf", 1,
+                                               static_cast<int>(kReplaySpeeds.size()), ""};
 
   MenuItem mnuHelp{*this, "mnuHelp", "&Help"};
   MenuItem mnuHelpContents{mnuHelp, "mnuHelpContents", "&Contents", "F1"};
@@ -158,6 +190,10 @@ class frmMain : public Window {
 
   // Tells what to do next while no view is open.
   Label lblHint{*this, "lblHint"};
+  // Tells why nothing would show, and leads to where that can be mended.
+  Label lblReason{*this, "lblReason"};
+  Button cmdReason{*this, "cmdReason", ""};
+  std::function<WhyNothing()> onAskWhy;
 
   StatusBar sbStatusBar{
       *this,

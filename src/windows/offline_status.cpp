@@ -23,7 +23,16 @@ frmOfflineStatus::frmOfflineStatus(Desktop& desktop, const Records& records, con
                      {"Started at : ", lblStartTime}}),
        Layout::Row({lblTimeHeader, lblCurrentTime, Layout::Words("Processing time :"),
                     lblProcessingTime, lblPause, Layout::Space()}),
-       prgRead}));
+       prgRead, Layout::Row({lblReason, cmdReason})}));
+}
+
+void frmOfflineStatus::Refresh() {
+  const WhyNothing why = onAskWhy ? onAskWhy() : WhyNothing();
+  lblReason.SetText(why.text);
+  lblReason.SetToolTip(why.text);
+  lblReason.SetVisible(!why.text.empty());
+  cmdReason.SetText(why.Button());
+  cmdReason.SetVisible(!why.text.empty());
 }
 
 void frmOfflineStatus::Load() {

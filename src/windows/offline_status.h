@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 
 #include "base/clock.h"
@@ -10,6 +11,7 @@
 #include "toolkit/controls.h"
 #include "toolkit/timer.h"
 #include "toolkit/window.h"
+#include "windows/why_nothing.h"
 
 namespace fathomline {
 
@@ -23,6 +25,8 @@ class frmOfflineStatus : public Window {
   // Bytes read so far; a size of 0 where it is not known.
   void ShowProgress(std::uint64_t position, std::uint64_t size);
 
+  void Refresh() override;
+
   Label lblFileName{*this, "lblFileName", "no file selected", Label::Look::Path};
   Label lblStatus{*this, "lblStatus", "not started"};
   Label lblStartTime{*this, "lblStartTime", "   n/a"};
@@ -31,6 +35,10 @@ class frmOfflineStatus : public Window {
   Label lblProcessingTime{*this, "lblProcessingTime", "   n/a"};
   Label lblPause{*this, "lblPause", "including pause)"};
   ProgressBar prgRead{*this, "prgRead"};
+  // Tells why nothing would show, and leads to where that can be mended.
+  Label lblReason{*this, "lblReason", "", Label::Look::Line};
+  Button cmdReason{*this, "cmdReason", ""};
+  std::function<WhyNothing()> onAskWhy;
   Timer Timer1{*this, "Timer1", 1000};
 
  protected:

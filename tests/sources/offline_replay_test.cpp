@@ -220,6 +220,64 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   EXPECT_EQ(records().SentenceCount, 0);
 }
 
+// The sentences that tell the time need not be analysed. A second talker lags behind and counts for
+// nothing; the recording crosses midnight, has a gap, and jumps back.
+TEST_F(OfflineReplayTest, KeepsToTheTimeOfItsSentencesWhereItsUserWants) {
+  const auto at = [](const char* time) {
+    return "$GPGGA," + std::string(time) + ",,,,,0,,,,M,,M,,\r\n$IIGLL,,,,,235000,V\r\n" +
+           Speed("5");
+  };
+  Record(Speed("5") + at("235958") + at("235959") + at("000000.50") + at("000001.5") +
+         at("070000") + at("060000") + at("060010") + at("060020") + at("060030") + at("060040") +
+         at("060041"));
+  const auto choose = [&](int item) {
+    mainWindow().mnuToolsReplaySpeedOf(item).Click();
+    for (int other = 1; other <= 5; ++other) {
+      EXPECT_EQ(mainWindow().mnuToolsReplaySpeedOf(other).Checked(), other == item);
+    }
+  };
+  // The samples after so many milliseconds more.
+  const auto after = [&](int milliseconds) {
+    for (int passed = 0; passed < milliseconds; passed += 50) {
+      face.Advance(std::chrono::milliseconds(50));
+    }
+    return Count();
+  };
+  choose(2);
+  Press("PLAY");
+  EXPECT_EQ(after(950), 2) << "the first is due at once";
+  EXPECT_EQ(after(100), 3);
+  EXPECT_EQ(after(1400), 3);
+  EXPECT_EQ(after(100), 4);
+  choose(3);
+  EXPECT_EQ(after(100), 5) << "at once after a change";
+  EXPECT_EQ(after(59'800), 5);
+  EXPECT_EQ(after(200), 7) << "a gap of hours, and the jump back behind it";
+  EXPECT_EQ(after(2500), 7);
+  Press("PAUSE");
+  EXPECT_EQ(after(60'000), 7);
+  Press("CONT");
+  EXPECT_EQ(after(100), 8);
+  EXPECT_EQ(after(4700), 8) << "the pause is not made up for";
+  EXPECT_EQ(after(300), 9);
+  Press("PAUSE");
+  for (int line = 0; line < 3; ++line) {
+    Press("Step");
+    after(50);
+  }
+  EXPECT_EQ(Count(), 10);
+  choose(4);
+  Press("CONT");
+  EXPECT_EQ(after(50), 11);
+  face.ExpectBox("Are you sure?", Answer::Yes);
+  Press("STOP");
+  after(50);
+  EXPECT_FALSE(records().OfflineRunning);
+  choose(1);
+  Replay();
+  EXPECT_EQ(Count(), 12);
+}
+
 #if !defined(_WIN32)
 TEST_F(OfflineReplayTest, APipeIsReadAsItsLinesComeAndHoldsNobodyUp) {
   const std::string pipe = folder / "pipe";

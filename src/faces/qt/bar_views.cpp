@@ -1,5 +1,6 @@
 #include "faces/qt/bar_views.h"
 
+#include <QActionGroup>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -145,6 +146,13 @@ void MenuView::Add(MenuItem& item) {
         QKeySequence::fromString(ToQt(item.Shortcut()), QKeySequence::PortableText));
   }
   action->setObjectName(ToQt(item.Name()));
+  if (item.IsOption()) {
+    // A group of its own draws it as an option; which one is checked the program says.
+    auto* const group = new QActionGroup(&bar_);
+    group->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    group->addAction(action);
+    action->setCheckable(true);
+  }
   QObject::connect(action, &QAction::triggered, &bar_, [this, &item] {
     if (context_.window == nullptr) return;
     const ActionOnStack guard(context_);

@@ -1,12 +1,17 @@
 #include "faces/qt/window_view.h"
 
+#include <QDir>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -24,6 +29,15 @@ namespace {
 
 constexpr int kLeastChildWidth = 180;
 constexpr int kLeastChildHeight = 90;
+
+// Files of this machine; what else may be dropped is nothing.
+std::vector<std::string> FilesOf(const QDropEvent& event) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : event.mimeData()->urls()) {
+    if (url.isLocalFile()) paths.push_back(FromQt(QDir::toNativeSeparators(url.toLocalFile())));
+  }
+  return paths;
+}
 
 }  // namespace
 
@@ -137,6 +151,7 @@ void WindowView::MakeHost() {
   }
   widgets_.host->setObjectName(ToQt(window.FullName()));
   widgets_.host->installEventFilter(this);
+  widgets_.host->setAcceptDrops(static_cast<bool>(window.onDrop));
   MakeAnew();
   placing_.Restart();
   fresh_ = true;
@@ -316,6 +331,28 @@ void WindowView::UserClosed() {
   context_.face.DrawSoon();
 }
 
+bool WindowView::OfferFiles(QDragEnterEvent& event) {
+  if (!Plain()->onDrop || FilesOf(event).empty()) return false;
+  event.setDropAction(Qt::CopyAction);
+  event.accept();
+  return true;
+}
+
+// Whoever drops something waits for that to end, and a box may stand for long.
+bool WindowView::DropFiles(QDropEvent& event) {
+  const std::vector<std::string> paths = FilesOf(event);
+  if (!Plain()->onDrop || paths.empty()) return false;
+  event.setDropAction(Qt::CopyAction);
+  event.accept();
+  QTimer::singleShot(0, this, [this, paths] {
+    if (Plain() == nullptr) return;
+    const ActionOnStack guard(context_);
+    Plain()->UserDrop(paths);
+    context_.face.DrawSoon();
+  });
+  return true;
+}
+
 bool WindowView::eventFilter(QObject* watched, QEvent* event) {
   Window* const window = Plain();
   if (watched != widgets_.host || window == nullptr) return false;
@@ -331,6 +368,10 @@ bool WindowView::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::WindowStateChange:
       placing_.UserChangedState();
       return false;
+    case QEvent::DragEnter:
+      return OfferFiles(*static_cast<QDragEnterEvent*>(event));
+    case QEvent::Drop:
+      return DropFiles(*static_cast<QDropEvent*>(event));
     case QEvent::KeyPress:
       return PressKey(*static_cast<QKeyEvent*>(event));
     default:

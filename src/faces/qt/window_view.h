@@ -11,6 +11,8 @@
 #include "toolkit/controls.h"
 #include "toolkit/window.h"
 
+class QDragEnterEvent;
+class QDropEvent;
 class QKeyEvent;
 class QMainWindow;
 class QMdiArea;
@@ -60,6 +62,8 @@ class WindowView : public QObject {
   void FollowFrame();
   bool AnySeen() const;
   void UserRaised();
+  bool OfferFiles(QDragEnterEvent& event);
+  bool DropFiles(QDropEvent& event);
   bool PressKey(const QKeyEvent& event);
   bool ClickButton(Button::Role role);
   void UserClosed();

@@ -1,0 +1,75 @@
+#include "pipeline/recording_scan.h"
+
+#include <gtest/gtest.h>
+
+#include "setup/recording_choice.h"
+#include "support/places.h"
+#include "support/sentences.h"
+#include "support/temporary_folder.h"
+
+namespace fathomline {
+namespace {
+
+RecordingContents ContentsOf(const std::string& bytes) {
+  const TemporaryFolder folder;
+  RecordingScan scan(folder.Write("recording.log", bytes));
+  scan.Finish();
+  EXPECT_EQ(scan.Share(), 1.0);
+  return scan.Contents();
+}
+
+std::string Rmc(const std::string& time, const std::string& status, const std::string& date) {
+  return Sentence("GPRMC," + time + "," + status + ",6000,N,00500,E,1,2," + date + ",,,A") + "\r\n";
+}
+std::string Times(int times, const std::string& lines) {
+  std::string all;
+  while (times-- > 0) all += lines;
+  return all;
+}
+
+TEST(RecordingScanTest, CountsWhatItFindsAndLaysTheTimesInARow) {
+  const RecordingContents contents =
+      ContentsOf("# from the bridge\n" + Sentence("GPGGA,235958.50,,,,,0") + "\n" +
+                 Rmc("235959", "V", "060180") +  // no fix, and any date
+                 "$GPGLL,,,,,120000,A*00\n\\s:x*00\\" + Sentence("IIGLL,,,,,235957.9,A") + "\n" +
+                 "$PFEC,GPatt,1,2,3\n" + Sentence("PFEC,GPhve,1") + "\n" +
+                 Rmc("000001", "A", "290224") + Rmc("000000", "A", "290224") +
+                 Sentence("GPZDA,000002.25,29,02,2024,,") + "\n!AIVDO,1,1,,A,x,0*00");
+  EXPECT_EQ(contents.lines, 11);
+  EXPECT_EQ(contents.withoutSentence, 1);
+  EXPECT_EQ(contents.wrongChecksums, 2);
+  EXPECT_EQ(contents.LinesOf(SentenceType::GLL), 2) << "of both talkers";
+  EXPECT_EQ(contents.LinesOf(SentenceType::ATT), 1);
+  EXPECT_EQ(contents.LinesOf(SentenceType::VDM), 1);
+  EXPECT_EQ(contents.LinesOf(SentenceType::RMC), 3);
+  ASSERT_TRUE(contents.span);
+  EXPECT_TRUE(contents.span->dated);
+  constexpr std::string_view kMoment = "yyyy-mm-dd hh:nn:ss";
+  EXPECT_EQ(FormatDateTime(contents.span->from, kMoment), "2024-02-28 23:59:58");
+  EXPECT_EQ(FormatDateTime(contents.span->to, kMoment), "2024-02-29 00:00:02");
+  EXPECT_NEAR(contents.span->Seconds(), 4.35, 1e-4);
+}
+
+TEST(RecordingScanTest, ProposesTheFullerSentenceUnlessItIsRare) {
+  const std::string gga = Sentence("GPGGA,1,,,,,0") + "\n";
+  const std::string gns = Sentence("GNGNS,1") + "\n";
+  const std::string hdt = "$HEHDT,1,T\n";
+  const auto choiceOf = [](const std::string& bytes) {
+    std::string words;
+    const RecordingChoice choice = ProposeFor(ContentsOf(bytes), "/home/me/a \"b\".log");
+    EXPECT_EQ(choice.name, "a 'b'");
+    for (const SentenceType type : choice.sentences.Ticked()) words += ToText(type) + " ";
+    return words + (choice.checksumTest ? "tested" : "not tested");
+  };
+  EXPECT_EQ(choiceOf(gga + Times(10, gns)), "GGA tested");
+  EXPECT_EQ(choiceOf(gga + Times(11, gns)), "GNS tested");
+  EXPECT_EQ(choiceOf(Times(5, Rmc("1", "A", "")) + Times(5, Sentence("GPGLL,1") + "\n") +
+                     Times(500, Sentence("GPVTG,1") + "\n")),
+            "RMC tested")
+      << "which also has what VTG has";
+  EXPECT_EQ(choiceOf(Times(9, gga) + hdt), "GGA HDT not tested") << "it would refuse all headings";
+  EXPECT_EQ(choiceOf(gga + "$GPGGA,1*00\n" + "$IIMTW,1,C\n"), "GGA tested");
+}
+
+}  // namespace
+}  // namespace fathomline

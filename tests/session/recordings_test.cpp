@@ -1,0 +1,263 @@
+// From the name of a recording to its figures.
+#include <gmock/gmock.h>
+
+#include "support/places.h"
+#include "support/session.h"
+
+namespace fathomline {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+const std::string kVoyage = kSourceFolder + "/samples/voyage.log";
+
+struct RecordingsTest : ::testing::Test, Session {
+  RecordingsTest() {
+    Prepare([](Records& records) {
+      records.CommSetups[1].UseTCPIP = true;
+      records.CommSetups[1].IPAddress = "10.0.0.7";
+      records.MessagesToAnalyse[1][0] = "HDT";
+      records.SessionInfo = "Sea trial";
+      records.References[1].ReferenceUsed = kTruePosition;
+      records.SystemSetups[1][WindowFlag::Numerics] = true;
+    });
+    setup = ReadWholeFile(folder / kSetupFileName);
+  }
+
+  frmOpenRecording& Dialog() { return program->session.recordings.dialog; }
+  void Drop(const std::string& path) { mainWindow().UserDrop({path}); }
+  // Until the recording has been looked through.
+  void Look() {
+    ASSERT_TRUE(Dialog().Visible());
+    program->desktop.RunUntil([this] { return !Dialog().prgRead.Visible(); });
+  }
+  std::string Refused(const std::string& path) {
+    face.ExpectBox("");
+    Drop(path);
+    EXPECT_FALSE(Dialog().Visible());
+    return face.Boxes().back().text;
+  }
+  std::vector<std::string> Analysed() {
+    std::vector<std::string> words;
+    for (const std::string& word : records().MessagesToAnalyse[1]) {
+      if (!word.empty()) words.push_back(word);
+    }
+    return words;
+  }
+
+  std::string setup;
+};
+
+TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
+  ASSERT_TRUE(Start({.setupFile = kVoyage}));
+  EXPECT_NE(links.Winsock1(1).State(), LinkState::Connected) << "the user wants to see a recording";
+  Look();
+  EXPECT_EQ(Dialog().lblSpan.Text(),
+            "02 Jan 2026 23:55:00 to 03 Jan 2026 00:04:58 UTC (9 min 58 s)");
+  EXPECT_EQ(Dialog().lblLines.Text(), "4540 lines, 0 with a wrong checksum");
+  EXPECT_EQ(Dialog().fgSentences.Rows(), 20);
+  EXPECT_EQ(Dialog().txtName.Text(), "voyage");
+  EXPECT_TRUE(Dialog().chkTestCheckSum.Checked());
+  EXPECT_THAT(Dialog().lblNote.Text(), EndsWith("Not ticked: GST, ROT."));
+  Dialog().cmdOk.Click();
+  EXPECT_TRUE(records().OfflineRunning);
+  RunToTheEnd();
+
+  EXPECT_THAT(Analysed(),
+              ElementsAre("GGA", "VTG", "GSA", "GSV", "ZDA", "ATT", "VHW", "DBT", "TTM", "VDM"));
+  EXPECT_EQ(program->engine.statistics[1].Of(SentenceType::DBT)[0].Stat.Count, 120);
+  EXPECT_EQ(records().References[1].ReferenceUsed, kFirstSample);
+  EXPECT_EQ(records().SessionInfo, "");
+  EXPECT_THAT(mainWindow().Caption(), EndsWith("- voyage.log (not saved)"));
+  const std::vector<std::string> views = Views();
+  for (const char* const view : {"frmStatistics-1", "frmStatisticsSNR-1", "frmNumerics-1",
+                                 "frmTimeSeriesGGA-1", "frmTimeSeriesATT-1", "frmScatter-1",
+                                 "frmSkyplot-1", "frmARPATargets-1", "frmAISTargets-1"}) {
+    EXPECT_THAT(views, Contains(view));
+  }
+  // What is tiled lies side by side and within the room, the status of the replay included.
+  std::vector<Window*> tiled = program->desktop.ShownChildren();
+  std::erase_if(tiled, [](const Window* w) { return w->State() == WindowState::Minimised; });
+  EXPECT_GE(tiled.size(), 5U);
+  const Desktop::Area area = program->desktop.ChildArea();
+  for (const Window* const one : tiled) {
+    const WindowPlace& a = one->Place();
+    EXPECT_LE(a.left + a.width, area.width) << one->FullName();
+    EXPECT_LE(a.top + a.height, area.height) << one->FullName();
+    for (const Window* const other : tiled) {
+      const WindowPlace& b = other->Place();
+      EXPECT_TRUE(one == other || a.left + a.width <= b.left || b.left + b.width <= a.left ||
+                  a.top + a.height <= b.top || b.top + b.height <= a.top)
+          << one->FullName() << " lies over " << other->FullName();
+    }
+  }
+
+  // Neither what the setup dialog applies nor the end of the program saves it.
+  mainWindow().mnuSetupPrimarySystem.Click();
+  face.ExpectBox("", Answer::Yes);
+  program->session.setupDialog.cmdOk.Click();
+  mainWindow().UserClose();
+  EXPECT_EQ(ReadWholeFile(folder / kSetupFileName), setup);
+  EXPECT_FALSE(settings.Get("Settings", "StatisticsLeft1").has_value());
+  EXPECT_FALSE(settings.Get("Settings", "WindowOrder").has_value());
+  EXPECT_TRUE(settings.Get("Settings", "MainLeft").has_value());
+
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
+  EXPECT_EQ(mainWindow().Caption(), "Fathomline - Version : v 3.02a - 26 Sep 2019 ");
+  EXPECT_THAT(mainWindow().mnuFileRecentRecording(1).Text(), EndsWith("voyage.log"));
+  mainWindow().mnuFileRecentRecording(1).Click();
+  EXPECT_EQ(Dialog().lblWarning.Text(), "The live session ends when the recording is opened.");
+}
+
+TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
+  ASSERT_TRUE(Start({.setupFile = kVoyage}));
+  Dialog().cmdCancel.Click();
+  EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
+  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
+  Drop(kVoyage);
+  Dialog().UserClose();
+  EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected) << "nothing has ended";
+  EXPECT_EQ(records().SessionInfo, "Sea trial");
+  mainWindow().UserClose();
+  EXPECT_THAT(ReadWholeFile(folder / kSetupFileName), HasSubstr("Sea trial"));
+
+  // The program may end while the dialog stands.
+  ASSERT_TRUE(Start({.setupFile = kVoyage}));
+  mainWindow().UserClose();
+  EXPECT_NE(links.Winsock1(1).State(), LinkState::Connected);
+
+  RenameFile(folder / kSetupFileName, folder / "away");
+  ASSERT_TRUE(Start({.setupFile = kVoyage})) << "no box tells of the first start";
+  Dialog().cmdCancel.Click();
+  EXPECT_FALSE(records().CommSetups[1].Enabled);
+}
+
+TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
+  ASSERT_TRUE(Start());
+  records().HdopLimit = 4.0F;
+  face.ExpectFile(kVoyage);
+  mainWindow().mnuFileOpenRecording.Click();
+  Look();
+  Dialog().cmdOk.Click();
+  EXPECT_EQ(records().HdopLimit, 0.0F);
+  face.ExpectFile(folder.Write("other.ini", "\"REM Mode\"\r\n\"OFFLINE\"\r\n"));
+  mainWindow().mnuFileOpen.Click();
+  EXPECT_EQ(records().SessionInfo, "Sea trial") << "the file says nothing of it";
+  EXPECT_EQ(records().HdopLimit, 4.0F);
+  EXPECT_THAT(mainWindow().Caption(), EndsWith("2019 "));
+
+  // The menu of setups takes a recording as well.
+  face.ExpectFile(kVoyage);
+  mainWindow().mnuFileOpen.Click();
+  Look();
+  Dialog().cmdOk.Click();
+  RunToTheEnd();
+  face.Expect({});
+  mainWindow().mnuFileSave.Click();
+  EXPECT_THAT(mainWindow().Caption(), EndsWith("2019 "));
+  records().SessionInfo = "kept";
+  mainWindow().UserClose();
+  EXPECT_THAT(ReadWholeFile(folder / kSetupFileName),
+              ::testing::AllOf(HasSubstr("voyage.log"), HasSubstr("kept")));
+}
+
+TEST_F(RecordingsTest, TellsWhatItCannotOpen) {
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(Refused(folder.Write("a.log", "\r\n")), folder / "a.log is empty.");
+  EXPECT_EQ(Refused(folder.Write("b.log", std::string("\x7F"
+                                                      "ELF\0\0",
+                                                      6))),
+            folder / "b.log is no recording: it is no text.");
+  EXPECT_THAT(Refused(folder.Write("c.log", "Dear all,\n")), HasSubstr("there is no NMEA 0183"));
+  EXPECT_EQ(Refused(folder / "d.log"), "File " + folder / "d.log do not exist.");
+  EXPECT_EQ(records().SessionInfo, "Sea trial");
+
+  // Nothing in it that can be analysed: it can be looked at, and not opened.
+  Drop(folder.Write("e.log", Sentence("IIMTW,16.8,C") + "\n"));
+  Look();
+  EXPECT_FALSE(Dialog().cmdOk.Usable());
+  EXPECT_EQ(Dialog().lblSpan.Text(), "The sentences tell no time.");
+  Dialog().cmdCancel.Click();
+  Drop(folder / kSetupFileName);
+  EXPECT_FALSE(Dialog().Visible()) << "a setup is opened as such";
+  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
+}
+
+TEST_F(RecordingsTest, TheDialogKeepsTheRulesOfTheSetup) {
+  ASSERT_TRUE(Start());
+  Drop(kVoyage);
+  Look();
+  const auto box = [this](std::string_view sentence) -> CheckBox& {
+    for (CheckBox& found : Dialog().chkSentence) {
+      if (found.Visible() && found.Text().starts_with(sentence)) return found;
+    }
+    throw std::logic_error("no such box");
+  };
+  box("ROT").Click();
+  EXPECT_FALSE(box("ROT").Checked());
+  EXPECT_THAT(Dialog().lblNote.Text(), StartsWith("No more than 10"));
+  box("RMC").Click();
+  EXPECT_THAT(Dialog().lblNote.Text(), HasSubstr("GGA disabled."));
+  EXPECT_TRUE(box("RMC").Checked());
+  EXPECT_FALSE(box("GGA").Checked() || box("VTG").Checked() || box("ZDA").Checked());
+  box("ROT").Click();
+  EXPECT_TRUE(box("ROT").Checked());
+  Dialog().txtName.UserText("with a \"");
+  face.ExpectBox("");
+  Dialog().cmdOk.Click();
+  EXPECT_TRUE(Dialog().Visible());
+}
+
+TEST_F(RecordingsTest, TellsWhyNothingShowsAndLeadsThere) {
+  Prepare([](Records& records) { records.Mode = kOffline; });
+  ASSERT_TRUE(Start());
+  frmOfflineStatus& status = program->windows.offlineStatus;
+  frmSetup& dialog = program->session.setupDialog;
+  const auto why = [&] {
+    status.Refresh();
+    EXPECT_EQ(status.cmdReason.Visible(), status.lblReason.Visible());
+    return status.lblReason.Visible() ? status.lblReason.Text() : "";
+  };
+  EXPECT_EQ(why(), "No sentence is ticked for system 1 (Bridge).");
+  mainWindow().Refresh();
+  EXPECT_EQ(mainWindow().lblReason.Text(), why()) << "in the empty frame, too";
+  status.cmdReason.Click();
+  EXPECT_TRUE(dialog.Visible());
+  EXPECT_EQ(dialog.SSTab1.Choice(), frmSetup::kMessagesTab);
+  dialog.Close();
+
+  const auto replay = [&](const std::string& bytes) {
+    records().CommSetups[1].OfflineFile = folder.Write("a.log", bytes);
+    mainWindow().tbOffline.Click("PLAY");
+    EXPECT_EQ(why(), "") << "nothing has come yet";
+    RunToTheEnd();
+    return why();
+  };
+  const std::string lines = "$HEHDT,1,T*00\n$GPVTG,1*00\n$HEHDT,2,T*00\n";
+  records().MessagesToAnalyse[1] = {"DBT", "GSV"};
+  records().SetMessageFlags(1);
+  EXPECT_EQ(replay(lines),
+            "Nothing of what is ticked for system 1 (Bridge) has occurred in 3 lines. Ticked: GSV, "
+            "DBT. There are: HEHDT 2, GPVTG 1.");
+  EXPECT_EQ(replay(lines + "$SDDBT,1,f,2,M,3,F\n"), "");
+  records().ChecksumTest[1] = true;
+  for (int times = 0; times < 2; ++times) {
+    EXPECT_EQ(replay(lines), "All 3 lines of system 1 (Bridge) failed the checksum test.");
+  }
+  EXPECT_EQ(replay(lines + Sentence("SDDBT,1,f,2,M,3,F") + "\n"), "");
+
+  records().CommSetups[1].Enabled = false;
+  mainWindow().Refresh();
+  EXPECT_EQ(mainWindow().lblReason.Text(), "No system is enabled.");
+  mainWindow().cmdReason.Click();
+  EXPECT_EQ(dialog.SSTab1.Choice(), 0);
+}
+
+}  // namespace
+}  // namespace fathomline
