@@ -1,4 +1,5 @@
-// Any bytes as two recordings: their figures add up, and what is written of them is JSON.
+// Any bytes as two recordings: their figures add up, what is written of them is JSON, and their
+// page is drawn with numbers only.
 //
 // The first byte says whether lines without a checksum are used, what the reference is, and in
 // which blocks the bytes come. A line that ends with "*" gets its checksum; a NUL begins the second
@@ -16,6 +17,7 @@
 #include "trial/limits.h"
 #include "trial/recorder.h"
 #include "trial/trial.h"
+#include "trial/trial_html.h"
 #include "trial/trial_json.h"
 
 namespace {
@@ -93,5 +95,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const SystemFigures& system : figures.systems) Check(system);
   JudgeLimits(figures, {ReadLimit("availability.share>=0.5")});
   Require(nlohmann::json::accept(JsonText(figures)));
+  const std::string page = ToHtml(figures);
+  Require(page.ends_with("</html>\n"));
+  // The last is a length that is no number.
+  for (const std::string_view text : {">nan<", ">inf<", "922337203685477580"}) {
+    Require(page.find(text) == std::string::npos);
+  }
   return 0;
 }

@@ -281,6 +281,7 @@ void PlotDots::Add(double x, double y) {
   const double limit = side_ - 1;
   const double right = x_.At(x) - x_.From();
   const double down = y_.At(y) - y_.To();
+  if (std::isnan(right) || std::isnan(down)) return;
   if (right < 0.0 || right > limit || down < 0.0 || down > limit) ++beyond_;
   const auto column = static_cast<std::size_t>(std::clamp(std::round(right), 0.0, limit));
   const auto row = static_cast<std::size_t>(std::clamp(std::round(down), 0.0, limit));

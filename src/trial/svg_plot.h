@@ -145,6 +145,7 @@ class PlotDots {
   // Both scales of the same length; dots beyond stand on the rim and are counted.
   PlotDots(const PlotScale& x, const PlotScale& y);
 
+  // NaN is no place.
   void Add(double x, double y);
   std::int64_t Beyond() const { return beyond_; }
   // Paths of strokes, thin to dense; the width of the stroke is told by Width().

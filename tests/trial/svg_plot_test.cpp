@@ -87,6 +87,7 @@ TEST(Dots, AreAllSeenAndTheFarOnesStandOnTheRim) {
   for (int i = 0; i < 1000; ++i) dots.Add(0, 0);
   dots.Add(5, 5);
   dots.Add(400, -3);
+  dots.Add(std::nan(""), 1);
   EXPECT_EQ(dots.Beyond(), 1);
   const std::vector<std::string> levels = dots.Levels();
   EXPECT_EQ(levels.front(), "M250 150h0M300 230h0");
