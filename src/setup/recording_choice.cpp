@@ -23,7 +23,7 @@ struct Sentence {
   std::string_view systemType;  // what sends it
 };
 // Those first that would be missed most.
-constexpr std::array<Sentence, 16> kSentences = {
+constexpr std::array<Sentence, 16> kCandidates = {
     {{GGA, MeansOf::Position, "position, height, quality", "GPS/GLONASS"},
      {GNS, MeansOf::Position, "position, height, modes", "GPS/GLONASS"},
      {RMC, MeansOf::Position, "position, speed, course, date", "GPS/GLONASS"},
@@ -46,15 +46,15 @@ constexpr std::size_t kLongestName = 40;
 constexpr std::string_view kOther = "other";
 
 const Sentence* RowOf(SentenceType type) {
-  const auto* const found = std::find_if(kSentences.begin(), kSentences.end(),
+  const auto* const found = std::find_if(kCandidates.begin(), kCandidates.end(),
                                          [type](const Sentence& s) { return s.type == type; });
-  return found == kSentences.end() ? nullptr : found;
+  return found == kCandidates.end() ? nullptr : found;
 }
 
 // Another sentence that tells the same thing comes far more often.
 bool IsOutnumbered(const Sentence& sentence, const RecordingContents& contents) {
   if (sentence.means == MeansOf::Itself) return false;
-  return std::any_of(kSentences.begin(), kSentences.end(), [&](const Sentence& other) {
+  return std::any_of(kCandidates.begin(), kCandidates.end(), [&](const Sentence& other) {
     return other.means == sentence.means &&
            contents.LinesOf(other.type) > kFarMore * contents.LinesOf(sentence.type);
   });
@@ -116,7 +116,7 @@ RecordingChoice ProposeFor(const RecordingContents& contents, const std::string&
   RecordingChoice choice;
   choice.name = NameOf(path);
   choice.systemType = kOther;
-  for (const Sentence& sentence : kSentences) {
+  for (const Sentence& sentence : kCandidates) {
     if (contents.LinesOf(sentence.type) == 0 || IsOutnumbered(sentence, contents)) continue;
     if (!ExclusionsOf(sentence.type, choice.sentences).empty()) continue;
     if (choice.sentences.Ticked().size() == kUsedMessageRows) break;
