@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "setup/setup_values.h"
 #include "toolkit/desktop.h"
+#include "views/definitions.h"
 #include "windows/source_marks.h"
 
 namespace fathomline {
@@ -81,6 +82,7 @@ frmOpenRecording::frmOpenRecording(Desktop& desktop)
     fgSentences.Set(0, column, design.heading);
     fgSentences.SetColumnWidth(column++, design.width);
   }
+  DefineHeads(fgSentences, DefinedTable::Recording);
   for (const int text : {kTalker, kSentence, kAnalysed}) fgSentences.SetHoldsText(text);
   std::vector<Layout> boxes;
   for (int box = chkSentence.First(); box <= chkSentence.Last(); ++box) {

@@ -17,6 +17,7 @@ enum class DefinedTable : std::uint8_t {
   AIS,
   ARPA,
   Sources,
+  Recording,
   Satellites
 };
 
