@@ -315,7 +315,7 @@ void StartUp::Unloading() {
   const auto report = [this](const Fault& fault) { desktop_.Report(fault, &mainWindow_); };
   if (records_.LoggingOn) ResumeNext([this] { session_.Press("LOG"); }, report);
   SaveOrder(desktop_, settings_);
-  if (onLeaving) ResumeNext(onLeaving, report);
+  if (onLeaving && !records_.SetupIsPassing) ResumeNext(onLeaving, report);
   // The windows that were opened last go first. Closing one may close another.
   const std::vector<Window*> windows(desktop_.Windows().rbegin(), desktop_.Windows().rend());
   for (Window* const window : windows) {

@@ -97,6 +97,7 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
     }
   }
 
+  mainWindow().mnuOptionsReopen.Click();
   // Neither what the setup dialog applies nor the end of the program saves it.
   mainWindow().mnuSetupPrimarySystem.Click();
   face.ExpectBox("", Answer::Yes);
@@ -106,6 +107,7 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   EXPECT_FALSE(settings.Get("Settings", "StatisticsLeft1").has_value());
   EXPECT_FALSE(settings.Get("Settings", "WindowOrder").has_value());
   EXPECT_TRUE(settings.Get("Settings", "MainLeft").has_value());
+  EXPECT_FALSE(settings.Get("Layouts", "LastSession").has_value());
 
   ASSERT_TRUE(Start());
   EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
