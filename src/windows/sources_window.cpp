@@ -39,7 +39,7 @@ constexpr auto kSourceColumns = std::to_array<ListColumn>({{"State", 1100, true}
 constexpr auto kSentenceColumns = std::to_array<ListColumn>({{"State", 1100, true},
                                                              {"System", 800},
                                                              {"Talker", 800, true},
-                                                             {"Sentence", 1100, true},
+                                                             {"Sentence", 1300, true},
                                                              {"Lines/s", 900},
                                                              {"Last line", 1100},
                                                              {"Lines", 1100}});
