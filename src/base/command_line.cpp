@@ -28,6 +28,8 @@ CommandLine::CommandLine(const std::string& program, const std::string& descript
                          std::string_view version)
     : CLI::App(description, program) {
   get_formatter()->column_width(kHelpColumn);
+  // They would take a path that begins with a slash for an option.
+  allow_windows_style_options(false);
   set_help_flag("--help", "show this");
   set_version_flag("--version", program + " " + std::string(version), "show the version");
 }
