@@ -18,14 +18,15 @@ constexpr WindowPlace kPlace{1500, 900, 10800, 9600};
 
 struct ListColumn {
   std::string_view heading;
-  int width;  // twips
+  int width;               // twips
+  bool holdsText = false;  // no figures
 };
-constexpr auto kColumns = std::to_array<ListColumn>({{"Talker", 900},
-                                                     {"Sentence", 1300},
+constexpr auto kColumns = std::to_array<ListColumn>({{"Talker", 900, true},
+                                                     {"Sentence", 1300, true},
                                                      {"Lines", 1200},
                                                      {"Lines/s", 1100},
                                                      {"Wrong checksum", 1600},
-                                                     {"Analysed", 3300}});
+                                                     {"Analysed", 3300, true}});
 enum Column { kTalker, kSentence, kLines, kRate, kWrong, kAnalysed };
 
 std::string Count(std::int64_t lines) {
@@ -77,13 +78,7 @@ frmOpenRecording::frmOpenRecording(Desktop& desktop)
                        .place = kPlace,
                        .style = WindowStyle::Dialog}),
       fgSentences(*this, "fgSentences", 1, static_cast<int>(kColumns.size()), {1, 0}) {
-  int column = 0;
-  for (const ListColumn& design : kColumns) {
-    fgSentences.Set(0, column, design.heading);
-    fgSentences.SetColumnWidth(column++, design.width);
-  }
-  DefineHeads(fgSentences, DefinedTable::Recording);
-  for (const int text : {kTalker, kSentence, kAnalysed}) fgSentences.SetHoldsText(text);
+  DesignList(fgSentences, kColumns, DefinedTable::Recording);
   std::vector<Layout> boxes;
   for (int box = chkSentence.First(); box <= chkSentence.Last(); ++box) {
     chkSentence(box).SetVisible(false);

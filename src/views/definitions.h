@@ -32,4 +32,20 @@ std::string DefinitionOf(DefinedTable table, std::string_view head);
 // mean. The heads must have been written.
 void DefineHeads(Grid& grid, DefinedTable table);
 
+// Writes and defines the heads of a list by the rows of its design, each with a `heading`, a
+// `width` in twips, 0 leaving it to the desktop, and, where some columns hold texts, `holdsText`.
+template <class Columns>
+void DesignList(Grid& grid, const Columns& columns, DefinedTable table) {
+  int column = 0;
+  for (const auto& design : columns) {
+    grid.Set(0, column, design.heading);
+    grid.SetColumnWidth(column, design.width);
+    if constexpr (requires { design.holdsText; }) {
+      if (design.holdsText) grid.SetHoldsText(column);
+    }
+    ++column;
+  }
+  DefineHeads(grid, table);
+}
+
 }  // namespace fathomline

@@ -53,13 +53,14 @@ std::optional<double> IndexKey(const TargetView& view) {
 struct ListColumn {
   std::string_view heading;
   TargetCell text;
-  TargetKey key;  // none: a column of texts
-  int width = 0;  // twips; 0 leaves it to the desktop
+  TargetKey key;           // none: sorts by the text
+  int width = 0;           // twips; 0 leaves it to the desktop
+  bool holdsText = false;  // no figures
 };
 
 constexpr std::array<ListColumn, 10> kColumns = {{
     {"MMSI", MMSIText, Key<&AISTarget::MMSI>},
-    {"Name", TargetText<&AISTarget::Name>, nullptr, 3200},
+    {"Name", TargetText<&AISTarget::Name>, nullptr, 3200, true},
     {"Lat", TargetLatitude, Key<&AISTarget::Latitude>, 1500},
     {"Lon", TargetLongitude, Key<&AISTarget::Longitude>},
     {"SOG", TargetValue<&AISTarget::SOG>, Key<&AISTarget::SOG>},
@@ -125,14 +126,7 @@ frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
       decoder_(decoder),
       store_(store),
       extraInfo_(extraInfo) {
-  int column = 0;
-  for (const ListColumn& design : kColumns) {
-    fgAISTargets.Set(0, column, design.heading);
-    fgAISTargets.SetColumnWidth(column, design.width);
-    if (design.key == nullptr) fgAISTargets.SetHoldsText(column);
-    ++column;
-  }
-  DefineHeads(fgAISTargets, DefinedTable::AIS);
+  DesignList(fgAISTargets, kColumns, DefinedTable::AIS);
   fgAISTargets.SetSortable();
   fgAISTargets.sortKey = [this](int row, int sorted) {
     return kColumns.at(static_cast<std::size_t>(sorted))

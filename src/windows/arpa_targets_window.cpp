@@ -77,14 +77,7 @@ frmARPATargets::frmARPATargets(const ViewSurroundings& surroundings, int system)
                   .flag = WindowFlag::ARPATargets,
                   .feeds = kFeeds}),
       fgARPATargets(*this, "fgARPATargets", 1, static_cast<int>(kColumns.size()), {1, 0}) {
-  int column = 0;
-  for (const ListColumn& design : kColumns) {
-    fgARPATargets.Set(0, column, design.heading);
-    fgARPATargets.SetColumnWidth(column, design.width);
-    if (design.holdsText) fgARPATargets.SetHoldsText(column);
-    ++column;
-  }
-  DefineHeads(fgARPATargets, DefinedTable::ARPA);
+  DesignList(fgARPATargets, kColumns, DefinedTable::ARPA);
   fgARPATargets.SetSortable();
   SetContent(fgARPATargets);
 }

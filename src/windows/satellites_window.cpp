@@ -115,13 +115,7 @@ frmSatellites::frmSatellites(Desktop& desktop, const Records& records, Watch& wa
       records_(records),
       watch_(watch),
       settings_(settings) {
-  int column = 0;
-  for (const ListColumn& design : kColumns) {
-    fgSatellites.Set(0, column, design.heading);
-    fgSatellites.SetColumnWidth(column, design.width);
-    ++column;
-  }
-  DefineHeads(fgSatellites, DefinedTable::Satellites);
+  DesignList(fgSatellites, kColumns, DefinedTable::Satellites);
   picSignals.SetLeast({260, 120});
   cmbSystem.onChoose = [this] { ChooseSystem(); };
   fgSatellites.onClickHead = [this](int clicked) { ChooseOrder(clicked); };

@@ -54,14 +54,7 @@ std::optional<double> ValueOf(const std::string& text) {
 
 template <std::size_t Count>
 void SetHeads(Grid& grid, const std::array<ListColumn, Count>& columns) {
-  int column = 0;
-  for (const ListColumn& design : columns) {
-    grid.Set(0, column, design.heading);
-    grid.SetColumnWidth(column, design.width);
-    if (design.holdsText) grid.SetHoldsText(column);
-    ++column;
-  }
-  DefineHeads(grid, DefinedTable::Sources);
+  DesignList(grid, columns, DefinedTable::Sources);
   grid.SetSortable();
   grid.sortKey = [&grid](int row, int sorted) { return ValueOf(grid.Text(row, sorted)); };
 }
