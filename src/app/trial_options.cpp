@@ -6,6 +6,7 @@
 #include <limits>
 #include <string_view>
 
+#include "base/command_line.h"
 #include "base/fault.h"
 #include "base/files.h"
 #include "base/per_system.h"
@@ -27,11 +28,6 @@ struct Words {
 };
 
 void Declare(CLI::App& app, Words& words, TrialCommand& command) {
-  // They would take a path that begins with a slash for an option.
-  app.allow_windows_style_options(false);
-  app.set_help_flag("--help", "show this");
-  app.set_version_flag("--version", std::string("fathomline-trial ") + kVersion,
-                       "show the version");
   app.add_option("RECORDING", words.recordings,
                  "one to four recordings, each a system (A to D, or NAME=RECORDING)")
       ->type_name("")
@@ -190,7 +186,8 @@ void TakeLimits(const Words& words, TrialCommand& command) {
 }  // namespace
 
 TrialCommand ParseTrialCommand(const std::vector<std::string>& arguments) {
-  CLI::App app("What recordings of NMEA 0183 say of their sensors.", "fathomline-trial");
+  CommandLine app("fathomline-trial", "What recordings of NMEA 0183 say of their sensors.",
+                  kVersion);
   Words words;
   TrialCommand command;
   Declare(app, words, command);
