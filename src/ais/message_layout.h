@@ -33,6 +33,10 @@ struct AISReception {
 enum class Unavailable { Never, Exactly, AtOrAbove };
 
 struct Conversion {
+  constexpr bool Scales() const {
+    return multiplier != 1.0 || divisor != 1.0 || divisor2 != 1.0 || offset != 0.0;
+  }
+
   bool isSigned = false;
   double multiplier = 1.0;
   double divisor = 1.0;
@@ -77,8 +81,10 @@ Value ReadValue(const PayloadBits& bits, int first, int last, const Conversion& 
   double number =
       BitsToValue(bits, first, last, conversion.isSigned, conversion.allOnesMeansNoValue,
                   conversion.divisor * conversion.divisor2);
-  number = number * conversion.multiplier / conversion.divisor / conversion.divisor2;
-  if (conversion.offset != 0.0 && number != NoValue) number += conversion.offset;
+  if (conversion.Scales()) {
+    number = number * conversion.multiplier / conversion.divisor / conversion.divisor2;
+    if (conversion.offset != 0.0 && number != NoValue) number += conversion.offset;
+  }
   const auto value = static_cast<Value>(number);
   const auto limit = static_cast<Value>(conversion.limit);
   switch (conversion.unavailable) {

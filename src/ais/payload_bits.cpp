@@ -1,5 +1,7 @@
 #include "ais/payload_bits.h"
 
+#include <algorithm>
+
 namespace fathomline {
 namespace {
 
@@ -37,21 +39,26 @@ std::size_t CharacterAcrossTheEnd(const PayloadBits& bits, int first) {
 }  // namespace
 
 PayloadBits::PayloadBits(std::string_view payload) {
-  std::uint64_t pending = 0;
-  int filled = 0;
+  // As many characters as a word holds whole.
+  constexpr std::size_t kGroup = 64 / kBitsPerCharacter;
+  payload = payload.substr(0, kLongestPayload);
+  unsigned filled = 0;
   std::size_t word = 0;
-  for (const char c : payload.substr(0, kLongestPayload)) {
-    const std::uint64_t value = kSixBits[static_cast<unsigned char>(c)];
-    filled += kBitsPerCharacter;
-    if (filled < 64) {
-      pending |= value << (64 - filled);
-      continue;
+  while (!payload.empty()) {
+    const std::size_t count = std::min(payload.size(), kGroup);
+    std::uint64_t group = 0;
+    for (const char c : payload.substr(0, count)) {
+      group = group << kBitsPerCharacter | kSixBits[static_cast<unsigned char>(c)];
     }
-    filled -= 64;
-    words_[word++] = pending | value >> filled;
-    pending = filled == 0 ? 0 : value << (64 - filled);
+    payload.remove_prefix(count);
+    const auto bits = static_cast<unsigned>(count) * kBitsPerCharacter;
+    group <<= 64 - bits;
+    words_[word] |= group >> filled;
+    if (filled > 64 - bits) words_[word + 1] = group << (64 - filled);
+    filled += bits;
+    word += filled / 64;
+    filled %= 64;
   }
-  words_[word] = pending;
 }
 
 void BitsToText(const PayloadBits& bits, int first, int last, std::string& text) {

@@ -196,7 +196,7 @@ std::string_view MessageDriver::MessageTimeText(int system) {
   TimeText& cached = timeTexts_[system];
   const DateTime time = records_.MessageTime[system];
   if (cached.text.empty() || cached.of != time) {
-    cached = {time, FormatDateTime(time, "hh:mm:ss")};
+    cached = {time, TimeOfDayText(time)};
   }
   return cached.text;
 }

@@ -14,8 +14,13 @@ constexpr int kUnixEpochDay = 25569;  // 1 January 1970
 constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
+// The nearest whole second, halves away from zero. As std::llround, whose call costs more than all
+// the rest of a difference.
 std::int64_t WholeSeconds(DateTime moment) {
-  return std::llround(moment.days * kSecondsPerDay);
+  const double seconds = moment.days * kSecondsPerDay;
+  const auto whole = static_cast<std::int64_t>(seconds);
+  const double rest = seconds - static_cast<double>(whole);
+  return whole + (rest >= 0.5 ? 1 : 0) - (rest <= -0.5 ? 1 : 0);
 }
 
 std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
@@ -129,6 +134,19 @@ std::string FormatDateTime(DateTime moment, std::string_view picture) {
     }
     i += run;
   }
+  return text;
+}
+
+std::string TimeOfDayText(DateTime moment) {
+  const CalendarTime time = ToCalendar(moment);
+  std::string text = "00:00:00";
+  const auto put = [&text](std::size_t at, int value) {
+    text[at] = static_cast<char>('0' + value / 10);
+    text[at + 1] = static_cast<char>('0' + value % 10);
+  };
+  put(0, time.hour);
+  put(3, time.minute);
+  put(6, time.second);
   return text;
 }
 

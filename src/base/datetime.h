@@ -56,5 +56,7 @@ DateTime DateOnly(DateTime moment);
 // the month), yyyy, yy, hh (24 hours), nn, ss; anything else stands for itself. Case of the
 // letters does not matter.
 std::string FormatDateTime(DateTime moment, std::string_view picture);
+// The same as "hh:mm:ss", quicker, since every sentence has such a time.
+std::string TimeOfDayText(DateTime moment);
 
 }  // namespace fathomline

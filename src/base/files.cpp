@@ -110,6 +110,17 @@ struct FileTable::OpenFile {
 FileTable::FileTable() = default;
 FileTable::~FileTable() = default;
 
+FileTable::OpenFile* FileTable::Find(int number) const {
+  const auto place = static_cast<std::size_t>(number);
+  return place < files_.size() ? files_[place].get() : nullptr;
+}
+
+void FileTable::Keep(int number, std::unique_ptr<OpenFile> file) {
+  const auto place = static_cast<std::size_t>(number);
+  if (place >= files_.size()) files_.resize(place + 1);
+  files_[place] = std::move(file);
+}
+
 int FileTable::FreeFile() const {
   int number = kFirstFreeNumber;
   while (IsOpen(number)) ++number;
@@ -120,14 +131,14 @@ void FileTable::OpenForInput(int number, const std::string& path) {
   if (IsOpen(number)) Raise(FaultNumber::FileAlreadyOpen);
   auto file = std::make_unique<OpenFile>();
   file->reader = std::make_unique<LineReader>(path);
-  files_.emplace(number, std::move(file));
+  Keep(number, std::move(file));
 }
 
 void FileTable::OpenForWriting(int number, const std::string& path, SystemFile::Use use) {
   if (IsOpen(number)) Raise(FaultNumber::FileAlreadyOpen);
   auto file = std::make_unique<OpenFile>();
   file->writer = std::make_unique<SystemFile>(path, use);
-  files_.emplace(number, std::move(file));
+  Keep(number, std::move(file));
 }
 
 void FileTable::OpenForOutput(int number, const std::string& path) {
@@ -139,19 +150,19 @@ void FileTable::OpenForAppend(int number, const std::string& path) {
 }
 
 LineReader& FileTable::Reader(int number) {
-  const auto found = files_.find(number);
-  if (found == files_.end() || !found->second->reader) Raise(FaultNumber::BadFileNumber);
-  return *found->second->reader;
+  const OpenFile* const file = Find(number);
+  if (file == nullptr || !file->reader) Raise(FaultNumber::BadFileNumber);
+  return *file->reader;
 }
 
 void FileTable::Write(int number, std::string_view bytes) {
-  const auto found = files_.find(number);
-  if (found == files_.end() || !found->second->writer) Raise(FaultNumber::BadFileNumber);
-  found->second->writer->Write(bytes);
+  const OpenFile* const file = Find(number);
+  if (file == nullptr || !file->writer) Raise(FaultNumber::BadFileNumber);
+  file->writer->Write(bytes);
 }
 
 void FileTable::Close(int number) {
-  files_.erase(number);
+  if (Find(number) != nullptr) files_[static_cast<std::size_t>(number)].reset();
 }
 void FileTable::CloseAll() {
   files_.clear();

@@ -7,10 +7,10 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/system.h"
 
@@ -75,16 +75,19 @@ class FileTable {
   // Writes all or, where the system refuses, as on a full disk, nothing.
   void Write(int number, std::string_view bytes);
 
-  bool IsOpen(int number) const { return files_.count(number) != 0; }
+  bool IsOpen(int number) const { return Find(number) != nullptr; }
   void Close(int number);
   // Every file of the table, whoever opened it.
   void CloseAll();
 
  private:
   struct OpenFile;
+  OpenFile* Find(int number) const;
+  void Keep(int number, std::unique_ptr<OpenFile> file);
   void OpenForWriting(int number, const std::string& path, SystemFile::Use use);
 
-  std::map<int, std::unique_ptr<OpenFile>> files_;
+  // By number, since a replay asks for its file at every line.
+  std::vector<std::unique_ptr<OpenFile>> files_;
 };
 
 bool FileExists(const std::string& path);

@@ -40,8 +40,9 @@ bool AddChartPoint(const ChartSettings& settings, Series& series, DateTime x, do
 }
 
 void KeepOneDay(Series& series) {
-  // Rounding to whole seconds cannot lift a span of half a minute less above the limit.
-  constexpr double kSurelyShort = 1.0 - 30.0 / kSecondsPerDay;
+  // Rounding to whole seconds cannot lift a span of less than a day above the limit, whatever a
+  // double leaves of its microseconds.
+  constexpr double kSurelyShort = 1.0 - 0.001 / kSecondsPerDay;
   if (series.Count() == 0) return;
   while (std::abs(series.LastX() - series.FirstX()) > kSurelyShort &&
          std::abs(DifferenceInSeconds({series.FirstX()}, {series.LastX()})) > kLongestSeconds) {

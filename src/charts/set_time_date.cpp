@@ -96,7 +96,7 @@ DateTime frmSetTimeDate::Chosen() const {
 
 void frmSetTimeDate::ShowChosen() {
   lblDate.SetText(FormatDateTime(Chosen(), "dd mmm yyyy"));
-  lblTime.SetText(FormatDateTime(Chosen(), "hh:mm:ss"));
+  lblTime.SetText(TimeOfDayText(Chosen()));
 }
 
 }  // namespace fathomline

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "base/byte_search.h"
 #include "base/fault.h"
 #include "base/numbers.h"
 #include "base/text.h"
@@ -28,7 +29,7 @@ void SplitFields(std::string_view& sentence, std::size_t passes, SentenceFields<
   const char* at = begin;
   std::size_t commas = 0;
   for (; commas < passes; ++commas) {
-    while (at != end && *at != ',') ++at;
+    at = FindByte(at, end, ',');
     if (at == end) break;
     const std::string_view field(begin, static_cast<std::size_t>(at - begin));
     // The entry behind the table is not there; its store is what faults.
@@ -41,9 +42,9 @@ void SplitFields(std::string_view& sentence, std::size_t passes, SentenceFields<
 }
 
 void AssignText(std::string& text, std::string_view bytes) {
-  const bool plain = std::none_of(bytes.begin(), bytes.end(),
-                                  [](char c) { return static_cast<unsigned char>(c) > 127; });
-  if (plain) {
+  unsigned char all = 0;
+  for (const char c : bytes) all |= static_cast<unsigned char>(c);
+  if (all <= 127) {
     text.assign(bytes);
   } else {
     text = FromLatin1(bytes);

@@ -29,6 +29,12 @@ std::string_view WithoutTagBlock(std::string_view line) {
   return count == 2 ? line.substr(positions[1] + 1) : std::string_view{};
 }
 
+// Three letters from a place, counted from 1; fewer at the end of the sentence.
+std::uint32_t LettersAt(std::string_view sentence, std::size_t place) {
+  if (place + 2 > sentence.size()) return PackLetters(Mid(sentence, place, 3));
+  return PackLetters({sentence.data() + place - 1, 3});
+}
+
 }  // namespace
 
 struct SentencePipeline::Recogniser {
@@ -106,12 +112,12 @@ const SentencePipeline::Recogniser* SentencePipeline::Recognise(std::string_view
     return rows;
   }();
 
-  const std::uint32_t usual = PackLetters(Mid(sentence, kUsualPlace, 3));
+  const std::uint32_t usual = LettersAt(sentence, kUsualPlace);
   const Recogniser* found = kSlots[usual % kSlotCount];
   if (found != nullptr && found->letters != usual) found = nullptr;
   for (const Recogniser* const row : kElsewhere) {
     if (found != nullptr && found < row) break;
-    if (PackLetters(Mid(sentence, row->place, 3)) == row->letters) return row;
+    if (LettersAt(sentence, row->place) == row->letters) return row;
   }
   return found;
 }

@@ -142,26 +142,30 @@ void Series::Clear() {
   ++changes_;
 }
 
-void Series::Recount(Block& block, std::size_t from) const {
+void Series::CountX(Block& block, std::size_t from) {
+  if (block.x.known) return;
   block.x = {};
+  for (std::size_t i = from; i < block.points.size(); ++i) block.x.Include(block.points[i].x);
+  for (std::size_t i = from; i < block.ends.size(); ++i) block.x.Include(block.ends[i]);
+}
+
+void Series::CountY(Block& block, std::size_t from) {
+  if (block.y.known) return;
   block.y = {};
   for (std::size_t i = from; i < block.points.size(); ++i) {
     const Stored& stored = block.points[i];
-    block.x.Include(stored.x);
-    if (i < block.ends.size()) block.x.Include(block.ends[i]);
     if (stored.colour != kNullPoint) block.y.Include(static_cast<double>(stored.y));
   }
 }
 
-void Series::Recount() const {
-  x_ = {};
-  y_ = {};
+// The one axis or the other: x becomes unknown with every point that ages out, y seldom.
+template <void (*Count)(Series::Block&, std::size_t)>
+void Series::Recount(Extremes Block::*axis, Extremes& all) const {
+  all = {};
   std::size_t from = first_ % kBlockSize;
   for (std::size_t i = first_ / kBlockSize; i < blocks_.size(); ++i) {
-    Block& block = blocks_[i];
-    if (!block.x.known || !block.y.known) Recount(block, from);
-    x_.Include(block.x);
-    y_.Include(block.y);
+    Count(blocks_[i], from);
+    all.Include(blocks_[i].*axis);
     from = 0;
   }
 }
@@ -171,7 +175,8 @@ Series::Stretch Series::StretchAt(int index) const {
   const std::size_t at = first_ / kBlockSize + static_cast<std::size_t>(index);
   Block& block = blocks_[at];
   const std::size_t from = index == 0 ? first_ % kBlockSize : 0;
-  if (!block.x.known || !block.y.known) Recount(block, from);
+  CountX(block, from);
+  CountY(block, from);
   const int begin = static_cast<int>(at * kBlockSize) - static_cast<int>(first_);
   return {begin + static_cast<int>(from),
           begin + static_cast<int>(block.points.size()),
@@ -181,12 +186,12 @@ Series::Stretch Series::StretchAt(int index) const {
 }
 
 std::optional<AxisRange> Series::RangeX() const {
-  if (!x_.known) Recount();
+  if (!x_.known) Recount<CountX>(&Block::x, x_);
   return x_.Range();
 }
 
 std::optional<AxisRange> Series::RangeY() const {
-  if (!y_.known) Recount();
+  if (!y_.known) Recount<CountY>(&Block::y, y_);
   return y_.Range();
 }
 

@@ -145,8 +145,10 @@ class Series {
     return first_ + static_cast<std::size_t>(index);
   }
   void Forget(Block& block, std::size_t at);
-  void Recount(Block& block, std::size_t from) const;
-  void Recount() const;
+  static void CountX(Block& block, std::size_t from);
+  static void CountY(Block& block, std::size_t from);
+  template <void (*Count)(Block&, std::size_t)>
+  void Recount(Extremes Block::*axis, Extremes& all) const;
 
   std::uint64_t& changes_;
   SeriesDesign design_;

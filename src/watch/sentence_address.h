@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/byte_search.h"
+
 namespace fathomline {
 
 // Kept as one number, so that a table of addresses costs a multiplication to look into.
@@ -28,6 +30,16 @@ class SentenceAddress {
       packed |= static_cast<std::uint64_t>(static_cast<unsigned char>(c)) << (8 * count);
     }
     return SentenceAddress(count < kLeast ? 0 : packed);
+  }
+
+  // What Packed() says of the address of a text that is one, in fewer steps; of any other text
+  // something that no address has, or 0.
+  static std::uint64_t PackedOf(std::string_view text) {
+    if (text.size() < kLongest) return 0;
+    const std::uint64_t packed = LoadEight(text.data());
+    const std::uint64_t commas = MarkByte(packed, ',');
+    // All bits below those of the comma.
+    return commas == 0 ? packed : packed & ((commas ^ (commas - 1)) >> 8);
   }
 
   constexpr bool None() const { return packed_ == 0; }

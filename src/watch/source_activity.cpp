@@ -25,20 +25,31 @@ double SourceActivity::Seconds(Time from, Time to) {
   return std::max(std::chrono::duration<double>(to - from).count(), 0.0);
 }
 
-SourceActivity::Row& SourceActivity::Find(System& system, SentenceAddress address) {
+// The slot of an address, or the one where it would stand.
+SourceActivity::Row& SourceActivity::Slot(System& system, std::uint64_t packed) {
   constexpr std::uint64_t kGolden = 0x9E3779B97F4A7C15;  // Fibonacci hashing
-  std::size_t slot = address.Packed() * kGolden >> 57;
+  std::size_t slot = packed * kGolden >> 57;
   static_assert(kSlots == std::size_t{1} << (64 - 57));
-  while (!(system.slots[slot].address == address)) {
-    if (system.slots[slot].address.None()) {
-      if (system.used == kMostSentences) return system.unreadable;
-      ++system.used;
-      system.slots[slot].address = address;
-      break;
-    }
+  while (system.slots[slot].address.Packed() != packed && !system.slots[slot].address.None()) {
     slot = (slot + 1) % kSlots;
   }
   return system.slots[slot];
+}
+
+SourceActivity::Row& SourceActivity::Find(System& system, std::string_view line) {
+  // Nearly every line has an address that is known, and needs no test of its characters.
+  if (!line.empty() && (line.front() == '$' || line.front() == '!')) {
+    Row& known = Slot(system, SentenceAddress::PackedOf(line.substr(1)));
+    if (!known.address.None()) return known;
+  }
+  const SentenceAddress address = AddressOf(line);
+  if (address.None()) return system.unreadable;
+  Row& row = Slot(system, address.Packed());
+  if (!row.address.None()) return row;
+  if (system.used == kMostSentences) return system.unreadable;
+  ++system.used;
+  row.address = address;
+  return row;
 }
 
 void SourceActivity::NoteRow(Row& row, Time now) {
@@ -77,8 +88,7 @@ void SourceActivity::Note(int system, std::string_view line, Time now) {
   System& source = rows_[system];
   ++source.all.lines;
   source.all.last = now;
-  const SentenceAddress address = AddressOf(line);
-  NoteRow(address.None() ? source.unreadable : Find(source, address), now);
+  NoteRow(Find(source, line), now);
 }
 
 void SourceActivity::Tick(Time now) {

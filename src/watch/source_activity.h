@@ -90,7 +90,8 @@ class SourceActivity {
 
   static void NoteRow(Row& row, Time now);
   static void EndGroup(Row& row, Time before, Time now);
-  static Row& Find(System& system, SentenceAddress address);
+  static Row& Slot(System& system, std::uint64_t packed);
+  static Row& Find(System& system, std::string_view line);
   static double Seconds(Time from, Time to);
   static Liveliness StateOf(const Row& row, Time now);
   double RateOf(const Row& row, const Counts& ticks, Time now) const;

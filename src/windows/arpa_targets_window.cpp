@@ -38,7 +38,7 @@ std::string Value(const ARPATarget& target) {
 }
 template <auto Member>
 std::string Time(const ARPATarget& target) {
-  return FormatDateTime(target.*Member, "hh:mm:ss");
+  return TimeOfDayText(target.*Member);
 }
 
 struct ListColumn {

@@ -95,7 +95,7 @@ void frmMain::Unload() {
 }
 
 void frmMain::ShowClock() {
-  sbStatusBar.SetPanelText(kClockPanel, FormatDateTime(clock_.NowLocal(), "hh:mm:ss"));
+  sbStatusBar.SetPanelText(kClockPanel, TimeOfDayText(clock_.NowLocal()));
 }
 
 void frmMain::ShowChecksumErrors(int system, std::int32_t count) {

@@ -68,7 +68,7 @@ void frmOfflineStatus::ShowProgress(std::uint64_t position, std::uint64_t size) 
 
 void frmOfflineStatus::Tick() {
   const DateTime now = clock_.NowLocal();
-  lblCurrentTime.SetText(FormatDateTime(now, "hh:mm:ss"));
+  lblCurrentTime.SetText(TimeOfDayText(now));
   const auto seconds = static_cast<double>(DifferenceInSeconds(records_.OfflineStartTime, now));
   lblProcessingTime.SetText(FormatSecondsOfDay(seconds, 0));
 }
