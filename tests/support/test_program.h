@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
@@ -39,9 +40,12 @@ class TestProgram : public TestMachine {
   void Analyse(std::initializer_list<std::string_view> types, int system = 1) {
     MessageList& list = records.MessagesToAnalyse[system];
     list = {};
-    std::size_t row = 0;
-    for (const std::string_view type : types) list[row++] = type;
+    std::copy_n(types.begin(), std::min(types.size(), list.size()), list.begin());
     records.SetMessageFlags(system);
+    // A test may want more of them at once than a setup can hold.
+    for (const std::string_view type : types) {
+      records.CommSetups[system].*FindAnalyseFlag(SentenceTypeOf(type))->flag = true;
+    }
   }
 
   // A sentence without its "$" and checksum.
