@@ -71,7 +71,10 @@ class Program::Lines : public LineSink, public LineObservers {
     program_.engine.pipeline.ProcessSentence(system, line);
   }
 
-  void BeginReplay() override { program_.engine.driver.BeginReplay(); }
+  void BeginReplay() override {
+    program_.engine.driver.BeginReplay();
+    program_.session.trial.BeginReplay();
+  }
 
   void ShowInput(int system, std::string_view text) override {
     program_.windows.monitors[system]->ShowInput(text);

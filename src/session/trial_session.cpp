@@ -7,6 +7,7 @@
 #include <limits>
 #include <numbers>
 #include <optional>
+#include <utility>
 
 #include "base/datetime.h"
 #include "base/files.h"
@@ -28,6 +29,9 @@ constexpr const char* kNothingKept =
 constexpr const char* kFull =
     "The memory set aside for samples was full before the session ended: the latest lines are not "
     "in this report.";
+constexpr const char* kShorter =
+    "The recording is shorter than when it was replayed. Replay it again for its report.";
+constexpr int kReplayedSystem = 1;
 constexpr std::string_view kPageExtension = ".html";
 constexpr std::string_view kFiguresExtension = ".json";
 
@@ -55,17 +59,35 @@ std::optional<trial::RecordingFile> DescribeFile(const std::string& path) {
   return described;
 }
 
+// A recorder that stands in its place while a report is worked out.
+class Lent {
+ public:
+  using Place = std::unique_ptr<trial::SystemRecorder>;
+  Lent(Place& place, Place recorder) : place_(place) { place_ = std::move(recorder); }
+  Lent(const Lent&) = delete;
+  Lent& operator=(const Lent&) = delete;
+  ~Lent() { place_.reset(); }
+
+ private:
+  Place& place_;
+};
+
 }  // namespace
 
 TrialSession::TrialSession(Engine& engine, const Clock& clock, SettingsStore& settings,
                            Desktop& desktop, frmMain& mainWindow)
-    : records_(engine.records),
+    : reading(desktop),
+      records_(engine.records),
       statistics_(engine.statistics),
       clock_(clock),
       settings_(settings),
       desktop_(desktop),
       keepSamples_(mainWindow.mnuToolsKeepSamples) {
   mainWindow.mnuToolsTrialReport.onClick = [this] { WriteReport(); };
+  reading.onCancel = [this] {
+    desktop_.Stop(*this);
+    second_.reset();
+  };
   keepSamples_.onClick = [this] {
     SetKeeping(!keeping_);
     settings_.Set(kSettingsSection, kKeepTrialSamples, keeping_ ? 1 : 0);
@@ -79,12 +101,23 @@ void TrialSession::ReadSetting() {
 void TrialSession::SetKeeping(bool keeping) {
   keeping_ = keeping;
   keepSamples_.SetChecked(keeping);
-  if (!keeping) Clear();
+  Clear();
 }
 
 void TrialSession::Clear() {
   for (auto& recorder : recorders_) recorder.reset();
+  replayed_.Forget(records_.OfflineRunning);
   full_ = false;
+}
+
+void TrialSession::BeginReplay() {
+  replayed_.Begin(records_.CommSetups[kReplayedSystem].OfflineFile);
+}
+
+bool TrialSession::Nothing() const {
+  const bool recorded = std::any_of(recorders_.begin(), recorders_.end(),
+                                    [](const auto& recorder) { return recorder != nullptr; });
+  return !keeping_ || (!recorded && replayed_.Empty());
 }
 
 std::size_t TrialSession::Bytes() const {
@@ -162,11 +195,11 @@ std::vector<trial::TrialSystem> TrialSession::Systems() const {
   return systems;
 }
 
-trial::Meta TrialSession::About() const {
+trial::Meta TrialSession::About(bool full) const {
   trial::Meta meta;
   meta.version = kVersion;
   std::string note = records_.SessionInfo;
-  if (full_) note += (note.empty() ? "" : "\n") + std::string(kFull);
+  if (full) note += (note.empty() ? "" : "\n") + std::string(kFull);
   if (!note.empty()) meta.note = note;
   meta.writtenAt = FormatDateTime(clock_.NowUtc(), "yyyy-mm-dd") + "T" +
                    FormatDateTime(clock_.NowUtc(), "hh:nn:ss") + ".000Z";
@@ -174,8 +207,8 @@ trial::Meta TrialSession::About() const {
     if (recorders_[system]) meta.unchecked |= !records_.ChecksumTest[system];
   }
   if (records_.Offline()) {
-    if (auto file = DescribeFile(records_.CommSetups[1].OfflineFile)) {
-      file->system = NameOf(1);
+    if (auto file = DescribeFile(records_.CommSetups[kReplayedSystem].OfflineFile)) {
+      file->system = NameOf(kReplayedSystem);
       meta.files.push_back(std::move(*file));
     }
   }
@@ -183,7 +216,8 @@ trial::Meta TrialSession::About() const {
 }
 
 void TrialSession::WriteReport() {
-  if (Systems().empty()) {
+  if (second_) return;
+  if (Nothing()) {
     desktop_.Say(keeping_ ? kNothingYet : kNothingKept);
     return;
   }
@@ -193,26 +227,68 @@ void TrialSession::WriteReport() {
                                          .folder = records_.ProgramFolder,
                                          .save = true});
   if (!page) return;
-  const std::string figuresPath = FiguresPath(*page);
+  page_ = *page;
+  // Lines may have come in, and a reset too, while the dialog stood.
+  second_ = std::make_unique<SecondReading>(replayed_, !records_.ChecksumTest[kReplayedSystem],
+                                            kMostBytes);
+  if (!ReadOn(std::chrono::steady_clock::now() + patience_)) return;
+  reading.Show();
+  desktop_.Start(*this);
+}
+
+bool TrialSession::RunSlice(std::chrono::steady_clock::time_point until) {
+  return ReadOn(until);
+}
+
+// Whether there is more to read. If not, the report has been written or its failure told.
+bool TrialSession::ReadOn(std::chrono::steady_clock::time_point until) {
+  std::optional<Fault> failure;
   try {
-    // Lines may have come in, and a reset too, while the dialog stood.
+    if (second_->Continue(until)) {
+      reading.ShowShare(second_->Share());
+      return true;
+    }
+  } catch (const Fault& fault) {
+    failure = fault;
+  }
+  desktop_.Stop(*this);
+  reading.Done();
+  const std::unique_ptr<SecondReading> second = std::move(second_);
+  if (failure) {
+    const bool shorter = failure->Number() == static_cast<int>(FaultNumber::PastEndOfFile);
+    Refuse(shorter ? kShorter : failure->Description());
+  } else {
+    Write(*second);
+  }
+  return false;
+}
+
+void TrialSession::Refuse(const std::string& cause) {
+  desktop_.Ask({.text = "Trial report not written. " + cause, .icon = BoxIcon::Exclamation});
+}
+
+void TrialSession::Write(SecondReading& second) {
+  const std::string page = page_;
+  const std::string figuresPath = FiguresPath(page);
+  try {
+    std::optional<Lent> replayed;
+    if (!second.Empty()) replayed.emplace(recorders_[kReplayedSystem], second.Result());
     trial::TrialOptions options;
-    options.meta = About();
+    options.meta = About(full_ || second.Full());
     const trial::TrialFigures figures = trial::WorkOut(Systems(), options);
-    ReplaceFile(*page, trial::ToHtml(figures));
+    ReplaceFile(page, trial::ToHtml(figures));
     ReplaceFile(figuresPath, trial::JsonText(figures));
   } catch (const Fault& fault) {
-    desktop_.Ask(
-        {.text = "Trial report not written. " + fault.Description(), .icon = BoxIcon::Exclamation});
+    Refuse(fault.Description());
     return;
   }
   const Answer answer =
-      desktop_.Ask({.text = "Trial report written to " + *page + "\r\nIts figures are in " +
+      desktop_.Ask({.text = "Trial report written to " + page + "\r\nIts figures are in " +
                             figuresPath + "\r\n\r\nOpen it now?",
                     .icon = BoxIcon::Question,
                     .buttons = BoxButtons::YesNo});
-  if (answer == Answer::Yes && !desktop_.OpenDocument(*page)) {
-    desktop_.Say("Nothing on this machine opens " + *page);
+  if (answer == Answer::Yes && !desktop_.OpenDocument(page)) {
+    desktop_.Say("Nothing on this machine opens " + page);
   }
 }
 

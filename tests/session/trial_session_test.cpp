@@ -110,6 +110,53 @@ TEST_F(TrialReport, KeepsNothingWhereItsUserDoesNotWantIt) {
   EXPECT_EQ(settings.Get("Settings", "KeepTrialSamples", ""), "1");
 }
 
+TEST_F(TrialReport, ReadsOnlyTheLinesOfARecordingThatCount) {
+  for (int step = 0; step < 3; ++step) {
+    mainWindow().tbOffline.Click("Step");
+    face.Turn();
+    face.Turn();
+  }
+  program->session.control.ResetStatisticsAll();
+  mainWindow().tbOffline.Click("CONT");
+  RunToTheEnd();
+  EXPECT_EQ(program->session.trial.Bytes(), 0U);
+  AskFor(folder / "rest.html", Answer::No);
+  const auto figures = nlohmann::json::parse(ReadWholeFile(folder / "rest.json"));
+  EXPECT_EQ(figures["systems"][0]["ledger"]["lines"], 3957);
+}
+
+TEST_F(TrialReport, ShowsHowFarALongReadingIsAndCanBeCancelled) {
+  TrialSession& trial = program->session.trial;
+  trial.SetPatience(std::chrono::milliseconds(-1));
+  Replay();
+  const auto ask = [&] {
+    face.ExpectFile(folder / "long.html");
+    mainWindow().mnuToolsTrialReport.Click();
+    EXPECT_TRUE(trial.reading.Visible());
+  };
+  ask();
+  trial.reading.cmdCancel.Click();
+  EXPECT_FALSE(FileExists(folder / "long.html"));
+  ask();
+  face.Expect({"", Answer::No});
+  program->desktop.RunUntil([&] { return !trial.reading.Visible(); });
+  EXPECT_TRUE(FileExists(folder / "long.html"));
+}
+
+TEST_F(TrialReport, TellsThatARecordingIsNotAsItWas) {
+  const std::string path =
+      folder.Write("r.log", ReadWholeFile(records().CommSetups[1].OfflineFile));
+  records().CommSetups[1].OfflineFile = path;
+  Replay();
+  folder.Write("r.log", "$GPGGA,\r\n");
+  face.ExpectFile(folder / "short.html");
+  face.ExpectBox(
+      "Trial report not written. The recording is shorter than when it was replayed. Replay it "
+      "again for its report.");
+  mainWindow().mnuToolsTrialReport.Click();
+  EXPECT_FALSE(FileExists(folder / "short.html"));
+}
+
 TEST_F(TrialReport, TellsWhatItCannotWrite) {
   Replay();
   face.ExpectFile(folder / "no/such.html");
