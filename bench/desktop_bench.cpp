@@ -1,7 +1,6 @@
 // Replays a recording on the Qt face with windows open and painting, on whatever platform Qt is
-// told (QT_QPA_PLATFORM=offscreen): bench-desktop RECORDING [all|usual] [GGA,VTG,...] [drop]
+// told (QT_QPA_PLATFORM=offscreen): bench-desktop RECORDING [all|usual] [GGA,VTG,...]
 //
-// Samples for a trial report are kept as a user has it, but not with "drop".
 // Prints how long the windows take to open, lines a second, and the longest turn of the event loop
 // in both, which is what a user feels.
 #include <QApplication>
@@ -69,7 +68,7 @@ void OpenUsualWindows(Program& program) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   if (argc < 2) {
-    std::fputs("bench-desktop RECORDING [all|usual] [GGA,VTG,...] [drop]\n", stderr);
+    std::fputs("bench-desktop RECORDING [all|usual] [GGA,VTG,...]\n", stderr);
     return 2;
   }
   const std::string_view windows = argc > 2 ? argv[2] : "usual";
@@ -97,7 +96,6 @@ int main(int argc, char** argv) {
   records.CoordinateDecimals = 4;
   WriteSetupFile(folder + "Fathomline.ini", records);
   if (!program.session.startUp.Start({.programFolder = folder})) return 1;
-  if (argc > 4 && std::string_view(argv[4]) == "drop") program.session.trial.SetKeeping(false);
 
   if (windows == "all") {
     program.windows.OpenAnalysed(1);
@@ -115,8 +113,6 @@ int main(int argc, char** argv) {
   const std::int32_t lines = records.SentenceCount - before;
   std::printf("%d lines in %.3f s, %.0f lines/s, longest turn %.1f ms\n", lines, replay.seconds,
               lines / replay.seconds, replay.longestTurn);
-  std::printf("%.1f MB of samples for a trial report\n",
-              static_cast<double>(program.session.trial.Bytes()) / 1e6);
   records.Closing = true;
   return 0;
 }
