@@ -8,6 +8,7 @@
 #include "base/command_line.h"
 #include "base/fault.h"
 #include "base/numbers.h"
+#include "session/start_up.h"
 #include "version.h"
 
 namespace fathomline {
@@ -67,7 +68,7 @@ std::optional<int> ReadReplayOptions(const std::vector<std::string>& arguments, 
                                      std::ostream& out, std::ostream& err) {
   CommandLine line("fathomline-replay", kDescription, kVersion);
   const auto text = [&line](const char* name, const char* argument,
-                            std::optional<std::string>& value, const char* help) {
+                            std::optional<std::string>& value, const std::string& help) {
     line.AddValue(name, argument, help, [&value](const std::string& given) { value = given; });
   };
   const auto whole = [&line](const char* name, std::optional<std::int16_t>& value, int most,
@@ -104,7 +105,7 @@ std::optional<int> ReadReplayOptions(const std::vector<std::string>& arguments, 
                 "freeze the clock at \"2026-01-02 03:04:05\", for output that repeats",
                 [&](const std::string& given) { o.now = MomentOf(given); });
   text("--program-folder", "DIR", o.programFolder,
-       "the folder of reports and error log (~/Keelhaven/Fathomline)");
+       "the folder of reports and error log (" + DefaultProgramFolder() + ")");
   line.AddFlag("--report", "write the session report and print its path",
                [&o] { o.report = true; });
   text("--windows", "DIR", o.windows, "write what the windows show, a file per window");
