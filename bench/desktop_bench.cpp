@@ -1,6 +1,8 @@
 // Replays a recording on the Qt face with windows open and painting, on whatever platform Qt is
-// told (QT_QPA_PLATFORM=offscreen): bench-desktop RECORDING [all|usual] [GGA,VTG,...]
+// told (QT_QPA_PLATFORM=offscreen): bench-desktop RECORDING [all|usual|watch] [GGA,VTG,...]
 //
+// The windows are all views of the system, the usual ones, or these with those that watch the
+// sources: Sources, Satellites and the sentence log.
 // Prints how long the windows take to open, lines a second, and the longest turn of the event loop
 // in both, which is what a user feels.
 #include <QApplication>
@@ -10,6 +12,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -68,7 +71,7 @@ void OpenUsualWindows(Program& program) {
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   if (argc < 2) {
-    std::fputs("bench-desktop RECORDING [all|usual] [GGA,VTG,...]\n", stderr);
+    std::fputs("bench-desktop RECORDING [all|usual|watch] [GGA,VTG,...]\n", stderr);
     return 2;
   }
   const std::string_view windows = argc > 2 ? argv[2] : "usual";
@@ -102,6 +105,13 @@ int main(int argc, char** argv) {
     program.windows.OpenView(ViewKind::NMEA, 1);
   } else {
     OpenUsualWindows(program);
+    if (windows == "watch") {
+      Tools& tools = program.session.tools;
+      for (Window* const window :
+           std::initializer_list<Window*>{&tools.sources, &tools.satellites, &tools.sentenceLog}) {
+        window->Show();
+      }
+    }
   }
   program.desktop.Arrange(Arrangement::TileHorizontally);
   const Run opening = RunUntil(program, [&] { return AllDrawn(program, face); });

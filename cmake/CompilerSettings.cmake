@@ -16,8 +16,8 @@ endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # Warns of overlapping copies inside std::string's own operator+ (GCC bug 105329).
   target_compile_options(fathomline_settings INTERFACE -Wno-restrict)
-  if(WIN32)
-    # The same of its lengths: the library for Windows leaves more of std::string to be inlined.
+  if(WIN32 OR CMAKE_BUILD_TYPE STREQUAL "Release")
+    # The same of its lengths, where more of std::string is inlined.
     target_compile_options(fathomline_settings INTERFACE -Wno-stringop-overflow
       -Wno-stringop-overread -Wno-array-bounds)
   endif()

@@ -6,6 +6,7 @@ build_packages="g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serial
 run_packages="libqt6svg6 fonts-dejavu-core"
 test_packages="libgtest-dev libgmock-dev locales-all appstream
   desktop-file-utils"
+bench_packages="libbenchmark-dev"
 # For ./test windows and scripts/windows: the cross compiler, and wine to run what it makes.
 windows_packages="g++ cmake ninja-build g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev googletest
   libcli11-dev nlohmann-json3-dev libgeographiclib-dev"
