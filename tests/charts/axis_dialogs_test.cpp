@@ -74,11 +74,14 @@ TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosenUnlessTheyAreRefused)
   attitude.cmbOption.UserChoose(kManual);
   attitude.TChart(0).Bottom().SetMinimum(kDate.days);
   attitude.TChart(0).Bottom().SetMaximum(kDate.days + 0.5);
+  attitude.TChart(1).Bottom().SetAutomaticMinimum(true);
+  attitude.TChart(1).Bottom().SetAutomaticMaximum(true);
   const auto chooseStart = [this](int hour, int minute) {
     face.WhileWaiting([this, hour, minute] {
       EXPECT_EQ(moment.lblTitle.Text(), "Set X-Axis Start Date & Time");
       moment.lstHour.UserChoose(hour);
       moment.lstMin.UserChoose(minute);
+      moment.lstSec.UserChoose(7);
       moment.cmdOk.Click();
     });
     x.cmdStart.Click();
@@ -91,14 +94,15 @@ TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosenUnlessTheyAreRefused)
     x.cmdOk.Click();
     EXPECT_TRUE(x.Visible());
     chooseStart(6, 30);
-    EXPECT_EQ(x.cmdStart.Text(), "02.01.2020 06:30:00");
+    EXPECT_EQ(x.cmdStart.Text(), "02.01.2020 06:30:07");
     x.cmdOk.Click();
   });
   attitude.TChart(0).ClickAxis(AxisSide::Bottom);
   for (const Chart& chart : attitude.TChart) {
-    EXPECT_NEAR(chart.Bottom().Minimum(), kDate.days + 6.5 / 24.0, 1e-9);
+    EXPECT_NEAR(chart.Bottom().Minimum(), kDate.days + (6.5 * 3600.0 + 7.0) / 86400.0, 1e-9);
     EXPECT_EQ(chart.Bottom().Maximum(), kDate.days + 0.5);
-    EXPECT_FALSE(chart.Bottom().Automatic());
+    EXPECT_FALSE(chart.Bottom().Automatic() || chart.Bottom().AutomaticMinimum() ||
+                 chart.Bottom().AutomaticMaximum());
   }
 }
 

@@ -58,10 +58,10 @@ TEST_F(SkyplotTest, ShowsTheModeAndTheSatellitesUsedByTheGroupOfTheFirst) {
 TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   records.ElevationMask = 10;
   Send("$GPGSA,A,3,03,,,,,,,,,,,,2.0,1.0,1.7*00");
-  Send("$GPGSV,2,1,06,03,40,120,35,04,05,030,,05,00,140,37,152,42,150,38*00");
+  Send("$GPGSV,2,1,06,03,40,120,35,04,01,030,,05,00,140,37,152,42,150,38*00");
   Send("$GPGSV,2,2,06,07,50,160,39*00");
   EXPECT_EQ(Row(1), "3|40   |120   |35");
-  EXPECT_EQ(Row(2), "4|05   |030   |n/a");
+  EXPECT_EQ(Row(2), "4|01   |030   |n/a");
   EXPECT_EQ(Row(3), "|||") << "on the horizon";
   EXPECT_EQ(Row(4), "*|*|*|*") << "beyond the table";
   EXPECT_EQ(Row(5), "7|50   |160   |39");
@@ -72,17 +72,20 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(sky.lblElevation(1).ShownColour(), 0);
   EXPECT_EQ(sky.lblElevation(2).ShownColour(), kRed) << "below the mask";
   EXPECT_EQ(sky.lblColor(1).ShownColour(), charts.Satellites()(1, 3).Colour);
-  EXPECT_EQ(sky.lblColor(6).ShownColour(), 16777215);
   EXPECT_EQ(Drawn(), (std::vector<std::string>{"3", "4", "7"}));
   EXPECT_EQ(charts.Satellites()(1, 7).Channel, 5);
   SendSatellite(9, 60, 90);
   EXPECT_EQ(Row(5), "*|*|*|*");
+  EXPECT_EQ(sky.lblColor(5).ShownColour(), kWhite);
   EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
   const Shape& dot = sky.picSkyplot.Transient().at(0);
   EXPECT_EQ(dot.kind, ShapeKind::Dot);
   EXPECT_NEAR(dot.x, 30.0, 1e-6);
   EXPECT_NEAR(dot.y, 0.0, 1e-6);
   EXPECT_EQ(dot.pen, (Pen{.width = 5, .colour = kRed}));
+  SendSatellite(9, 0, 90);
+  EXPECT_EQ(Row(1), "|||");
+  EXPECT_EQ(sky.lblColor(1).ShownColour(), kWhite);
 }
 
 TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
@@ -155,7 +158,9 @@ TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
   sky.UserClose();
   EXPECT_FALSE(records.SystemSetups[1][WindowFlag::Skyplot]);
   sky.Show();
+  records.ElevationMask = 7;  // all is drawn anew
   EXPECT_TRUE(Drawn().empty());
+  EXPECT_EQ(Row(1), "*|*|*|*");
   EXPECT_TRUE(settings.Get("Settings", "SkyplotWidth1"));
 }
 

@@ -147,6 +147,11 @@ TEST_F(Menu, TheReportAsksAboutTheSessionInfoAndWaitsForItsEditor) {
   face.Expect({});
   menu.mnuFilePrint.Click();
   EXPECT_EQ(records().SessionInfo, "Sea trial\r\n'two'");
+
+  records().SessionInfo.clear();
+  for (int system = 2; system <= kSystems; ++system) records().CommSetups[system].Enabled = true;
+  for (int system = 1; system <= kSystems; ++system) face.Expect({});
+  menu.mnuFilePrint.Click();
 }
 
 TEST_F(Menu, SetupOpensOneDialogAtATime) {
@@ -164,11 +169,16 @@ TEST_F(Menu, SetupOpensOneDialogAtATime) {
   EXPECT_EQ(dialog.System(), 3);
 }
 
-TEST_F(Menu, TheBinaryStandardIsKeptInTheSettings) {
+TEST_F(Menu, OptionsAreTickedAndKeptInTheSettings) {
   menu.mnuOptionsBinaryStandardIALA.Click();
   EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
+  EXPECT_TRUE(menu.mnuOptionsLookChoice(0).Checked());
+  menu.mnuOptionsLookChoice(2).Click();
   menu.UserClose();
   ASSERT_TRUE(Start());
+  for (int look = 0; look < 3; ++look) {
+    EXPECT_EQ(mainWindow().mnuOptionsLookChoice(look).Checked(), look == 2);
+  }
   EXPECT_TRUE(mainWindow().mnuOptionsBinaryStandardIALA.Checked());
   EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
   mainWindow().mnuOptionsBinaryStandardIALA.Click();

@@ -72,6 +72,10 @@ TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
   face.ExpectBox(kModeQuestion, Answer::Yes);
   mainWindow().mnuModeOnline.Click();
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : ONLINE");
+  mainWindow().Refresh();
+  EXPECT_TRUE(mainWindow().lblHint.Visible());
+  EXPECT_THAT(mainWindow().lblHint.Text(), testing::StartsWith("No view is open."));
+  EXPECT_THAT(mainWindow().lblHint.Text(), testing::EndsWith("Window > New Window."));
   EXPECT_FALSE(program->windows.offlineStatus.Loaded());
   EXPECT_TRUE(links.MSComm1(3).PortOpen());
   EXPECT_FALSE(records().CommSetups[3].Enabled);

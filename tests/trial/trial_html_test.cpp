@@ -1,15 +1,20 @@
 #include "trial/trial_html.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <deque>
 #include <gmock/gmock.h>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "base/files.h"
 #include "base/numbers.h"
+#include "base/text.h"
 #include "support/places.h"
 #include "trial/figure_words.h"
 #include "trial/limits.h"
@@ -41,6 +46,7 @@ struct Document : ::testing::Test {
   }
 
   SystemRecorder recorder;
+  std::deque<SystemRecorder> recorders;
   std::vector<TrialSystem> systems;
   TrialOptions options;
 };
@@ -49,14 +55,17 @@ std::string Sample(const char* name) {
   return ReadWholeFile(kSourceFolder + "/samples/" + name);
 }
 
-// What a reader sees of the page, without the pictures.
-std::string Seen(const std::string& page) {
+// What a reader sees of the page, each piece of text in a line.
+enum class Pictures : std::uint8_t { Without, With };
+std::string Seen(const std::string& page, Pictures pictures = Pictures::Without) {
   std::string text;
   std::size_t at = page.find("<body>");
   while (at < page.size()) {
-    if (page.compare(at, 5, "<svg ") == 0) at = page.find("</svg>", at);
+    if (pictures == Pictures::Without && page.compare(at, 5, "<svg ") == 0) {
+      at = page.find("</svg>", at);
+    }
     if (page[at] == '<') {
-      if (page.compare(at, 5, "<wbr/") != 0) text += ' ';
+      if (page.compare(at, 5, "<wbr/") != 0) text += '\n';
       at = page.find('>', at) + 1;
     } else {
       text += page[at++];
@@ -119,6 +128,40 @@ TEST_F(Document, HoldsEveryFigureOfItsJson) {
   systems.clear();
   Add("C", voyage);
   ExpectEveryFigure(WorkOut(systems, options));
+}
+
+// The texts with a small letter in them, each where it is first met.
+std::string Words(const std::string& seen) {
+  std::string words;
+  std::set<std::string> met;
+  std::istringstream in(seen);
+  for (std::string piece; std::getline(in, piece);) {
+    if (std::none_of(piece.begin(), piece.end(), [](char c) { return c >= 'a' && c <= 'z'; })) {
+      continue;
+    }
+    const std::string text(Trim(piece));
+    if (met.insert(text).second) words += text + "\n";
+  }
+  return words;
+}
+
+// page.lst is read through by whoever changes it: it is what the pages are meant to say.
+TEST_F(Document, SaysWhatIsListed) {
+  std::string seen;
+  const auto add = [&](const char* name, const char* sample) {
+    SystemRecorder& kept = recorders.emplace_back();
+    Take(kept, Sample(sample));
+    Add(name, kept);
+    TrialFigures figures = WorkOut(systems, options);
+    JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("ais.own.n>2")});
+    seen += Seen(ToHtml(figures), Pictures::With);
+  };
+  add("A", "moored.log");
+  add("B", "voyage.log");
+  systems.clear();
+  options.meta = {};
+  add("C", "satellites.log");
+  EXPECT_EQ(Words(seen), ReadWholeFile(kSourceFolder + "/tests/trial/page.lst"));
 }
 
 // Tags that close in order, quoted attributes, no stray mark.
