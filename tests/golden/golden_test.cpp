@@ -49,6 +49,7 @@
 #include "base/numbers.h"
 #include "base/system.h"
 #include "base/text.h"
+#include "support/case_files.h"
 #include "support/places.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
@@ -403,17 +404,7 @@ TEST_P(Golden, Cases) {
   for (const auto& sections : cases) Case(path, sections).Run();
 }
 
-std::vector<std::string> Names() {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(kFolder)) {
-    if (entry.path().stem() != "CMakeLists" && entry.path().extension() == ".txt") {
-      names.push_back(entry.path().stem().string());
-    }
-  }
-  return names;
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, Golden, testing::ValuesIn(Names()),
+INSTANTIATE_TEST_SUITE_P(Files, Golden, testing::ValuesIn(CaseFiles(kFolder)),
                          [](const auto& file) { return file.param; });
 
 }  // namespace

@@ -36,7 +36,12 @@ TEST_F(Starting, TheFirstStartTellsWhatToDo) {
   EXPECT_FALSE(window.sbStatusBar.PanelVisible(4) || window.sbStatusBar.PanelVisible(12));
   window.Refresh();
   EXPECT_TRUE(window.lblHint.Visible());
-  EXPECT_THAT(window.lblHint.Text(), HasSubstr("Setup > Primary System"));
+  EXPECT_EQ(window.lblHint.Text(),
+            "No system is defined yet.\r\n\r\n"
+            "1.  Choose Mode > Online for a live source, or Mode > Offline for a recorded file.\r\n"
+            "2.  Define the primary system under Setup > Primary System.\r\n"
+            "3.  Open views under Window > New Window.\r\n\r\n"
+            "Or open a setup file with File > Open.");
 
   clock.Set({kNow.days + 61.0 / kSecondsPerDay});
   face.Advance(std::chrono::seconds(1));

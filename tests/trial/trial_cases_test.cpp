@@ -33,6 +33,7 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/numbers.h"
+#include "support/case_files.h"
 #include "support/places.h"
 #include "support/sentences.h"
 #include "support/temporary_folder.h"
@@ -308,17 +309,7 @@ TEST_P(TrialCases, GiveTheReviewedFigures) {
   one->Run();
 }
 
-std::vector<std::string> Names() {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(kFolder)) {
-    if (entry.path().stem() != "CMakeLists" && entry.path().extension() == ".txt") {
-      names.push_back(entry.path().stem().string());
-    }
-  }
-  return names;
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, TrialCases, testing::ValuesIn(Names()),
+INSTANTIATE_TEST_SUITE_P(Files, TrialCases, testing::ValuesIn(CaseFiles(kFolder)),
                          [](const auto& file) { return file.param; });
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <deque>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
@@ -21,6 +22,7 @@
 #include "trial/recorder.h"
 #include "trial/trial.h"
 #include "trial/trial_json.h"
+#include "trial/trial_summary.h"
 
 namespace fathomline::trial {
 namespace {
@@ -145,23 +147,36 @@ std::string Words(const std::string& seen) {
   return words;
 }
 
-// page.lst is read through by whoever changes it: it is what the pages are meant to say.
-TEST_F(Document, SaysWhatIsListed) {
-  std::string seen;
-  const auto add = [&](const char* name, const char* sample) {
-    SystemRecorder& kept = recorders.emplace_back();
-    Take(kept, Sample(sample));
-    Add(name, kept);
-    TrialFigures figures = WorkOut(systems, options);
-    JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("ais.own.n>2")});
-    seen += Seen(ToHtml(figures), Pictures::With);
-  };
-  add("A", "moored.log");
-  add("B", "voyage.log");
-  systems.clear();
-  options.meta = {};
-  add("C", "satellites.log");
-  EXPECT_EQ(Words(seen), ReadWholeFile(kSourceFolder + "/tests/trial/page.lst"));
+std::set<std::string> SetOf(const std::string& words) {
+  std::istringstream in(words);
+  return {std::istream_iterator<std::string>(in), {}};
+}
+
+const std::set<std::string> kElements = SetOf(
+    "a b body br caption circle clipPath code desc div ellipse figcaption figure footer g h1 h2 h3 "
+    "head header html i li line main meta nav ol p path rect section small span style svg table "
+    "tbody td text th thead time title tr ul wbr");
+const std::set<std::string> kAttributes = SetOf(
+    "aria-label aria-labelledby charset class clip-path content cx cy d datetime height href id "
+    "lang name r role rx ry scope stroke-width tabindex transform viewBox width x x1 x2 xmlns y y1 "
+    "y2");
+
+// What a tag says is known to browsers, and what it names stands in the page.
+void ExpectKnown(const std::string& page, const std::string& element, const std::string& said) {
+  static const std::regex kAttribute(R"re(([\w:-]+)="([^"]*)")re");
+  EXPECT_TRUE(kElements.contains(element)) << element;
+  for (std::sregex_iterator it(said.begin(), said.end(), kAttribute), end; it != end; ++it) {
+    const std::string attribute = (*it)[1];
+    const std::string value = (*it)[2];
+    EXPECT_TRUE(kAttributes.contains(attribute)) << attribute;
+    for (const std::string& name : SetOf(value)) {
+      if (attribute == "class" && name != "limits" && name != "o3") {
+        EXPECT_THAT(page, HasSubstr("." + name)) << "has no style";
+      } else if (attribute == "aria-labelledby" || attribute == "href") {
+        EXPECT_THAT(page, HasSubstr("id=\"" + name.substr(name[0] == '#' ? 1 : 0) + "\""));
+      }
+    }
+  }
 }
 
 // Tags that close in order, quoted attributes, no stray mark.
@@ -178,6 +193,7 @@ void ExpectWellFormed(const std::string& page) {
     text(static_cast<std::size_t>(it->position()));
     at = static_cast<std::size_t>(it->position() + it->length());
     const std::string name = (*it)[2];
+    ExpectKnown(page, name, (*it)[3]);
     if ((*it)[1].length() == 0) {
       if ((*it)[4].length() == 0) open.push_back(name);
     } else {
@@ -205,6 +221,30 @@ TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
   EXPECT_EQ(page, ToHtml(figures));
   // The day is told once, not with every time.
   EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
+}
+
+// page.lst is read through by whoever changes it: it is what the pages are meant to say.
+TEST_F(Document, SaysWhatIsListed) {
+  std::string seen;
+  const auto add = [&](const char* name, const char* sample) {
+    SystemRecorder& kept = recorders.emplace_back();
+    Take(kept, Sample(sample));
+    Add(name, kept);
+    TrialFigures figures = WorkOut(systems, options);
+    JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("ais.own.n>2")});
+    const std::string page = ToHtml(figures);
+    ExpectWellFormed(page);
+    std::ostringstream summary;
+    WriteSummary(figures, summary);
+    static const std::regex kNumber(R"(-?\d+(\.\d+)?)");
+    seen += Seen(page, Pictures::With) + std::regex_replace(summary.str(), kNumber, "#");
+  };
+  add("A", "moored.log");
+  add("B", "voyage.log");
+  systems.clear();
+  options.meta = {};
+  add("C", "satellites.log");
+  EXPECT_EQ(Words(seen), ReadWholeFile(kSourceFolder + "/tests/trial/page.lst"));
 }
 
 TEST_F(Document, TellsTheVerdictAndWhatToBearInMind) {

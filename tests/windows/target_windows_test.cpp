@@ -171,7 +171,17 @@ TEST_F(TargetWindows, TheExtendedWindowShowsAndFollowsOneStation) {
   EXPECT_THAT(values(3),
               ElementsAre("", "02 Jan 09:00:00", "02 Jan 09:01:05", "65", "1", "0", "0", "1"));
   EXPECT_THAT(values(4), ElementsAre("", "", ""));
-  EXPECT_EQ(RowOf(extra.fgAISExtraInfo(4), 2)[0], "Height over keel");
+  std::string captions;
+  for (Grid& shown : extra.fgAISExtraInfo) {
+    for (int row = 0; row < shown.Rows(); ++row) captions += RowOf(shown, row)[0] + "|";
+  }
+  EXPECT_EQ(
+      captions,
+      "MMSI|AIS Class|Latitude|Longitude|SOG|COG|Heading|Rate Of Turn|Nav Status|Pos Accuracy|"
+      "Static data|Name|Call sign|IMO No.|Type of ship|Length|Bredth|Pos Device|Nationality|"
+      "Voyage data|Destination|ETA|Cargo|Draught|Statistics|Time 1st msg|Time last msg|"
+      "Period (s)|ID1 msgs|ID2 msgs|ID3 msgs|ID5 msgs|Special msg's|Passengers|"
+      "Height over keel|");
   EXPECT_EQ(extra.Caption(), "AIS Extended Info - SEA BREEZE          ");
 
   // Without its list nobody tells it of news, however late it is looked at.
