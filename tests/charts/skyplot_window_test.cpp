@@ -131,14 +131,18 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   }
   EXPECT_EQ(records.ElevationMask, 89);
   EXPECT_TRUE(enter("5"));
-  const auto& shapes = sky.picSkyplot.Persistent();
-  std::vector<double> radii;
-  for (const Shape& shape : shapes) {
-    if (shape.kind == ShapeKind::Circle) radii.push_back(shape.radius);
+  // What stands behind the dots: lines, circles of 60, 30 and 0 degrees and of the mask, and their
+  // texts, of which that of a low mask is moved up by 10.
+  std::string drawn;
+  for (const Shape& shape : sky.picSkyplot.Persistent()) {
+    for (const double at : {shape.x, shape.y, shape.toX, shape.toY, shape.radius}) {
+      drawn += PlainText(static_cast<float>(at)) + " ";
+    }
+    drawn += (shape.pen.colour == kRed ? "red " : "") + shape.text + "|";
   }
-  EXPECT_EQ(radii, (std::vector<double>{30.0, 60.0, 90.0, 85.0}));
-  EXPECT_EQ(shapes.back().text, "05\u00B0");
-  EXPECT_EQ(shapes.back().y, -75.0) << "moved up by 10";
+  EXPECT_EQ(drawn,
+            "-90 0 90 0 0 |0 -90 0 90 0 |0 0 0 0 30 |0 0 0 0 0  90°|0 -30 0 0 0  60°|0 0 0 0 60 |"
+            "0 -60 0 0 0  30°|0 0 0 0 90 |0 0 0 0 85 red |0 -75 0 0 0 red 05°|");
 }
 
 TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
