@@ -223,8 +223,37 @@ TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
   EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
 }
 
+// But for what is cut off at a frame.
+void ExpectDrawnWithinThePictures(const std::string& page) {
+  static const std::regex kFrame(R"re(viewBox="0 0 ([\d.]+) ([\d.]+)")re");
+  static const std::regex kPlace(R"re( (c?[xy])\d?="(-?[\d.]+)")re");
+  static const std::regex kPoint(R"([ML](-?[\d.]+)[ ,](-?[\d.]+))");
+  for (auto at = page.find("<svg "); at != std::string::npos; at = page.find("<svg ", at + 1)) {
+    std::string picture = page.substr(at, page.find("</svg>", at) - at);
+    for (auto cut = picture.find("<g clip"); cut != std::string::npos;
+         cut = picture.find("<g clip")) {
+      picture.erase(cut, picture.find("</g>", cut) - cut);
+    }
+    std::smatch frame;
+    ASSERT_TRUE(std::regex_search(picture, frame, kFrame));
+    const auto expect = [&](const std::string& number, bool across) {
+      EXPECT_GE(ReadNumber(number), 0.0) << picture.substr(0, 200);
+      EXPECT_LE(ReadNumber(number), ReadNumber(frame[across ? 1 : 2].str()))
+          << picture.substr(0, 200);
+    };
+    const std::sregex_iterator end;
+    for (std::sregex_iterator it(picture.begin(), picture.end(), kPlace); it != end; ++it) {
+      expect((*it)[2], (*it)[1].str().back() == 'x');
+    }
+    for (std::sregex_iterator it(picture.begin(), picture.end(), kPoint); it != end; ++it) {
+      expect((*it)[1], true);
+      expect((*it)[2], false);
+    }
+  }
+}
+
 // page.lst is read through by whoever changes it: it is what the pages are meant to say.
-TEST_F(Document, SaysWhatIsListed) {
+TEST_F(Document, SaysWhatIsListedAndDrawsWithinItsPictures) {
   std::string seen;
   const auto add = [&](const char* name, const char* sample) {
     SystemRecorder& kept = recorders.emplace_back();
@@ -234,6 +263,7 @@ TEST_F(Document, SaysWhatIsListed) {
     JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("ais.own.n>2")});
     const std::string page = ToHtml(figures);
     ExpectWellFormed(page);
+    ExpectDrawnWithinThePictures(page);
     std::ostringstream summary;
     WriteSummary(figures, summary);
     static const std::regex kNumber(R"(-?\d+(\.\d+)?)");
