@@ -4,17 +4,18 @@ namespace fathomline {
 namespace {
 
 // Application data that say what they are. Ids 25 and 26 may come without that.
-bool CarriesApplicationData(std::int16_t messageId, const AISMessages& messages) {
+const AISApplicationData* ApplicationDataOf(std::int16_t messageId, const AISMessages& messages) {
   switch (messageId) {
     case 6:
+      return &messages.Id6;
     case 8:
-      return true;
+      return &messages.Id8;
     case 25:
-      return messages.Id25.Structured == 1;
+      return messages.Id25.Structured == 1 ? &messages.Id25 : nullptr;
     case 26:
-      return messages.Id26.Structured == 1;
+      return messages.Id26.Structured == 1 ? &messages.Id26 : nullptr;
     default:
-      return false;
+      return nullptr;
   }
 }
 
@@ -40,8 +41,10 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
     throw;
   }
   assembly.clear();
-  if (CarriesApplicationData(receiver.AISMessageId, receiver.Messages)) {
+  if (const AISApplicationData* const data =
+          ApplicationDataOf(receiver.AISMessageId, receiver.Messages)) {
     receiver.ApplicationMessageId = receiver.AISMessageId;
+    receiver.ApplicationMMSI = data->MMSI;
   }
 }
 

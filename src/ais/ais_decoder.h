@@ -19,8 +19,10 @@ inline constexpr std::int16_t kOpenGroup = -99;
 struct AISReceiver {
   std::string AISAssembly;  // the payloads of the open group, at most kLongestAssembly characters
   std::int16_t AISMessageId = 0;
-  // That of the latest message with application data: 6, 8, 25 or 26; 0 before the first.
+  // That of the latest message with application data: 6, 8, 25 or 26; 0 before the first. The data
+  // stay in its record, whose MMSI may since be that of a message without such data.
   std::int16_t ApplicationMessageId = 0;
+  std::int32_t ApplicationMMSI = 0;
   AISMessages Messages;
 
   static constexpr std::size_t kLongestAssembly = 32767;

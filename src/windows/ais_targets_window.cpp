@@ -106,10 +106,6 @@ constexpr std::uint16_t ColumnsOf(std::int16_t messageId) {
   return 0;
 }
 
-std::string DescriptionText(const AISApplicationData& message) {
-  return PlainText(message.MMSI) + ": " + message.Description;
-}
-
 }  // namespace
 
 frmAISTargets::frmAISTargets(const ViewSurroundings& surroundings, int system,
@@ -186,15 +182,18 @@ void frmAISTargets::WriteRow(int row, std::uint16_t columns) {
 void frmAISTargets::WriteDescription() {
   const AISReceiver& receiver = decoder_.Receiver(Index());
   const AISMessages& messages = receiver.Messages;
+  const auto write = [&](const AISApplicationData& data) {
+    lblDescription.SetText(PlainText(receiver.ApplicationMMSI) + ": " + data.Description);
+  };
   switch (receiver.ApplicationMessageId) {
     case 6:
-      return lblDescription.SetText(DescriptionText(messages.Id6));
+      return write(messages.Id6);
     case 8:
-      return lblDescription.SetText(DescriptionText(messages.Id8));
+      return write(messages.Id8);
     case 25:
-      return lblDescription.SetText(DescriptionText(messages.Id25));
+      return write(messages.Id25);
     case 26:
-      return lblDescription.SetText(DescriptionText(messages.Id26));
+      return write(messages.Id26);
     default:
       return;
   }
