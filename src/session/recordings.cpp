@@ -15,7 +15,8 @@ namespace {
 constexpr int kSystem = 1;
 constexpr float kOutlierLimit = 15.0F;  // as at start
 constexpr const char* kFilter =
-    "Recordings (*.log *.nmea *.txt *.dat)|*.log;*.nmea;*.txt;*.dat|All files (*)|*";
+    "Recordings (*.log *.nmea *.aivdm *.txt *.dat)|*.log;*.nmea;*.aivdm;*.txt;*.dat|"
+    "All files (*)|*";
 
 // A setup that analyses that file and nothing else. What its user likes, such as the form of
 // coordinates, stays.

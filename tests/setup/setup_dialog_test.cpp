@@ -292,6 +292,7 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
     EXPECT_EQ(dialog.lblFileName.Text(), shown);
   }
   EXPECT_EQ(face.Files().back().title, "Open NMEA raw data File");
+  EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.txt;*.nmea;*.aivdm|"));
   Ok();
   EXPECT_EQ(Setup(1).OfflineFile, file);
   Open();
