@@ -88,7 +88,7 @@ frmOpenRecording::frmOpenRecording(Desktop& desktop)
   cmdOk.onClick = [this] { Accept(); };
   cmdCancel.onClick = [this] { Close(CloseReason::User); };
   SetContent(Layout::Column({lblPath, prgRead, lblSpan, lblLines, fgSentences,
-                             Layout::Box(frameAnalysed, Layout::Table(2, std::move(boxes))),
+                             Layout::Box(frameAnalysed, Layout::Table(3, std::move(boxes))),
                              lblNote, Layout::Form({{"&Name :", txtName}}), chkTestCheckSum,
                              lblWarning, Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
 }
