@@ -83,6 +83,7 @@ void WindowPlacing::FollowPlace(bool fresh) {
   }
   if (window.Resizable()) {
     if (fresh) place.setSize(Usable(place.size()));
+    if (fresh && OpensInRoom()) place = OnScreen(place, {{}, RoomOf(*context_.face.ChildArea())});
     host.setGeometry(place);
   } else {
     host.move(place.topLeft());
@@ -97,6 +98,15 @@ void WindowPlacing::BringInside() {
   if (main == nullptr || main->isMinimized()) return;
   const QSize frame = (main->isMaximized() ? AvailableScreen(*main).size() : main->size());
   PlaceWindow(*context_.window, frame.width() * kTwipsPerPixel, frame.height() * kTwipsPerPixel);
+}
+
+// A view that nobody has placed yet opens where all of it can be seen. A main window that is still
+// to be maximised has no room yet.
+bool WindowPlacing::OpensInRoom() const {
+  const QWidget* const main = context_.face.MainHost();
+  if (!InArea() || context_.window->Place() != context_.window->DesignPlace()) return false;
+  return !main->isMaximized() ||
+         main->width() * 100 >= AvailableScreen(*main).width() * kMostOfScreen;
 }
 
 void WindowPlacing::FollowModality() {

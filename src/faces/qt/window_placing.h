@@ -56,6 +56,7 @@ class WindowPlacing {
   bool InArea() const { return widgets_.child != nullptr; }
   void FollowPlace(bool fresh);
   void BringInside();
+  bool OpensInRoom() const;
   void FollowModality();
   void FollowState();
   void FixSize();

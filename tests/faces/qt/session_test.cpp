@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "faces/qt/program_fixture.h"
 #include "support/headless_links.h"
@@ -40,7 +41,7 @@ class SessionOnTheDesktop : public ProgramFixture {
     std::map<std::string, WindowPlace> places;
     for (const Window* const window : program().desktop.Windows()) {
       if (window->Style() != WindowStyle::Dialog && Seen(*window)) {
-        places.emplace(window->FullName(), window->Place());
+        places.emplace(window->FullName(), ToTwips(face().HostOf(*window)->geometry()));
       }
     }
     return places;
@@ -75,6 +76,69 @@ TEST_F(SessionOnTheDesktop, ARestartRestoresTheWindowsAndTheirPlaces) {
   EXPECT_FALSE(program().windows.main.Loaded());
   Start();
   EXPECT_EQ(SeenPlaces(), places);
+}
+
+TEST_F(SessionOnTheDesktop, AResetLeavesTheViewsAsTheyStand) {
+  StartPrepared([](Records& records) {
+    records.MessagesToAnalyse[1] = {"GGA", "GSV", "HDT", "VDM"};
+    for (const WindowFlag flag : {WindowFlag::Numerics, WindowFlag::Statistics, WindowFlag::Skyplot,
+                                  WindowFlag::AISTargets}) {
+      records.SystemSetups[1][flag] = true;
+    }
+  });
+  program().windows.OpenView(ViewKind::TimeSeries, 1);
+  Main()->setGeometry(40, 30, 700, 520);
+  Draw();
+  auto* const area = Main()->findChild<QMdiArea*>();
+  program().desktop.Arrange(Arrangement::TileHorizontally);
+  program().windows.numerics[1]->Show();
+  Draw();
+  const auto stack = [&] {
+    std::vector<std::string> names;
+    for (const QMdiSubWindow* const child : area->subWindowList(QMdiArea::StackingOrder)) {
+      if (child->isVisible()) names.push_back(FromQt(child->objectName()));
+    }
+    return names;
+  };
+  const auto reset = [this] { Answering(QMessageBox::Yes, [this] { Press("RESET ALL"); }); };
+  const auto places = SeenPlaces();
+  EXPECT_LT(places.at("frmSkyplot-1").height, 240 * kTwipsPerPixel);
+  const std::vector<std::string> order = stack();
+  reset();
+  EXPECT_EQ(SeenPlaces(), places);
+  EXPECT_EQ(stack(), order);
+
+  face().HostOf(*program().windows.numerics[1])->showMaximized();
+  Draw();
+  reset();
+  const QWidget* const front = face().HostOf(*program().windows.numerics[1]);
+  EXPECT_TRUE(front->isMaximized());
+  EXPECT_EQ(area->activeSubWindow(), front);
+  EXPECT_EQ(stack(), order);
+}
+
+TEST_F(SessionOnTheDesktop, AViewThatNobodyHasPlacedOpensWithinTheRoom) {
+  StartPrepared();
+  Main()->setGeometry(40, 30, 900, 640);
+  Draw();
+  const QRect room = Main()->findChild<QMdiArea*>()->viewport()->rect();
+  for (const ViewKind kind : {ViewKind::NMEA, ViewKind::Numerics, ViewKind::Statistics}) {
+    program().windows.OpenView(kind, 1);
+  }
+  Draw();
+  const frmNMEA& monitor = *program().windows.monitors[1];
+  EXPECT_FALSE(room.contains(ToPixels(monitor.DesignPlace())));
+  for (const Window* const view : program().desktop.ShownChildren()) {
+    EXPECT_TRUE(room.contains(face().HostOf(*view)->geometry())) << view->FullName();
+  }
+  // Where its user wants it, some of it may stand outside.
+  const QRect chosen(300, 400, 500, 300);
+  face().HostOf(monitor)->setGeometry(chosen);
+  program().windows.monitors[1]->Close();
+  Draw();
+  program().windows.OpenView(ViewKind::NMEA, 1);
+  Draw();
+  EXPECT_EQ(face().HostOf(monitor)->geometry(), chosen);
 }
 
 // As in a tick that has time for the main window only.
