@@ -256,6 +256,8 @@ void QtFace::Draw() {
 void QtFace::DrawWhole(const Window& window) {
   Draw();
   if (WindowView* const view = ViewOf(window)) view->WriteAll();
+  // What has been written asks for its room with an event.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
 }
 
 bool QtFace::DrawFor(std::optional<Span> time) {
