@@ -95,7 +95,7 @@ void frmTimeSeries::MakeCharts() {
     const bool whole = satellites || WholeValues(row.rule);
     std::string unit =
         row.unit.empty() && row.rule != FeedRule::Station ? UnitIn(axis) : std::string(row.unit);
-    if (WholeValues(row.rule)) unit.clear();
+    if (WholeValues(row.rule) || (satellites && row.kind == SeriesKind::Bar)) unit.clear();
     const bool bars = row.kind == SeriesKind::Bar;
     Series& series = chart.AddSeries({.title = std::string(row.title),
                                       .kind = row.kind,

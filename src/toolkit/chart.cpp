@@ -99,8 +99,15 @@ AxisRange Chart::AutomaticRange(AxisSide side) const {
   const auto include = [&all](const AxisRange& range) {
     all = all ? AxisRange{std::min(all->low, range.low), std::max(all->high, range.high)} : range;
   };
+  const auto beside = [side](const class fathomline::Series& series) {
+    return side == AxisSide::Bottom || series.RightAxis() == (side == AxisSide::Right);
+  };
+  const bool anySeen = std::any_of(series_.begin(), series_.end(), [&](const auto& series) {
+    return beside(series) && !series.Hidden() && series.RangeY();
+  });
   for (const auto& series : series_) {
-    if (side != AxisSide::Bottom && series.RightAxis() != (side == AxisSide::Right)) continue;
+    if (!beside(series)) continue;
+    if (side != AxisSide::Bottom && series.Hidden() && anySeen) continue;
     const auto range = side == AxisSide::Bottom ? series.RangeX() : series.RangeY();
     if (!range) continue;
     include(*range);
@@ -149,6 +156,13 @@ void Chart::WriteCsv(std::ostream& out) const {
 void Chart::ClickAxis(AxisSide side) {
   OwningWindow().UserAct(*this, [this, side] {
     if (onClickAxis) onClickAxis(side);
+  });
+}
+
+void Chart::UserToggle(int series) {
+  OwningWindow().UserAct(*this, [this, series] {
+    auto& toggled = Series(series);
+    toggled.SetHidden(!toggled.Hidden());
   });
 }
 
@@ -254,6 +268,7 @@ void Chart::Reset() {
   for (std::size_t i = 0; i < series_.size(); ++i) {
     series_[i].Clear();
     series_[i].SetDesign(sealedSeries_[i]);
+    series_[i].SetHidden(false);
   }
   while (markers_.size() > sealedMarkers_) markers_.pop_back();
   for (Marker& marker : markers_) marker.Set(marker.sealed_);

@@ -159,7 +159,8 @@ class Chart : public Control {
   const Axis& Left() const { return left_; }
   const Axis& Right() const { return right_; }
   const Axis& Bottom() const { return bottom_; }
-  // What an automatic axis shows at present.
+  // What an automatic axis shows at present. Curves out of sight count for the bottom axis alone,
+  // as long as there are others beside them.
   AxisRange AutomaticRange(AxisSide side) const;
 
   Marker& AddMarker(MarkerDesign design);
@@ -193,6 +194,8 @@ class Chart : public Control {
   };
   enum class Gesture : std::uint8_t { New, GoesOn };
   void ClickAxis(AxisSide side);
+  // Hides the curve of a series, or brings it back.
+  void UserToggle(int series);
   void UserZoom(const Ranges& ranges, Gesture gesture = Gesture::New);
   void UserScroll(const Ranges& ranges, Gesture gesture = Gesture::New);
   // Goes back one step, or all of them.

@@ -31,6 +31,12 @@ void Series::SetColour(Colour colour) {
   ++changes_;
 }
 
+void Series::SetHidden(bool hidden) {
+  if (hidden_ == hidden) return;
+  hidden_ = hidden;
+  ++changes_;
+}
+
 void Series::AddNull(double x) {
   Append(x, x, 0.0F, kNullPoint);
 }

@@ -64,6 +64,9 @@ class Series {
   void SetDesign(const SeriesDesign& design);
   void SetTitle(std::string_view title);
   void SetColour(Colour colour);
+  // The user has put the curve out of sight. Its points stay, and go on.
+  bool Hidden() const { return hidden_; }
+  void SetHidden(bool hidden);
 
   // x: days for a time axis.
   void Add(double x, float y, Colour colour = kSeriesColour) { Append(x, x, y, colour); }
@@ -152,6 +155,7 @@ class Series {
 
   std::uint64_t& changes_;
   SeriesDesign design_;
+  bool hidden_ = false;
   mutable std::vector<Block> blocks_;
   mutable Extremes x_;
   mutable Extremes y_;

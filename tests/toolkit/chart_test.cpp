@@ -6,9 +6,11 @@
 #include <limits>
 #include <optional>
 #include <random>
+#include <sstream>
 #include <tuple>
 
 #include "support/scripted_face.h"
+#include "toolkit/chart_csv.h"
 #include "toolkit/desktop.h"
 #include "toolkit/window.h"
 
@@ -58,9 +60,8 @@ TEST(Series, KeepsItsPointsAndExtremesThroughAnyAddingAndDeleting) {
       const AxisRange kept{expected.front().end + 1.0, x - 0.25};
       series.KeepWithin(kept);
       while (!expected.empty() && expected.front().end < kept.low) expected.pop_front();
-      const bool behind = std::any_of(expected.begin(), expected.end(), [&](const auto& point) {
-        return point.end > kept.high;
-      });
+      const bool behind = std::any_of(expected.begin(), expected.end(),
+                                      [&](const auto& point) { return point.end > kept.high; });
       std::erase_if(expected, [&](const Series::Point& point) {
         return behind && (point.end < kept.low || point.x > kept.high);
       });
@@ -210,6 +211,48 @@ TEST_F(ChartTest, PointsAxesAndMarkersCountAsChangesOfTheChart) {
   EXPECT_EQ(&chart.Tools(0), &marker);
   EXPECT_THROW(chart.Tools(1), Fault);
   EXPECT_THROW(chart.Series(1), Fault);
+}
+
+TEST_F(ChartTest, TheChartsOfAWindowAreOneTableOfAllThatTheyHold) {
+  constexpr double kDay = 43466.0;  // 1 January 2019
+  const auto at = [](double seconds) { return kDay + seconds / 86400.0; };
+  Chart second{window, "TChart(1)"};
+  second.Left().SetTitle("Azimuth (deg)");
+  EXPECT_FALSE(HasChartsOverTime(window));
+  for (Chart* const each : {&chart, &second}) each->Bottom().SetLabelFormat("hh:nn");
+  EXPECT_TRUE(HasChartsOverTime(window));
+  chart.Left().SetTitle("Elevation (deg)");
+  Series& north = chart.AddSeries({.title = "dLat, \"N\"", .unit = "m"});
+  Series& stations =
+      chart.AddSeries({.title = "Stn ID", .kind = SeriesKind::Gantt, .rightAxis = true});
+  for (Chart* const each : {&chart, &second}) {
+    each->AddSeries({.title = "05", .unit = "deg", .satellite = 5});
+    each->AddSeries({.title = "06", .unit = "deg", .satellite = 6});
+  }
+  north.Add(at(1.0), 0.5F);
+  north.AddNull(at(2.0));
+  north.Add(at(3.0), -1.25F);
+  north.Add(at(3.0), -1.5F);
+  north.Add(at(2.0), 7.0F);  // the time has gone back
+  stations.AddGantt(at(1.0), at(3.0), 120.0F);
+  chart.Series(2).Add(at(3.0), 45.0F);
+  second.Series(0).Add(at(4.0), 180.0F);
+  chart.UserToggle(0);
+  chart.Bottom().SetZoom(AxisRange{at(3.5), at(9.0)});
+  std::ostringstream out;
+  WriteWindowCsv(window, out);
+  EXPECT_EQ(out.str(),
+            "Time (UTC),\"dLat, \"\"N\"\" (m)\",Stn ID,Elevation 05 (deg),Azimuth 05 (deg)\n"
+            "2019-01-01 00:00:01,0.5,,,\n"
+            "2019-01-01 00:00:02,7,,,\n"
+            "2019-01-01 00:00:03,-1.25,120,45,\n"
+            "2019-01-01 00:00:03,-1.5,,,\n"
+            "2019-01-01 00:00:04,,,,180\n");
+  // Many receivers send ten times a second.
+  second.Series(0).Add(at(4.1), 181.0F);
+  out.str({});
+  WriteWindowCsv(window, out);
+  EXPECT_TRUE(out.str().ends_with("00:00:04.000,,,,180\n2019-01-01 00:00:04.100,,,,181\n"));
 }
 
 }  // namespace

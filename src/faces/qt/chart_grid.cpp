@@ -1,7 +1,9 @@
 #include "faces/qt/chart_grid.h"
 
 #include <QEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 
 #include "faces/qt/chart_parts.h"
@@ -33,6 +35,7 @@ ChartGrid::ChartGrid(ViewContext& context, int columns, const QString& nothing)
     : context_(context), columns_(std::max(columns, 1)), nothing_(nothing) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setMinimumWidth(kLeastWidth);
+  setMouseTracking(true);
 }
 
 void ChartGrid::Add(ChartView& chart) {
@@ -156,12 +159,41 @@ void ChartGrid::PlaceAlike(const std::vector<ChartView*>& shown) {
   }
 }
 
+void ChartGrid::ToggleSeries(int series) {
+  const bool hidden = !charts_.front()->Shown().Series(series).Hidden();
+  for (ChartView* const chart : charts_) {
+    if (chart->Shown().Series(series).Hidden() != hidden) chart->Toggle(series);
+  }
+  update();
+}
+
+std::optional<int> ChartGrid::NameAt(const QPoint& at) const {
+  if (!Alike() || !anyPoints_ || context_.window == nullptr) return {};
+  return Head::SeriesAt(at, HeadArea(), charts_.front()->Shown(), font(), {.title = false});
+}
+
+QRect ChartGrid::HeadArea() const {
+  return {0, 0, width(), Head::Height(font())};
+}
+
+void ChartGrid::mouseReleaseEvent(QMouseEvent* event) {
+  const auto name = NameAt(event->pos());
+  if (event->button() == Qt::LeftButton && name) ToggleSeries(*name);
+}
+
+void ChartGrid::mouseMoveEvent(QMouseEvent* event) {
+  const bool name = NameAt(event->pos()).has_value();
+  setCursor(name ? Qt::PointingHandCursor : Qt::ArrowCursor);
+  const QString tip =
+      name ? QStringLiteral("Click a name to hide or show its curve in all charts.") : QString();
+  QToolTip::showText(event->globalPosition().toPoint() + QPoint(12, 12), tip, this);
+}
+
 void ChartGrid::paintEvent(QPaintEvent*) {
   if (!Alike() || charts_.empty() || context_.window == nullptr) return;
   QPainter painter(this);
   if (anyPoints_) {
-    Head::Paint(painter, {0, 0, width(), Head::Height(font())}, charts_.front()->Shown(), font(),
-                {.title = false});
+    Head::Paint(painter, HeadArea(), charts_.front()->Shown(), font(), {.title = false});
     return;
   }
   painter.setPen(PaintOf(look::kMutedInk));

@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QWidget>
+#include <optional>
 #include <vector>
 
 namespace fathomline {
@@ -22,6 +23,8 @@ class ChartGrid : public QWidget {
   void Add(ChartView& chart);
   // A chart has got points, or has none any more.
   void PlaceAnew();
+  // Hides one curve in all charts, or brings it back.
+  void ToggleSeries(int series);
 
   QSize sizeHint() const override;
 
@@ -29,9 +32,14 @@ class ChartGrid : public QWidget {
   bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
 
  private:
   bool Alike() const { return !nothing_.isEmpty(); }
+  // The head that serves all alike charts, and the series that it names there.
+  QRect HeadArea() const;
+  std::optional<int> NameAt(const QPoint& at) const;
   int ColumnsFor(int width) const;
   // Charts in rows of so many columns, from the top down; returns where they end.
   void Place();

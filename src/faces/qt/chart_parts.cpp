@@ -19,32 +19,8 @@ constexpr int kSampleWidth = 16;
 constexpr int kSampleHeight = 9;
 constexpr int kLeastNote = 60;
 
-// What the legend names of the series, in their order.
-std::vector<const Series*> NamedSeries(const Chart& chart) {
-  std::vector<const Series*> named;
-  for (int i = 0; i < chart.SeriesCount(); ++i) {
-    const Series& series = chart.Series(i);
-    bool shown = !series.Title().empty();
-    switch (chart.ShownLegend()) {
-      case Legend::None:
-        shown = false;
-        break;
-      case Legend::WithPoints:
-        shown = shown && series.Count() > 0;
-        break;
-      case Legend::AtLineEnds:
-        shown = shown && series.Design().satellite < 0;
-        break;
-      case Legend::All:
-        break;
-    }
-    if (shown) named.push_back(&series);
-  }
-  return named;
-}
-
 void PaintSample(QPainter& painter, const QRect& room, const Series& series) {
-  const QColor hue = PaintOf(series.ShownColour());
+  const QColor hue = PaintOf(series.Hidden() ? look::kDisabledInk : series.ShownColour());
   const QPointF left(room.left(), room.center().y() + 0.5);
   const QPointF right(room.right() + 1.0, left.y());
   painter.setRenderHint(QPainter::Antialiasing);
@@ -55,7 +31,9 @@ void PaintSample(QPainter& painter, const QRect& room, const Series& series) {
         painter.drawLine(left, right);
         break;
       }
-      painter.fillRect(room, PaintOf(series.ShownColour(), ColourUse::Fill));
+      if (!series.Hidden()) {
+        painter.fillRect(room, PaintOf(series.ShownColour(), ColourUse::Fill));
+      }
       painter.fillRect(QRect(room.left(), room.top(), room.width(), kBarEdge), hue);
       break;
     case SeriesKind::Gantt:
@@ -239,6 +217,29 @@ void EndNumbers::draw(QCPPainter* painter) {
   }
 }
 
+std::vector<int> NamedSeries(const Chart& chart) {
+  std::vector<int> named;
+  for (int i = 0; i < chart.SeriesCount(); ++i) {
+    const Series& series = chart.Series(i);
+    bool shown = !series.Title().empty();
+    switch (chart.ShownLegend()) {
+      case Legend::None:
+        shown = false;
+        break;
+      case Legend::WithPoints:
+        shown = shown && series.Count() > 0;
+        break;
+      case Legend::AtLineEnds:
+        shown = shown && series.Design().satellite < 0;
+        break;
+      case Legend::All:
+        break;
+    }
+    if (shown) named.push_back(i);
+  }
+  return named;
+}
+
 int Head::Height(const QFont& usual) {
   return QFontMetrics(usual).height() + kGap;
 }
@@ -254,16 +255,20 @@ QString Head::Whole(const Chart& chart) {
   if (chart.Right().Visible() && !chart.Right().Title().empty()) {
     add(QStringLiteral("Right: %1").arg(ToQt(chart.Right().Title())));
   }
-  for (const Series* const series : NamedSeries(chart)) {
-    const QString right = series->RightAxis() ? QStringLiteral(" (right)") : QString();
-    add(ToQt(series->Title()) + right);
+  const auto named = NamedSeries(chart);
+  for (const int index : named) {
+    const Series& series = chart.Series(index);
+    const QString right = series.RightAxis() ? QStringLiteral(" (right)") : QString();
+    const QString hidden = series.Hidden() ? QStringLiteral(" (hidden)") : QString();
+    add(ToQt(series.Title()) + right + hidden);
   }
   add(ToQt(chart.Note()));
+  if (!named.empty()) add(QStringLiteral("Click a name to hide or show its curve."));
   return lines.join(QLatin1Char('\n'));
 }
 
-void Head::Paint(QPainter& painter, const QRect& area, const Chart& chart, const QFont& usual,
-                 const Parts& parts) {
+std::vector<Head::Entry> Head::Write(QPainter* painter, const QRect& area, const Chart& chart,
+                                     const QFont& usual, const Parts& parts) {
   const QFont small = SmallFont(usual);
   QFont bold = usual;
   bold.setBold(true);
@@ -274,44 +279,74 @@ void Head::Paint(QPainter& painter, const QRect& area, const Chart& chart, const
   const auto write = [&](const QString& text, const QFont& font, const QColor& colour) {
     const QFontMetrics metrics(font);
     const QString shown = metrics.elidedText(text, Qt::ElideRight, right - left);
-    painter.setFont(font);
-    painter.setPen(colour);
-    painter.drawText(QRect(left, area.top(), right - left, area.height()),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, shown);
+    if (painter != nullptr) {
+      painter->setFont(font);
+      painter->setPen(colour);
+      painter->drawText(QRect(left, area.top(), right - left, area.height()),
+                        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextDontClip, shown);
+    }
     left += metrics.horizontalAdvance(shown) + kEntryGap;
   };
   const QFontMetrics metrics(small);
   if (parts.rightUnit && chart.Right().Visible() && !chart.Right().Title().empty()) {
     const QString unit = ToQt(chart.Right().Title());
-    painter.setFont(small);
-    painter.setPen(muted);
-    painter.drawText(QRect(area.left(), area.top(), right - area.left(), area.height()),
-                     Qt::AlignRight | Qt::AlignVCenter, unit);
+    if (painter != nullptr) {
+      painter->setFont(small);
+      painter->setPen(muted);
+      painter->drawText(QRect(area.left(), area.top(), right - area.left(), area.height()),
+                        Qt::AlignRight | Qt::AlignVCenter, unit);
+    }
     right -= metrics.horizontalAdvance(unit) + kEntryGap;
   }
   if (parts.title && !chart.Text().empty()) write(ToQt(chart.Text()).trimmed(), bold, ink);
   if (!chart.Left().Title().empty()) write(ToQt(chart.Left().Title()), small, muted);
 
+  QFont struck = small;
+  struck.setStrikeOut(true);
+  std::vector<Entry> entries;
   const auto named = NamedSeries(chart);
   for (std::size_t i = 0; i < named.size(); ++i) {
-    const QString title = ToQt(named[i]->Title());
+    const Series& series = chart.Series(named[i]);
+    const QString title = ToQt(series.Title());
     const int needed = kSampleWidth + kGap + metrics.horizontalAdvance(title);
     const QString rest = QStringLiteral("+%1").arg(named.size() - i);
     const bool last = i + 1 == named.size();
     const int behind = last ? 0 : kEntryGap + metrics.horizontalAdvance(rest);
     if (left + needed + behind > right) {
       write(rest, small, muted);
-      return;
+      return entries;
     }
-    PaintSample(painter,
-                QRect(left, area.center().y() - kSampleHeight / 2, kSampleWidth, kSampleHeight),
-                *named[i]);
+    entries.push_back({QRect(left, area.top(), needed, area.height()), named[i]});
+    if (painter != nullptr) {
+      PaintSample(*painter,
+                  QRect(left, area.center().y() - kSampleHeight / 2, kSampleWidth, kSampleHeight),
+                  series);
+    }
     left += kSampleWidth + kGap;
-    write(title, small, ink);
+    if (series.Hidden()) {
+      write(title, struck, PaintOf(look::kDisabledInk));
+    } else {
+      write(title, small, ink);
+    }
   }
   if (!chart.Note().empty() && right - left >= kLeastNote) {
     write(ToQt(chart.Note()), small, muted);
   }
+  return entries;
+}
+
+void Head::Paint(QPainter& painter, const QRect& area, const Chart& chart, const QFont& usual,
+                 const Parts& parts) {
+  Write(&painter, area, chart, usual, parts);
+}
+
+std::optional<int> Head::SeriesAt(const QPoint& at, const QRect& area, const Chart& chart,
+                                  const QFont& usual, const Parts& parts) {
+  if (!area.contains(at)) return {};
+  for (const Entry& entry : Write(nullptr, area, chart, usual, parts)) {
+    if (entry.room.contains(at)) return entry.series;
+  }
+  return {};
 }
 
 HeadRow::HeadRow(QCustomPlot* plot, const Chart& chart) : QCPLayoutElement(plot), chart_(chart) {
@@ -331,6 +366,12 @@ void HeadRow::draw(QCPPainter* painter) {
   if (!shown_) return;
   Head::Paint(*painter, rect(), chart_, parentPlot()->font(),
               {.rightUnit = parentPlot()->yAxis2->visible()});
+}
+
+std::optional<int> HeadRow::SeriesAt(const QPoint& at) const {
+  if (!shown_) return {};
+  return Head::SeriesAt(at, rect(), chart_, parentPlot()->font(),
+                        {.rightUnit = parentPlot()->yAxis2->visible()});
 }
 
 }  // namespace fathomline

@@ -3,6 +3,7 @@
 
 #include <QFont>
 #include <QString>
+#include <optional>
 #include <qcustomplot.h>
 #include <vector>
 
@@ -53,6 +54,9 @@ class EndNumbers : public QCPLayerable {
   const Chart& chart_;
 };
 
+// What the legend names of the series, in their order.
+std::vector<int> NamedSeries(const Chart& chart);
+
 // What stands above a plot, in one row: the title, the unit of the left axis, the series, the note
 // and the unit of the right axis. What has no room is left out, with a count of the series.
 class Head {
@@ -67,6 +71,18 @@ class Head {
   static QString Whole(const Chart& chart);
   static void Paint(QPainter& painter, const QRect& area, const Chart& chart, const QFont& usual,
                     const Parts& parts);
+  // The series that is named at the point by a head painted so.
+  static std::optional<int> SeriesAt(const QPoint& at, const QRect& area, const Chart& chart,
+                                     const QFont& usual, const Parts& parts);
+
+ private:
+  struct Entry {
+    QRect room;
+    int series;
+  };
+  // Without a painter it only finds out where the names stand.
+  static std::vector<Entry> Write(QPainter* painter, const QRect& area, const Chart& chart,
+                                  const QFont& usual, const Parts& parts);
 };
 
 // The head as a row of the plot.
@@ -76,6 +92,8 @@ class HeadRow : public QCPLayoutElement {
 
   // No row at all, where others say it.
   void SetShown(bool shown);
+  // The series that is named there.
+  std::optional<int> SeriesAt(const QPoint& at) const;
 
  protected:
   void applyDefaultAntialiasingHint(QCPPainter*) const override {}

@@ -57,6 +57,13 @@ void ChartPlot::mousePressEvent(QMouseEvent* event) {
   pressed_ = event->pos();
   pressedAxis_ = AxisAt(event->pos());
   pressedChip_ = event->button() == Qt::LeftButton && listener_.HeldChip().contains(pressed_);
+  pressedCursor_ = false;
+  if (event->button() == Qt::LeftButton && !pressedChip_) {
+    if (const auto cursor = listener_.CursorLineAt(pressed_)) {
+      pressedCursor_ = true;
+      listener_.HoldCursor(*cursor);
+    }
+  }
   dragging_ = false;
   bottomBefore_ = xAxis->range();
   leftBefore_ = yAxis->range();
@@ -67,12 +74,19 @@ void ChartPlot::mousePressEvent(QMouseEvent* event) {
 void ChartPlot::Point(const QPoint& at, const QPoint& global) {
   const bool inside = Area().contains(at);
   const bool chip = listener_.HeldChip().contains(at);
-  setCursor(chip || AxisAt(at) ? Qt::PointingHandCursor
-            : inside           ? Qt::CrossCursor
-                               : Qt::ArrowCursor);
+  const bool line = inside && !chip && listener_.CursorLineAt(at);
+  const bool hand = chip || AxisAt(at) || listener_.NameAt(at);
+  setCursor(hand     ? Qt::PointingHandCursor
+            : line   ? Qt::SplitHCursor
+            : inside ? Qt::CrossCursor
+                     : Qt::ArrowCursor);
   listener_.Hover(inside && !chip ? std::optional(at) : std::nullopt);
   QString tip;
   if (chip) tip = QStringLiteral("A range is held. Click to show all, Backspace for one step.");
+  if (line) {
+    tip = QStringLiteral(
+        "Drag the cursor, or move it with Shift and the arrow keys; Space changes to the other.");
+  }
   if (listener_.HeadArea().contains(at)) tip = listener_.HeadText();
   QToolTip::showText(global + QPoint(12, 12), tip, this);
 }
@@ -85,6 +99,11 @@ void ChartPlot::mouseMoveEvent(QMouseEvent* event) {
   }
   if (!dragging_ && (at - pressed_).manhattanLength() < kDragStarts) return;
   if (pressedAxis_ || pressedChip_) return;
+  if (pressedCursor_) {
+    dragging_ = true;
+    listener_.DragCursor(at.x());
+    return;
+  }
   const bool begins = !std::exchange(dragging_, true);
   listener_.Hover({});
   const bool pans = (event->buttons() & (Qt::RightButton | Qt::MiddleButton)) != 0 ||
@@ -107,17 +126,25 @@ void ChartPlot::mouseReleaseEvent(QMouseEvent* event) {
     listener_.ShowMenu(event->globalPosition().toPoint());
   } else if (!dragging_ && pressedChip_) {
     if (listener_.HeldChip().contains(event->pos())) listener_.ShowAll();
+  } else if (const auto name = listener_.NameAt(pressed_);
+             !dragging_ && event->button() == Qt::LeftButton && name) {
+    if (listener_.NameAt(event->pos()) == name) listener_.ToggleSeries(*name);
   } else if (!dragging_ && event->button() == Qt::LeftButton && pressedAxis_ &&
              AxisAt(event->pos()) == pressedAxis_) {
     // What the click opens may close this window, which must not happen under the mouse event.
     QMetaObject::invokeMethod(
         this, [this, side = *pressedAxis_] { listener_.ClickAxis(side); }, Qt::QueuedConnection);
   }
-  dragging_ = pressedChip_ = false;
+  dragging_ = pressedChip_ = pressedCursor_ = false;
   pressedAxis_.reset();
 }
 
 void ChartPlot::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (const auto name = listener_.NameAt(event->pos())) {
+    // The second click of two quick ones.
+    listener_.ToggleSeries(*name);
+    return;
+  }
   pressedAxis_ = AxisAt(event->pos());
   pressedChip_ = false;
   if (!pressedAxis_) listener_.UndoZoom();
@@ -157,7 +184,29 @@ void ChartPlot::PanBy(double across, double up) {
   listener_.Scroll(across != 0.0, up != 0.0, Continued());
 }
 
+bool ChartPlot::CursorKey(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_C && event.modifiers() == Qt::NoModifier) {
+    listener_.ToggleCursors();
+    return true;
+  }
+  if (!listener_.HasCursors()) return false;
+  if (event.key() == Qt::Key_Space) {
+    listener_.HoldOtherCursor();
+    return true;
+  }
+  const bool steps = event.key() == Qt::Key_Left || event.key() == Qt::Key_Right;
+  if (!steps || (event.modifiers() & Qt::ShiftModifier) == 0) return false;
+  constexpr int kPixels = 10;
+  const bool fine = (event.modifiers() & Qt::ControlModifier) != 0;
+  listener_.StepHeldCursor(event.key() == Qt::Key_Left ? -1 : 1, fine ? 0 : kPixels);
+  return true;
+}
+
 void ChartPlot::keyPressEvent(QKeyEvent* event) {
+  if (CursorKey(*event)) {
+    event->accept();
+    return;
+  }
   const bool sides = (event->modifiers() & Qt::ControlModifier) != 0;
   const QPointF middle = QRectF(Area()).center();
   switch (event->key()) {

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QPoint>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <qcustomplot.h>
@@ -34,6 +35,18 @@ class ChartPlot : public QCustomPlot {
     virtual QRect HeadArea() const = 0;
     virtual QString HeadText() const = 0;
     virtual bool EqualScales() const = 0;
+    // The series whose name stands there, and a click on it.
+    virtual std::optional<int> NameAt(const QPoint& at) const = 0;
+    virtual void ToggleSeries(int series) = 0;
+    // Cursors: whether there are any, which one's line is there, and what is done to them.
+    virtual bool HasCursors() const = 0;
+    virtual std::optional<std::size_t> CursorLineAt(const QPoint& at) const = 0;
+    virtual void ToggleCursors() = 0;
+    virtual void HoldCursor(std::size_t cursor) = 0;
+    virtual void HoldOtherCursor() = 0;
+    virtual void DragCursor(int x) = 0;
+    // By so many pixels, or to the next point.
+    virtual void StepHeldCursor(int direction, int pixels) = 0;
   };
 
   explicit ChartPlot(Listener& listener);
@@ -62,6 +75,7 @@ class ChartPlot : public QCustomPlot {
   void ZoomTo(const QRect& area);
   void ZoomBy(double factor, const QPointF& around, bool sides, Chart::Gesture gesture);
   void PanBy(double across, double up);
+  bool CursorKey(const QKeyEvent& event);
   // What follows soon goes on with the gesture before.
   Chart::Gesture Continued();
 
@@ -71,6 +85,7 @@ class ChartPlot : public QCustomPlot {
   QPoint pressed_;
   std::optional<AxisSide> pressedAxis_;
   bool pressedChip_ = false;
+  bool pressedCursor_ = false;
   bool dragging_ = false;
   QRubberBand* band_ = nullptr;
   QElapsedTimer lastStep_;

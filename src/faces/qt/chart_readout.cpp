@@ -90,7 +90,15 @@ bool OnEvenLine(const Series& series, const Found& nearest, double x) {
   return std::abs(*next - nearest.point.x) <= kEven * std::max(before, behind);
 }
 
-// As many decimals as tell pixels apart, or a thousandth of what the series spans; no zeros behind.
+}  // namespace
+
+std::optional<Series::Point> PointBeside(const Series& series, const Pointer& pointer) {
+  const Found nearest = NearestPoint(series, pointer);
+  if (nearest.index < 0) return {};
+  const bool beside = nearest.distance <= kBeside || OnEvenLine(series, nearest, pointer.x);
+  return beside ? std::optional(nearest.point) : std::nullopt;
+}
+
 QString ValueText(const Series& series, double value, double perPixel) {
   const SeriesDesign& design = series.Design();
   constexpr int kMostDecimals = 4;
@@ -103,13 +111,14 @@ QString ValueText(const Series& series, double value, double perPixel) {
     decimals = std::clamp(-static_cast<int>(std::floor(std::log10(finest))), 0, kMostDecimals);
   }
   QString text = QString::number(value, 'f', decimals);
+  // No zeros behind.
   while (text.contains(u'.') && (text.endsWith(u'0') || text.endsWith(u'.'))) text.chop(1);
   if (text == QLatin1String("-0")) text = QStringLiteral("0");
   if (!design.unit.empty()) text += QLatin1Char(' ') + ToQt(design.unit);
   return text;
 }
 
-QString HeadText(const Chart& chart, double x, double perPixel) {
+QString MomentText(const Chart& chart, double x, double perPixel) {
   if (!ScaleOf(chart).time) return {};
   const bool days = chart.Bottom().Range().high - chart.Bottom().Range().low > 1.0;
   const std::string_view picture = days ? "dd mmm hh:nn:ss" : "hh:nn:ss";
@@ -121,18 +130,11 @@ QString HeadText(const Chart& chart, double x, double perPixel) {
          QStringLiteral(".%1").arg(tenths - seconds * 10.0, 0, 'f', 0);
 }
 
-}  // namespace
-
-std::optional<Series::Point> PointBeside(const Series& series, const Pointer& pointer) {
-  const Found nearest = NearestPoint(series, pointer);
-  if (nearest.index < 0) return {};
-  const bool beside = nearest.distance <= kBeside || OnEvenLine(series, nearest, pointer.x);
-  return beside ? std::optional(nearest.point) : std::nullopt;
-}
-
 QString ReadOut::Text() const {
-  QStringList all{head};
-  for (const Line& line : lines) all.append(line.name + QStringLiteral(": ") + line.value);
+  QStringList all = heads.isEmpty() ? QStringList{head} : heads;
+  for (const Line& line : lines) {
+    all.append(line.name + QStringLiteral(": ") + line.values.join(QStringLiteral("; ")));
+  }
   return all.join(QLatin1Char('\n'));
 }
 
@@ -146,6 +148,7 @@ ReadOut ReadOutOf(const Chart& chart, const Pointer& pointer, bool y) {
   std::optional<double> x;
   for (int i = 0; i < chart.SeriesCount(); ++i) {
     const Series& series = chart.Series(i);
+    if (series.Hidden()) continue;
     const auto point = PointBeside(series, pointer);
     if (!point) continue;
     if (!x || std::abs(point->x - pointer.x) < std::abs(*x - pointer.x)) x = point->x;
@@ -166,7 +169,7 @@ ReadOut ReadOutOf(const Chart& chart, const Pointer& pointer, bool y) {
   if (satellites && entries.size() > kMostSatellites) entries.resize(kMostSatellites);
 
   ReadOut readOut;
-  readOut.head = HeadText(chart, *x, pointer.perPixelX);
+  readOut.head = MomentText(chart, *x, pointer.perPixelX);
   for (const Entry& entry : entries) {
     const Series& series = *entry.series;
     const double perPixel = series.RightAxis() ? pointer.perPixelRight : pointer.perPixelLeft;
@@ -174,73 +177,121 @@ ReadOut ReadOutOf(const Chart& chart, const Pointer& pointer, bool y) {
     if (series.Kind() == SeriesKind::Points) {
       const auto metres = [&](double of) { return ValueText(series, of, perPixel); };
       readOut.head = QStringLiteral("Nearest fix");
-      readOut.lines.push_back({QStringLiteral("North"), metres(value), {}});
-      readOut.lines.push_back({QStringLiteral("East"), metres(entry.point.x), {}});
+      readOut.lines.push_back({QStringLiteral("North"), {metres(value)}, {}});
+      readOut.lines.push_back({QStringLiteral("East"), {metres(entry.point.x)}, {}});
       continue;
     }
     const Colour own = entry.point.colour;
     readOut.lines.push_back(
         {series.Title().empty() ? QStringLiteral("Value") : ToQt(series.Title()),
-         ValueText(series, value, perPixel), own == kSeriesColour ? series.ShownColour() : own});
+         {ValueText(series, value, perPixel)},
+         own == kSeriesColour ? series.ShownColour() : own});
   }
   return readOut;
 }
 
-void PaintReadOut(QPainter& painter, const QRect& plot, const QPoint& pointer,
-                  const ReadOut& readOut, const QFont& font) {
+namespace {
+
+struct Widths {
+  int names = 0;
+  std::vector<int> values;
+
+  int Sum() const {
+    int sum = kSample + kGap + names;
+    for (const int value : values) sum += 2 * kGap + value;
+    return sum;
+  }
+};
+
+Widths WidthsOf(const ReadOut& readOut, const QFontMetrics& metrics) {
+  Widths widths;
+  const auto take = [&](const QStringList& texts) {
+    const auto count = static_cast<std::size_t>(texts.size());
+    if (widths.values.size() < count) widths.values.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      widths.values[i] =
+          std::max(widths.values[i], metrics.horizontalAdvance(texts[static_cast<int>(i)]));
+    }
+  };
+  take(readOut.heads);
+  for (const ReadOut::Line& line : readOut.lines) {
+    widths.names = std::max(widths.names, metrics.horizontalAdvance(line.name));
+    take(line.values);
+  }
+  return widths;
+}
+
+bool Headed(const ReadOut& readOut) {
+  return !readOut.head.isEmpty() || !readOut.heads.isEmpty();
+}
+
+}  // namespace
+
+QSize BoxSize(const ReadOut& readOut, const QFont& font) {
   const QFontMetrics metrics(font);
-  const int height = metrics.height();
+  const int width =
+      std::max(WidthsOf(readOut, metrics).Sum(), metrics.horizontalAdvance(readOut.head));
+  const int lines = static_cast<int>(readOut.lines.size()) + (Headed(readOut) ? 1 : 0);
+  return {width + 2 * kPadding, lines * metrics.height() + 2 * kPadding};
+}
+
+void PaintBox(QPainter& painter, const QRect& box, const ReadOut& readOut, const QFont& font) {
+  const QFontMetrics metrics(font);
+  const Widths widths = WidthsOf(readOut, metrics);
+  painter.setRenderHint(QPainter::Antialiasing);
+  QColor ground = PaintOf(look::kChartGround);
+  constexpr float kGroundAlpha = 0.93F;
+  ground.setAlphaF(kGroundAlpha);
+  painter.setPen(QPen(PaintOf(look::kEdge), 1.0));
+  painter.setBrush(ground);
+  painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+  painter.setFont(font);
+  QRect line(box.left() + kPadding, box.top() + kPadding, box.width() - 2 * kPadding,
+             metrics.height());
+  const auto write = [&](const QStringList& texts) {
+    int right = line.right();
+    for (auto i = texts.size(); i-- > 0;) {
+      painter.drawText(QRect(line.left(), line.top(), right - line.left() + 1, line.height()),
+                       Qt::AlignRight | Qt::AlignVCenter, texts[i]);
+      right -= widths.values[static_cast<std::size_t>(i)] + 2 * kGap;
+    }
+  };
+  if (Headed(readOut)) {
+    painter.setPen(PaintOf(look::kMutedInk));
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, readOut.head);
+    write(readOut.heads);
+    line.translate(0, line.height());
+  }
+  for (const ReadOut::Line& entry : readOut.lines) {
+    if (entry.colour) {
+      painter.setPen(Qt::NoPen);
+      painter.setBrush(PaintOf(*entry.colour));
+      painter.drawRoundedRect(
+          QRect(line.left(), line.center().y() - kSample / 2 + 1, kSample, kSample), 2.0, 2.0);
+    }
+    painter.setPen(PaintOf(look::kInk));
+    painter.drawText(line.adjusted(kSample + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                     entry.name);
+    write(entry.values);
+    line.translate(0, line.height());
+  }
+}
+
+void PaintReadOut(QPainter& painter, const QRect& plot, const QPoint& pointer,
+                  const ReadOut& readOut, const QFont& font, const QRect& taken) {
   const QRect free(pointer - QPoint(kFree, kFree), QSize(2 * kFree, 2 * kFree));
+  const QRect room = plot.adjusted(kInset, kInset, -kInset, -kInset);
   const bool toLeft = pointer.x() > plot.center().x();
   const bool toTop = pointer.y() > plot.center().y();
-  const int headed = readOut.head.isEmpty() ? 0 : 1;
-  for (auto count = readOut.lines.size(); count > 0; --count) {
-    const std::size_t left = readOut.lines.size() - count;
-    int names = 0;
-    int values = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-      names = std::max(names, metrics.horizontalAdvance(readOut.lines[i].name));
-      values = std::max(values, metrics.horizontalAdvance(readOut.lines[i].value));
-    }
-    const QString head =
-        left == 0 ? readOut.head : readOut.head + QStringLiteral("  +%1").arg(left);
-    const int width =
-        std::max(kSample + kGap + names + 2 * kGap + values, metrics.horizontalAdvance(head)) +
-        2 * kPadding;
-    const int lines = static_cast<int>(count) + headed;
-    QRect box(0, 0, width, lines * height + 2 * kPadding);
-    const QRect room = plot.adjusted(kInset, kInset, -kInset, -kInset);
+  ReadOut shown = readOut;
+  for (; !shown.Empty(); shown.lines.pop_back()) {
+    const std::size_t left = readOut.lines.size() - shown.lines.size();
+    if (left > 0) shown.head = readOut.head + QStringLiteral("  +%1").arg(left);
+    QRect box(QPoint(), BoxSize(shown, font));
     box.moveTopLeft({toLeft ? room.left() : room.right() - box.width() + 1,
                      toTop ? room.top() : room.bottom() - box.height() + 1});
-    if (!room.contains(box) || box.intersects(free)) continue;
-
-    painter.setRenderHint(QPainter::Antialiasing);
-    QColor ground = PaintOf(look::kChartGround);
-    constexpr float kGroundAlpha = 0.93F;
-    ground.setAlphaF(kGroundAlpha);
-    painter.setPen(QPen(PaintOf(look::kEdge), 1.0));
-    painter.setBrush(ground);
-    painter.drawRoundedRect(QRectF(box).adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
-    painter.setFont(font);
-    QRect line(box.left() + kPadding, box.top() + kPadding, box.width() - 2 * kPadding, height);
-    if (headed == 1) {
-      painter.setPen(PaintOf(look::kMutedInk));
-      painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, head);
-      line.translate(0, height);
-    }
-    for (std::size_t i = 0; i < count; ++i, line.translate(0, height)) {
-      const ReadOut::Line& entry = readOut.lines[i];
-      if (entry.colour) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(PaintOf(*entry.colour));
-        painter.drawRoundedRect(
-            QRect(line.left(), line.center().y() - kSample / 2 + 1, kSample, kSample), 2.0, 2.0);
-      }
-      painter.setPen(PaintOf(look::kInk));
-      painter.drawText(line.adjusted(kSample + kGap, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
-                       entry.name);
-      painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, entry.value);
-    }
+    if (!room.contains(box) || box.intersects(free) || box.intersects(taken)) continue;
+    PaintBox(painter, box, shown, font);
     return;
   }
 }

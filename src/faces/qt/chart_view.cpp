@@ -1,23 +1,18 @@
 #include "faces/qt/chart_view.h"
 
-#include <QApplication>
-#include <QClipboard>
-#include <QMenu>
 #include <algorithm>
 #include <cmath>
 #include <qcustomplot.h>
-#include <sstream>
 #include <utility>
 
 #include "base/datetime.h"
+#include "faces/qt/chart_cursors.h"
 #include "faces/qt/chart_grid.h"
+#include "faces/qt/chart_menu.h"
 #include "faces/qt/chart_parts.h"
 #include "faces/qt/chart_readout.h"
-#include "faces/qt/chart_ticks.h"
 #include "faces/qt/conversions.h"
 #include "faces/qt/look.h"
-#include "faces/qt/picture_file.h"
-#include "faces/qt/qt_face.h"
 #include "toolkit/window.h"
 
 namespace fathomline {
@@ -26,11 +21,7 @@ namespace {
 // Pixels.
 constexpr QSize kUsualSize{640, 170};
 constexpr int kTopMargin = 6;
-constexpr int kTickLength = 4;
-constexpr int kTickPadding = 3;
 constexpr int kEdgeRoom = 4;
-constexpr int kTicksApart = 40;
-constexpr int kLabelsApart = 16;
 // Where other charts below it say the time.
 constexpr int kClickStrip = 10;
 constexpr int kNarrow = 200;
@@ -38,29 +29,13 @@ constexpr int kNarrow = 200;
 constexpr int kRoomStep = 6;
 constexpr int kFocusRing = 2;
 
-constexpr double kAroundAutomatic = 0.05;
-constexpr double kNarrowestAxis = 1e-9;
-
-QSharedPointer<QCPAxisTicker> Shared(const std::shared_ptr<QCPAxisTicker>& ticker) {
-  return {ticker.get(), [ticker](QCPAxisTicker*) {}};
-}
-
-int WidestOf(const QStringList& labels, const QFontMetrics& metrics) {
-  int widest = 0;
-  for (const QString& label : labels) widest = std::max(widest, metrics.horizontalAdvance(label));
-  return widest;
-}
-
 }  // namespace
 
 ChartView::ChartView(ViewContext& context, Chart& chart)
     : ControlView(context, chart),
       chart_(chart),
       plot_(new ChartPlot(*this)),
-      timeTicks_(std::make_shared<TimeTicker>()),
-      bottomTicks_(std::make_shared<ValueTicker>()),
-      leftTicks_(std::make_shared<ValueTicker>()),
-      rightTicks_(std::make_shared<ValueTicker>()) {
+      axes_(*plot_, chart) {
   Build();
   Style();
   SetWidget(plot_);
@@ -88,29 +63,12 @@ void ChartView::Build() {
   plot_->setNoAntialiasingOnDrag(true);
   // A layer of its own would be a second picture to clear and to lay over the first.
   plot_->layer(QStringLiteral("overlay"))->setMode(QCPLayer::lmLogical);
-  plot_->yAxis->setTicker(Shared(leftTicks_));
-  plot_->yAxis2->setTicker(Shared(rightTicks_));
 }
 
 void ChartView::Style() {
-  const QFont small = SmallFont(plot_->font());
-  const QPen frame(PaintOf(look::kFrameLines), 1.0);
   plot_->setBackground(PaintOf(look::kWindowGround));
   plot_->axisRect()->setBackground(QBrush(PaintOf(look::kChartGround)));
-  for (QCPAxis* const axis : {plot_->xAxis, plot_->yAxis, plot_->yAxis2}) {
-    // The plot is framed at the left and at the bottom.
-    axis->setBasePen(axis == plot_->yAxis2 ? QPen(Qt::NoPen) : frame);
-    axis->setTickPen(frame);
-    axis->setTickLength(0, kTickLength);
-    axis->setTickLabelPadding(kTickPadding);
-    axis->setTickLabelColor(PaintOf(look::kMutedInk));
-    axis->setTickLabelFont(small);
-    axis->setLabelFont(small);
-    axis->setLabelColor(PaintOf(look::kMutedInk));
-    axis->setLabelPadding(0);
-    axis->grid()->setPen(QPen(PaintOf(look::kGridLines), 1.0));
-    axis->grid()->setZeroLinePen(QPen(PaintOf(look::kFrameLines), 1.0, Qt::DotLine));
-  }
+  axes_.Style();
 }
 
 void ChartView::FollowSeries() {
@@ -126,50 +84,6 @@ void ChartView::FollowSeries() {
   }
 }
 
-void ChartView::FollowAxis(QCPAxis& axis, const Axis& plain) {
-  const bool bottom = plain.Side() == AxisSide::Bottom;
-  const AxisRange range = plain.Range();
-  double low = std::min(range.low, range.high);
-  double high = std::max(range.low, range.high);
-  if (bottom) {
-    const BottomScale scale = ScaleOf(chart_);
-    low = scale.ToPlot(low);
-    high = scale.ToPlot(high);
-    axis.setLabel(ToQt(plain.Title()));
-    axis.setTicker(scale.time ? Shared(timeTicks_) : Shared(bottomTicks_));
-  } else {
-    const auto room = RoomAround(plain);
-    low -= room.low * (high - low);
-    high += room.high * (high - low);
-  }
-  const double least = std::max(std::abs(high) * 1e-14, kNarrowestAxis);
-  if (!(high - low > least)) high = low + std::max(least, 1e-6);
-  axis.setRange(low, high);
-}
-
-// What an axis shows beyond its ends, as shares of its range.
-AxisRange ChartView::RoomAround(const Axis& axis) const {
-  if (axis.Zoom()) return {0.0, 0.0};
-  bool used = false;
-  bool bars = false;
-  for (int i = 0; i < chart_.SeriesCount(); ++i) {
-    const auto& series = chart_.Series(i);
-    if (series.RightAxis() != (axis.Side() == AxisSide::Right)) continue;
-    used = true;
-    bars = bars || (series.Kind() == SeriesKind::Bar && series.Count() > 0);
-    // A thick bar on the edge would be cut in two.
-    if (series.Kind() == SeriesKind::Gantt) return {kAroundAutomatic, kAroundAutomatic};
-  }
-  // A right axis without a series is a second scale of the left one.
-  if (!used && axis.Side() == AxisSide::Right) return RoomAround(chart_.Left());
-  // A curve that touches the frame is hard to tell from it; bars stand on it.
-  const auto room = [&](bool automatic) {
-    return axis.Automatic() || automatic ? kAroundAutomatic : 0.0;
-  };
-  const bool grounded = bars && axis.Range().low == 0.0;
-  return {grounded ? 0.0 : room(axis.AutomaticMinimum()), room(axis.AutomaticMaximum())};
-}
-
 void ChartView::Update() {
   const bool empty = chart_.Empty();
   if (empty != empty_) {
@@ -183,9 +97,7 @@ void ChartView::Update() {
   }
   Style();
   FollowSeries();
-  FollowAxis(*plot_->xAxis, chart_.Bottom());
-  FollowAxis(*plot_->yAxis, chart_.Left());
-  FollowAxis(*plot_->yAxis2, chart_.Right());
+  axes_.Follow();
   // Labels of a further line change what is left for all.
   if (grid_ != nullptr && std::exchange(around_, Around(lowest_)) != around_) grid_->PlaceAnew();
   Fit();
@@ -227,14 +139,7 @@ bool ChartView::ShowsTime() const {
 
 int ChartView::Around(bool lowest) const {
   const int head = alike_ ? 0 : Head::Height(plot_->font());
-  int below = kClickStrip;
-  if (lowest) {
-    const int lines = (ScaleOf(chart_).time ? TimeTicker::Lines(plot_->xAxis->range()) : 1) +
-                      (chart_.Bottom().Title().empty() ? 0 : 1);
-    const QFontMetrics metrics(SmallFont(plot_->font()));
-    below = kTickLength + kTickPadding + lines * metrics.height() + 2;
-  }
-  return head + kTopMargin + below;
+  return head + kTopMargin + (lowest ? axes_.Below() : kClickStrip);
 }
 
 // Room for what stands round the plot, and no more ticks than have room.
@@ -259,7 +164,8 @@ void ChartView::Fit() {
                                  ChartGrid::kLeastPlot.height() + Around(true)});
   }
   plot_->axisRect()->setMargins(margins);
-  FitTicks(std::max(width, 1), std::max(height, 1));
+  const bool right = chart_.Right().Visible() && !empty_ && !Narrow();
+  axes_.Fit({std::max(width, 1), std::max(height, 1)}, empty_, right);
   TellCompany();
 
   const bool time = ShowsTime();
@@ -270,41 +176,9 @@ void ChartView::Fit() {
   plot_->yAxis->setTicks(!empty_);
   plot_->yAxis->setTickLabels(!empty_);
   plot_->yAxis->grid()->setVisible(!empty_);
-  plot_->yAxis2->setVisible(chart_.Right().Visible() && !empty_ && !Narrow());
+  plot_->yAxis2->setVisible(right);
   markers_->SetWords(Words());
   markers_->SetTitle(alike_ ? ToQt(chart_.Text()).trimmed() : QString());
-}
-
-void ChartView::FitTicks(int width, int height) {
-  const QFontMetrics metrics(SmallFont(plot_->font()));
-  int apart = kTicksApart;
-  if (ScaleOf(chart_).time) {
-    timeTicks_->Fit(chart_.Bottom().LabelFormat(), width, metrics);
-  } else {
-    bottomTicks_->Fit(width, apart);
-    apart = std::max(apart,
-                     WidestOf(bottomTicks_->Labels(plot_->xAxis->range()), metrics) + kLabelsApart);
-    bottomTicks_->Fit(width, apart);
-  }
-  leftTicks_->Fit(height, chart_.EqualScales() ? apart : kTicksApart);
-  rightTicks_->Fit(height, kTicksApart);
-
-  const int beside = kTickLength + kTickPadding + kEdgeRoom;
-  const int left = WidestOf(leftTicks_->Labels(plot_->yAxis->range()), metrics);
-  wantsLeft_ = empty_ ? 0 : left + beside;
-  wantsRight_ = kEdgeRoom;
-  if (chart_.Right().Visible() && !empty_ && !Narrow()) {
-    wantsRight_ = WidestOf(rightTicks_->Labels(plot_->yAxis2->range()), metrics) + beside;
-  }
-  if (chart_.ShownLegend() == Legend::AtLineEnds) {
-    wantsRight_ = std::max(wantsRight_, EndNumbers::Width(metrics));
-  }
-  // The first and the last label stand out beyond the plot.
-  const int overhang = ScaleOf(chart_).time
-                           ? timeTicks_->Overhang()
-                           : WidestOf(bottomTicks_->Labels(plot_->xAxis->range()), metrics) / 2 + 2;
-  wantsLeft_ = std::max(wantsLeft_, overhang);
-  wantsRight_ = std::max(wantsRight_, overhang);
 }
 
 // Plots of one window stand under each other, so all leave the room that one of them wants.
@@ -314,8 +188,8 @@ void ChartView::TellCompany() {
   int right = 0;
   for (const ChartView* const chart : company.charts) {
     if (chart->line_ || !chart->plot_->isVisible()) continue;
-    left = std::max(left, chart->wantsLeft_);
-    right = std::max(right, chart->wantsRight_);
+    left = std::max(left, chart->axes_.Left());
+    right = std::max(right, chart->axes_.Right());
   }
   // It grows at once and shrinks only where that is worth while.
   const auto follow = [](int& room, int wanted) {
@@ -341,11 +215,16 @@ void ChartView::FollowCompany() {
 QString ChartView::Words() const {
   if (empty_) return ToQt(chart_.WhyEmpty());
   const AxisRange shown = chart_.Bottom().Range();
+  bool hidden = false;
   for (int i = 0; i < chart_.SeriesCount(); ++i) {
-    const auto range = chart_.Series(i).RangeX();
-    if (range && range->high >= shown.low && range->low <= shown.high) return {};
+    const auto& series = chart_.Series(i);
+    const auto range = series.RangeX();
+    if (!range || range->high < shown.low || range->low > shown.high) continue;
+    if (!series.Hidden()) return {};
+    hidden = true;
   }
-  return QStringLiteral("No points in this span");
+  return hidden ? QStringLiteral("All curves are hidden")
+                : QStringLiteral("No points in this span");
 }
 
 Chart::Ranges ChartView::PlotRanges(bool bottom, bool sides) const {
@@ -424,26 +303,7 @@ void ChartView::PaintOver(QPainter& painter) {
                      QFontMetrics(small).elidedText(words, Qt::ElideRight, plot_->width()));
     return;
   }
-  const QRect area = plot_->axisRect()->rect();
-  auto& hover = Context().charts.hover;
-  // The plot may have moved under the mouse.
-  if (pointer_ && hover) {
-    hover = ScaleOf(chart_).FromPlot(plot_->xAxis->pixelToCoord(pointer_->x()));
-  }
-  if (hover && Context().window != nullptr && !empty_) {
-    const double x = plot_->xAxis->coordToPixel(ScaleOf(chart_).ToPlot(*hover));
-    const bool line = !chart_.EqualScales() && x >= area.left() && x <= area.right();
-    if (line) {
-      painter.setPen(QPen(PaintOf(look::kMutedInk), 1.0));
-      painter.drawLine(QLineF(std::round(x), area.top(), std::round(x), area.bottom()));
-    }
-    if (pointer_ || (line && !alike_)) {
-      const QPoint at = pointer_.value_or(QPoint(static_cast<int>(std::round(x)), area.bottom()));
-      const ReadOut readOut = ReadOutOf(chart_, PointerAt(*hover, at.y()), pointer_.has_value());
-      PaintReadOut(painter, area, at, readOut, small);
-      if (pointer_) plot_->setAccessibleDescription(readOut.Text());
-    }
-  }
+  PaintHover(painter, PaintCursorLines(painter));
   if (const QRect chip = HeldChip(); !chip.isEmpty()) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -459,6 +319,48 @@ void ChartView::PaintOver(QPainter& painter) {
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(plot_->rect().adjusted(1, 1, -1, -1));
   }
+}
+
+// Returns what their box covers.
+QRect ChartView::PaintCursorLines(QPainter& painter) {
+  const ChartCursors* const cursors = Cursors();
+  if (cursors == nullptr || empty_) return {};
+  const bool readsOut = !alike_ || pointer_ || plot_->hasFocus();
+  ReadOut readOut;
+  if (readsOut) {
+    readOut = CursorReadOut(chart_, *cursors, PointerAt(cursors->x[0], 0.0));
+    plot_->setAccessibleDescription(readOut.Text());
+    // In a stack the uppermost one says the moments for all.
+    const auto& charts = Context().charts.charts;
+    const auto upper = std::find_if(charts.begin(), charts.end(), [](const ChartView* chart) {
+      return chart->plot_->isVisible() && !chart->empty_;
+    });
+    if (!alike_ && *upper != this) NameColumns(readOut);
+  }
+  return PaintCursors(painter, plot_->axisRect()->rect(), CursorPixels(), *cursors, readOut,
+                      SmallFont(plot_->font()));
+}
+
+void ChartView::PaintHover(QPainter& painter, const QRect& taken) {
+  auto& hover = Context().charts.hover;
+  // The plot may have moved under the mouse.
+  if (pointer_ && hover) {
+    hover = ScaleOf(chart_).FromPlot(plot_->xAxis->pixelToCoord(pointer_->x()));
+  }
+  if (!hover || Context().window == nullptr || empty_) return;
+  const QRect area = plot_->axisRect()->rect();
+  const double x = plot_->xAxis->coordToPixel(ScaleOf(chart_).ToPlot(*hover));
+  const bool line = !chart_.EqualScales() && x >= area.left() && x <= area.right();
+  if (line) {
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(PaintOf(look::kMutedInk), 1.0));
+    painter.drawLine(QLineF(std::round(x), area.top(), std::round(x), area.bottom()));
+  }
+  if (!pointer_ && (!line || alike_)) return;
+  const QPoint at = pointer_.value_or(QPoint(static_cast<int>(std::round(x)), area.bottom()));
+  const ReadOut readOut = ReadOutOf(chart_, PointerAt(*hover, at.y()), pointer_.has_value());
+  PaintReadOut(painter, area, at, readOut, SmallFont(plot_->font()), taken);
+  if (pointer_ && Cursors() == nullptr) plot_->setAccessibleDescription(readOut.Text());
 }
 
 QRect ChartView::HeldChip() const {
@@ -481,41 +383,88 @@ QString ChartView::HeadText() const {
   return Context().window == nullptr ? QString() : Head::Whole(chart_);
 }
 
-void ChartView::SavePoints() {
-  const auto path = Context().face.ChooseFile({.title = "Save points shown",
-                                               .filter = "Comma-separated values|*.csv",
-                                               .defaultExtension = "csv",
-                                               .save = true});
-  if (!path || Context().window == nullptr) return;
-  std::ostringstream points;
-  chart_.WriteCsv(points);
-  Context().face.SaveFile(*path, points.str(), "The points could not be saved.");
+std::optional<int> ChartView::NameAt(const QPoint& at) const {
+  return Context().window == nullptr || line_ ? std::nullopt : head_->SeriesAt(at);
+}
+
+// Alike charts have one head, which speaks for all of them.
+void ChartView::ToggleSeries(int series) {
+  if (alike_) {
+    grid_->ToggleSeries(series);
+  } else {
+    Toggle(series);
+  }
+}
+
+void ChartView::Toggle(int series) {
+  User([&] { chart_.UserToggle(series); });
+}
+
+ChartCursors* ChartView::Cursors() const {
+  const Window* const window = Context().window;
+  auto& cursors = Context().charts.cursors;
+  const bool there = window != nullptr && cursors && cursors->load == window->Loads();
+  return there ? &*cursors : nullptr;
+}
+
+std::array<double, 2> ChartView::CursorPixels() const {
+  std::array<double, 2> pixels{};
+  for (std::size_t i = 0; i < pixels.size(); ++i) {
+    pixels[i] = plot_->xAxis->coordToPixel(ScaleOf(chart_).ToPlot(Cursors()->x[i]));
+  }
+  return pixels;
+}
+
+void ChartView::PaintCursorsAnew() {
+  for (ChartView* const chart : Context().charts.charts) chart->plot_->update();
+}
+
+std::optional<std::size_t> ChartView::CursorLineAt(const QPoint& at) const {
+  if (Cursors() == nullptr || line_ || empty_) return {};
+  return CursorAt(plot_->axisRect()->rect(), CursorPixels(), at);
+}
+
+void ChartView::ToggleCursors() {
+  const Window* const window = Context().window;
+  if (window == nullptr || !ScaleOf(chart_).time) return;
+  auto& cursors = Context().charts.cursors;
+  if (Cursors() != nullptr) {
+    cursors.reset();
+    plot_->setAccessibleDescription({});
+  } else if (!line_ && !empty_) {
+    cursors = PlaceCursors(chart_);
+    cursors->load = window->Loads();
+  }
+  PaintCursorsAnew();
+}
+
+void ChartView::HoldCursor(std::size_t cursor) {
+  Cursors()->held = cursor;
+  PaintCursorsAnew();
+}
+
+void ChartView::HoldOtherCursor() {
+  HoldCursor(1 - Cursors()->held);
+}
+
+void ChartView::DragCursor(int x) {
+  ChartCursors* const cursors = Cursors();
+  if (cursors == nullptr) return;
+  const QRect area = plot_->axisRect()->rect();
+  const double key = plot_->xAxis->pixelToCoord(std::clamp(x, area.left(), area.right()));
+  cursors->x.at(cursors->held) = NearestPointX(chart_, ScaleOf(chart_).FromPlot(key));
+  PaintCursorsAnew();
+}
+
+void ChartView::StepHeldCursor(int direction, int pixels) {
+  ChartCursors* const cursors = Cursors();
+  StepCursor(*cursors, chart_, direction, pixels * PointerAt(cursors->x[0], 0.0).perPixelX);
+  PaintCursorsAnew();
 }
 
 void ChartView::ShowMenu(const QPoint& at) {
-  const auto paint = [this](QPaintDevice& device, const QSize& size) {
-    QCPPainter painter(&device);
-    painter.setMode(QCPPainter::pmVectorized);
-    plot_->toPainter(&painter, size.width(), size.height());
-  };
-  auto* const menu = new QMenu(plot_);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  // What waits for a file lets the menu go, which must not happen under its own mouse event.
-  const auto add = [this, menu](const QString& text, auto action) {
-    QAction* const entry = menu->addAction(text);
-    QObject::connect(entry, &QAction::triggered, plot_, action, Qt::QueuedConnection);
-    return entry;
-  };
-  const bool held = Context().window != nullptr && chart_.Held();
-  add(QStringLiteral("&Undo zoom"), [this] { UndoZoom(); })->setEnabled(held);
-  add(QStringLiteral("Show &all"), [this] { ShowAll(); })->setEnabled(held);
-  menu->addSeparator();
-  add(QStringLiteral("&Copy picture"),
-      [this] { QApplication::clipboard()->setPixmap(plot_->toPixmap()); });
-  add(QStringLiteral("&Save picture ..."),
-      [this, paint] { User([&] { SavePicture(Context().face, plot_->size(), paint); }); });
-  add(QStringLiteral("Save &points shown as CSV ..."), [this] { User([this] { SavePoints(); }); });
-  menu->popup(at);
+  ChartMenu{Context(), chart_, *plot_, *this, [this](const auto& action) { User(action); }}.Show(
+      at);
 }
 
 }  // namespace fathomline

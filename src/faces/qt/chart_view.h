@@ -3,15 +3,15 @@
 
 #include <QPoint>
 #include <QString>
-#include <memory>
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <vector>
 
+#include "faces/qt/chart_axes.h"
 #include "faces/qt/chart_plot.h"
 #include "faces/qt/control_view.h"
 #include "toolkit/chart.h"
-
-class QCPAxis;
 
 namespace fathomline {
 
@@ -19,8 +19,6 @@ class ChartGrid;
 class EndNumbers;
 class HeadRow;
 class MarkerLayer;
-class TimeTicker;
-class ValueTicker;
 struct Pointer;
 struct ReadOut;
 
@@ -42,6 +40,8 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   int Around(bool lowest) const;
   // The room beside the plots has changed.
   void FollowCompany();
+  // Hides one curve, or brings it back.
+  void Toggle(int series);
 
  protected:
   void Update() override;
@@ -51,16 +51,18 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   void Build();
   void Style();
   void FollowSeries();
-  void FollowAxis(QCPAxis& axis, const Axis& plain);
-  AxisRange RoomAround(const Axis& axis) const;
   void Fit();
-  void FitTicks(int width, int height);
   void TellCompany();
   bool Narrow() const;
   bool ShowsTime() const;
   QString Words() const;
-  void SavePoints();
   Pointer PointerAt(double x, double y) const;
+  // Those of the window since it was last loaded, if they have been called for.
+  ChartCursors* Cursors() const;
+  std::array<double, 2> CursorPixels() const;
+  void PaintCursorsAnew();
+  QRect PaintCursorLines(QPainter& painter);
+  void PaintHover(QPainter& painter, const QRect& taken);
   // The ranges that the plot's own axes show now, as those of the chart.
   Chart::Ranges PlotRanges(bool bottom, bool sides) const;
 
@@ -77,15 +79,21 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   QRect HeadArea() const override;
   QString HeadText() const override;
   bool EqualScales() const override { return chart_.EqualScales(); }
+  std::optional<int> NameAt(const QPoint& at) const override;
+  void ToggleSeries(int series) override;
+  bool HasCursors() const override { return Cursors() != nullptr; }
+  std::optional<std::size_t> CursorLineAt(const QPoint& at) const override;
+  void ToggleCursors() override;
+  void HoldCursor(std::size_t cursor) override;
+  void HoldOtherCursor() override;
+  void DragCursor(int x) override;
+  void StepHeldCursor(int direction, int pixels) override;
 
   Chart& chart_;
   ChartPlot* plot_;
+  ChartAxes axes_;
   HeadRow* head_ = nullptr;
   MarkerLayer* markers_ = nullptr;
-  std::shared_ptr<TimeTicker> timeTicks_;
-  std::shared_ptr<ValueTicker> bottomTicks_;
-  std::shared_ptr<ValueTicker> leftTicks_;
-  std::shared_ptr<ValueTicker> rightTicks_;
   std::vector<bool> sides_;
   ChartGrid* grid_ = nullptr;
   bool alike_ = false;
@@ -93,9 +101,6 @@ class ChartView : public ControlView, private ChartPlot::Listener {
   bool line_ = false;
   bool empty_ = true;
   int around_ = 0;
-  // The room that its own labels want.
-  int wantsLeft_ = 0;
-  int wantsRight_ = 0;
   std::optional<QPoint> pointer_;
 };
 

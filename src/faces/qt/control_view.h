@@ -4,6 +4,9 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,15 +14,25 @@
 
 #include "toolkit/control.h"
 
+class QKeyEvent;
+
 namespace fathomline {
 
 class ChartView;
 class QtFace;
 
+// Two moments between which the charts of a window say the differences.
+struct ChartCursors {
+  std::array<double, 2> x{};
+  std::size_t held = 1;    // the one that keys move
+  std::uint64_t load = 0;  // of the window; they do not outlive it
+};
+
 // What the charts of one window have in common.
 struct ChartCompany {
   std::vector<ChartView*> charts;
   std::optional<double> hover;  // x under the mouse
+  std::optional<ChartCursors> cursors;
   // Room beside the plots, in pixels.
   int left = 0;
   int right = 0;
@@ -104,6 +117,11 @@ class ControlView {
   bool usable_ = true;
   bool writing_ = false;
 };
+
+// For widgets that are pressed like a button and are none: the keys that press them, and what shows
+// that they have the focus.
+bool IsPress(const QKeyEvent& event);
+void PaintFocusRing(QWidget& widget);
 
 // The view that fits the control. Frames and menu items have none: the layout and the menu bar
 // draw them.

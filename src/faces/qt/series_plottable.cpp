@@ -119,7 +119,7 @@ QColor SeriesPlottable::ColourOf(Colour colour, ColourUse use) const {
 void SeriesPlottable::draw(QCPPainter* painter) {
   end_ = {};
   // Between two ticks the program may have taken series away.
-  if (index_ >= chart_.SeriesCount() || Shown().Count() == 0) return;
+  if (index_ >= chart_.SeriesCount() || Shown().Count() == 0 || Shown().Hidden()) return;
   const Place place(*keyAxis(), *valueAxis(), ScaleOf(chart_));
   painter->setAntialiasing(false);
   switch (Shown().Kind()) {

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <deque>
 #include <qcustomplot.h>
+#include <sstream>
 
 #include "faces/qt/look.h"
 #include "faces/qt/picture_file.h"
@@ -270,6 +271,93 @@ TEST_F(ChartViews, AHeldRangeIsSeenAndLedBackByClickOrKey) {
   face.Draw();
   EXPECT_FALSE(chart.Held());
   EXPECT_TRUE(chip().isNull());
+}
+
+TEST_F(ChartViews, ThePairOfCursorsTellsTheDifferences) {
+  chart.Bottom().SetLabelFormat("hh:nn");
+  auto& north = chart.AddSeries({.title = "dN", .colour = kBlue, .unit = "m"});
+  // Each minute of an hour and a half, and a point in between.
+  for (int i = 0; i <= 90; ++i) north.Add(kDay + i / 1440.0, static_cast<float>(i));
+  chart.AddSeries({.title = "Qual", .kind = SeriesKind::Bar, .digits = true}).Add(kDay, 1.0F);
+  QCustomPlot& plot = Drawn();
+  const auto told = [&] {
+    plot.grab();
+    return plot.accessibleDescription().split(QLatin1Char('\n'));
+  };
+  const auto key = [&](Qt::Key pressed, Qt::KeyboardModifiers with = {}) {
+    QTest::keyClick(&plot, pressed, with);
+    return told();
+  };
+  EXPECT_EQ(told(), QStringList{QString()}) << "off until called for";
+  EXPECT_EQ(key(Qt::Key_C), (QStringList{"A 00:30:00", "B 01:00:00", "B \u2212 A  0:30:00",
+                                         "dN: 30 m; 60 m; 30 m"}));
+  const double half = (kDay + 30.0 / 1440.0 - 25569.0) * 86400.0;
+  EXPECT_TRUE(Near(plot.grab().toImage(), At(half, 20.0), PaintOf(look::kAccent)));
+  // B is the one that keys move, by points with Ctrl and by pixels without; then A.
+  EXPECT_EQ(key(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier)[1], "B 01:01:00");
+  EXPECT_EQ(key(Qt::Key_Left, Qt::ShiftModifier | Qt::ControlModifier)[1], "B 01:00:00");
+  EXPECT_LT(key(Qt::Key_Left, Qt::ShiftModifier)[1], "B 01:00:00");
+  key(Qt::Key_Space);
+  EXPECT_EQ(key(Qt::Key_Right, Qt::ShiftModifier | Qt::ControlModifier)[0], "A 00:31:00");
+  // Drawn past the other one, the difference is negative; the zoom has not been touched.
+  const double minute = 60.0;
+  Drag(Qt::LeftButton, {}, At(half + minute, 45.0), At(half + 50.0 * minute, 45.0));
+  const QStringList crossed = told();
+  EXPECT_EQ(crossed[0], "A 01:20:00");
+  EXPECT_TRUE(crossed[2].startsWith(QStringLiteral("B \u2212 A  \u22120:2")))
+      << qPrintable(crossed[2]);
+  EXPECT_FALSE(chart.Held());
+  // A line that has been hidden says nothing; a reset or the key takes the cursors away.
+  chart.UserToggle(0);
+  EXPECT_EQ(told().size(), 3);
+  chart.UserToggle(0);
+  face.Draw();
+  const QPoint line = At(half + 50.0 * minute, 20.0);
+  EXPECT_TRUE(Near(plot.grab().toImage(), line, PaintOf(look::kAccent)));
+  key(Qt::Key_C);
+  EXPECT_FALSE(Near(plot.grab().toImage(), line, PaintOf(look::kAccent)));
+}
+
+TEST_F(ChartViews, AClickOnANameHidesItsCurveAndKeepsItsPoints) {
+  chart.AddSeries({.title = "dLat", .colour = kBlue}).Add(0.0, 0.0F);
+  auto& high = chart.AddSeries({.title = "dLon", .colour = kRed});
+  chart.Series(0).Add(10.0, 1.0F);
+  for (const double x : {0.0, 10.0}) high.Add(x, 100.0F);
+  QCustomPlot& plot = Drawn();
+  std::ostringstream told;
+  window.Write(told);
+  const QRect head(0, 0, plot.width(), plot.axisRect()->top() - 6);
+  // Where the sample of a curve stands in the head.
+  const auto sample = [&](Colour colour) {
+    const QImage image = Picture();
+    for (int x = 0; x < head.width(); ++x) {
+      for (int y = 0; y < head.height(); ++y) {
+        if (image.pixelColor(x, y) == PaintOf(colour)) return QPoint(x + 2, y);
+      }
+    }
+    return QPoint();
+  };
+  EXPECT_TRUE(Near(Picture(), At(5.0, 100.0), PaintOf(kRed)));
+  const QPoint name = sample(kRed);
+  ASSERT_FALSE(name.isNull());
+  QTest::mouseClick(&plot, Qt::LeftButton, {}, name);
+  EXPECT_TRUE(high.Hidden());
+  EXPECT_TRUE(sample(kRed).isNull()) << "dimmed";
+  EXPECT_FALSE(sample(look::kDisabledInk).isNull());
+  EXPECT_EQ(chart.Left().Range(), (AxisRange{0.0, 1.0})) << "what is seen has the room";
+  EXPECT_EQ(chart.Bottom().Range(), (AxisRange{0.0, 10.0}));
+  std::ostringstream hidden;
+  window.Write(hidden);
+  EXPECT_EQ(hidden.str(), told.str());
+  QTest::mouseClick(&plot, Qt::LeftButton, {}, sample(kBlue));
+  EXPECT_EQ(chart.Left().Range().high, 100.0) << "of nothing but hidden curves it keeps the scale";
+  QTest::mouseClick(&plot, Qt::LeftButton, {}, name);
+  face.Draw();
+  EXPECT_TRUE(Near(Picture(), At(5.0, 100.0), PaintOf(kRed)));
+  // Loading the window again forgets it.
+  window.Close();
+  ShowDrawn(window);
+  EXPECT_EQ(chart.SeriesCount(), 0);
 }
 
 TEST_F(ChartViews, StandInAGridThatSharesItsRoomAmongThoseWithPoints) {
