@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "analysis/sentence_clock.h"
 #include "analysis/statistics.h"
@@ -38,6 +39,9 @@ class MessageDriver {
 
   // A replay begins from rest.
   void BeginReplay();
+  void KnowDates(int system, RecordedDates dates) {
+    sentenceClock_.KnowDates(system, std::move(dates));
+  }
 
   // Takes the latest sentence of a type through all steps. A type that is not analysed by the
   // system ends at once. Raises TypeMismatch for a GLL or RMC whose time, an RMC whose date, or a

@@ -27,6 +27,7 @@ DateTime ReadDate(std::string_view text) {
   return DateFromParts(year + 2000, month, day);
 }
 
+constexpr std::int64_t kHalfADay = 12 * 60 * 60;
 constexpr int kFirstYear = 100;
 constexpr int kLastYear = 9999;
 
@@ -56,6 +57,12 @@ SentenceClock::SentenceClock(Records& records, const Clock& clock)
 
 void SentenceClock::BeginReplay() {
   states_.Fill({});
+  for (int system = 1; system <= kSystems; ++system) {
+    const RecordedDates& known = known_[system];
+    if (known.file.empty() || known.file != records_.CommSetups[system].OfflineFile) continue;
+    if (known.first) records_.MessageDate[system] = *known.first;
+    states_[system].stepsBackStay = known.stepsBackStay;
+  }
 }
 
 void SentenceClock::Set(int system, DateTime time, Told how) {
@@ -92,10 +99,11 @@ void SentenceClock::TakeZDA(int system, const ZDARecord& record) {
 bool SentenceClock::Finish(int system) {
   const State& state = states_[system];
   DateTime& time = records_.MessageTime[system];
+  const std::int64_t least = state.stepsBackStay ? -kHalfADay : 0;
   // The comparison comes first: whole seconds cost a rounding each.
   if (state.told && !state.first && state.now != Told::DateAndTime &&
       time < records_.LastSentenceTime[system] &&
-      DifferenceInSeconds(records_.LastSentenceTime[system], time) < 0) {
+      DifferenceInSeconds(records_.LastSentenceTime[system], time) < least) {
     records_.MessageDate[system] = records_.MessageDate[system] + kOneDay;
     time = time + kOneDay;
   }

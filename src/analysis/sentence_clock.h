@@ -4,13 +4,24 @@
 // has told the time these hold the present one.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/clock.h"
+#include "base/datetime.h"
 #include "decoding/sentence_records.h"
 #include "records/records.h"
 
 namespace fathomline {
+
+// What is known of the dates of a file before it is replayed, by who has looked through it.
+struct RecordedDates {
+  std::string file;               // of which it is known
+  std::optional<DateTime> first;  // the date on which it begins
+  bool stepsBackStay = false;     // a step back of less than twelve hours is no midnight
+};
 
 class SentenceClock {
  public:
@@ -18,8 +29,11 @@ class SentenceClock {
   SentenceClock(Records& records, const Clock& clock);
 
   // A replay begins: what earlier sentences told says nothing of the ones to come. Their date
-  // stays, so that a recording without any is dated like the one before it.
+  // stays, so that a recording without any is dated like the one before it, unless the date of the
+  // file is known.
   void BeginReplay();
+  // Holds for replays of that file by that system.
+  void KnowDates(int system, RecordedDates dates) { known_[system] = std::move(dates); }
 
   // The steps of one sentence, in this order: Begin, the ones of its type, Finish.
 
@@ -45,6 +59,7 @@ class SentenceClock {
   struct State {
     bool told = false;
     bool first = false;  // the sentence at hand is the one that told it
+    bool stepsBackStay = false;
     Told now = Told::No;
   };
 
@@ -53,6 +68,7 @@ class SentenceClock {
   Records& records_;
   const Clock& clock_;
   PerSystem<State> states_;
+  PerSystem<RecordedDates> known_;
 };
 
 }  // namespace fathomline

@@ -32,6 +32,12 @@ std::int64_t RecordingContents::LinesOf(SentenceType type) const {
   return count;
 }
 
+std::int64_t RecordingContents::StepsBackOf(SentenceType type) const {
+  const auto found = std::find_if(steps.begin(), steps.end(),
+                                  [type](const RecordedSteps& row) { return row.type == type; });
+  return found == steps.end() ? 0 : found->back;
+}
+
 void RecordingTimes::Take(const SentenceTime& time) {
   std::int64_t told = time.ofDay;
   if (time.day) {
@@ -80,16 +86,32 @@ void RecordingScan::Take(std::string_view line) {
     ++contents_.withoutSentence;
     return;
   }
+  const SentenceType type = SentencePipeline::TypeOf(sentence);
   const ChecksumVerdict checksum = JudgeChecksum(sentence);
   if (checksum == ChecksumVerdict::Wrong) ++contents_.wrongChecksums;
-  if (RecordedSentence* const row = Find(address, SentencePipeline::TypeOf(sentence))) {
+  if (RecordedSentence* const row = Find(address, type)) {
     ++row->lines;
     if (checksum == ChecksumVerdict::Wrong) ++row->wrong;
     if (checksum == ChecksumVerdict::None) ++row->unchecked;
   }
   // A damaged time would stretch the span.
   if (checksum == ChecksumVerdict::Wrong) return;
-  if (const auto time = TimeOfSentence(sentence)) times_.Take(*time);
+  if (const auto time = TimeOfSentence(sentence)) {
+    times_.Take(*time);
+    TakeTime(type, *time);
+  }
+}
+
+void RecordingScan::TakeTime(SentenceType type, const SentenceTime& time) {
+  auto row = std::find_if(contents_.steps.begin(), contents_.steps.end(),
+                          [type](const RecordedSteps& known) { return known.type == type; });
+  if (row == contents_.steps.end()) {
+    row = contents_.steps.insert(row, {.type = type, .last = time.ofDay});
+  }
+  constexpr std::int64_t kLeastStep = 1000;
+  const std::int64_t back = row->last - time.ofDay;
+  if (back >= kLeastStep && back < kDay / 2) ++row->back;
+  row->last = time.ofDay;
 }
 
 // The types of one address differ in a proprietary sentence alone.

@@ -28,6 +28,13 @@ struct RecordedSentence {
   std::int64_t unchecked = 0;  // of these, without any
 };
 
+// How often the time of a type goes back, whatever its talkers, other than at midnight.
+struct RecordedSteps {
+  SentenceType type = SentenceType::None;
+  std::int64_t back = 0;
+  std::int64_t last = 0;  // the latest time of day, milliseconds
+};
+
 // From the earliest to the latest time that its sentences tell, UTC.
 struct RecordedSpan {
   DateTime from;
@@ -43,9 +50,11 @@ struct RecordingContents {
   std::int64_t withoutSentence = 0;  // comments, and what is in front of a sentence
   std::optional<RecordedSpan> span;
   std::vector<RecordedSentence> sentences;  // in the order of talker and sentence
+  std::vector<RecordedSteps> steps;         // of the types that tell the time
 
   // Of all talkers together.
   std::int64_t LinesOf(SentenceType type) const;
+  std::int64_t StepsBackOf(SentenceType type) const;
 };
 
 // Lies the times of a recording one behind the other. A time without a date lies within twelve
@@ -86,6 +95,7 @@ class RecordingScan {
 
  private:
   void Take(std::string_view line);
+  void TakeTime(SentenceType type, const SentenceTime& time);
   RecordedSentence* Find(SentenceAddress address, SentenceType type);
 
   LineReader file_;

@@ -53,6 +53,7 @@ Recordings::Recordings(Engine& engine, Desktop& desktop, SettingsStore& settings
                        StartUp& startUp, OfflineReplay& replay)
     : dialog(desktop),
       records_(engine.records),
+      driver_(engine.driver),
       desktop_(desktop),
       settings_(settings),
       windows_(windows),
@@ -142,6 +143,7 @@ std::string Recordings::WhatEnds() const {
 void Recordings::Begin(const std::string& path, const RecordingChoice& choice) {
   begun_ = true;
   startUp_.PassSetup([&](Records& records) { Fill(records, path, choice); });
+  driver_.KnowDates(kSystem, {path, choice.firstDate, choice.stepsBackStay});
   windows_.main.ShowUnsaved(PathText(PathOf(path).filename()));
   std::vector<std::string> recent = Recent();
   std::erase(recent, path);

@@ -44,6 +44,7 @@ class Recordings {
   void SetRecent(std::vector<std::string> paths);
 
   Records& records_;
+  MessageDriver& driver_;
   Desktop& desktop_;
   SettingsStore& settings_;
   Windows& windows_;

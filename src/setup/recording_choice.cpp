@@ -88,6 +88,15 @@ std::vector<SentenceType> Analysable(const RecordingContents& contents) {
   return types;
 }
 
+std::int64_t StepsBack(const RecordingContents& contents, const SentenceSelection& sentences) {
+  if (sentences[RMC] || sentences[ZDA]) return 0;
+  std::int64_t steps = 0;
+  for (const SentenceType type : kPositionTypes) {
+    if (sentences[type]) steps += contents.StepsBackOf(type);
+  }
+  return steps;
+}
+
 std::string_view WhatItTells(SentenceType type) {
   const Sentence* const row = RowOf(type);
   return row == nullptr ? std::string_view() : row->tells;
@@ -124,6 +133,8 @@ RecordingChoice ProposeFor(const RecordingContents& contents, const std::string&
     choice.sentences.Set(sentence.type, true);
   }
   choice.checksumTest = StandsTheTest(contents, choice.sentences);
+  if (contents.span && contents.span->dated) choice.firstDate = DateOnly(contents.span->from);
+  choice.stepsBackStay = StepsBack(contents, choice.sentences) > 0;
   return choice;
 }
 

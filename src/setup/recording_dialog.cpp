@@ -85,12 +85,16 @@ frmOpenRecording::frmOpenRecording(Desktop& desktop)
     chkSentence(box).onClick = [this, box] { TickBox(box); };
     boxes.emplace_back(chkSentence(box));
   }
+  chkStepsBack.SetToolTip(
+      "Without a sentence that tells the date, every step back of the time is taken for midnight "
+      "and adds a day. Ticked, only one of more than twelve hours is.");
   cmdOk.onClick = [this] { Accept(); };
   cmdCancel.onClick = [this] { Close(CloseReason::User); };
-  SetContent(Layout::Column({lblPath, prgRead, lblSpan, lblLines, fgSentences,
-                             Layout::Box(frameAnalysed, Layout::Table(3, std::move(boxes))),
-                             lblNote, Layout::Form({{"&Name :", txtName}}), chkTestCheckSum,
-                             lblWarning, Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
+  SetContent(
+      Layout::Column({lblPath, prgRead, lblSpan, lblLines, fgSentences,
+                      Layout::Box(frameAnalysed, Layout::Table(3, std::move(boxes))), lblNote,
+                      Layout::Form({{"&Name :", txtName}}), chkTestCheckSum, chkStepsBack,
+                      lblWarning, Layout::Row({Layout::Space(), cmdOk, cmdCancel})}));
 }
 
 void frmOpenRecording::Open(const std::string& path, const std::string& warning) {
@@ -110,6 +114,7 @@ void frmOpenRecording::Load() {
   lblWarning.SetText(warning_);
   lblWarning.SetVisible(!warning_.empty());
   lblNote.SetVisible(false);
+  chkStepsBack.SetVisible(false);
   cmdOk.SetEnabled(false);
   frameAnalysed.SetVisible(false);
   lblSpan.SetText("Looking through the recording...");
@@ -147,6 +152,7 @@ void frmOpenRecording::ShowContents() {
   lblLines.SetText(LinesText(contents_));
   txtName.SetText(choice_.name);
   chkTestCheckSum.SetChecked(choice_.checksumTest);
+  chkStepsBack.SetChecked(true);
   frameAnalysed.SetVisible(!boxes_.empty());
   for (std::size_t i = 0; i < boxes_.size(); ++i) {
     CheckBox& box = chkSentence(static_cast<int>(i) + 1);
@@ -201,6 +207,10 @@ void frmOpenRecording::ShowTicks() {
     fgSentences.Set(row++, kAnalysed, analysed);
   }
   cmdOk.SetEnabled(!choice_.sentences.Ticked().empty());
+  const std::int64_t steps = StepsBack(contents_, choice_.sentences);
+  chkStepsBack.SetText("The time steps back " + Count(steps) + (steps == 1 ? " time" : " times") +
+                       ": &do not take that for midnight");
+  chkStepsBack.SetVisible(steps > 0);
 }
 
 void frmOpenRecording::TickBox(int box) {
@@ -219,6 +229,7 @@ void frmOpenRecording::Accept() {
   }
   choice_.name = txtName.Text();
   choice_.checksumTest = chkTestCheckSum.Checked();
+  choice_.stepsBackStay = chkStepsBack.Visible() && chkStepsBack.Checked();
   accepted_ = true;
   const std::string path = path_;
   const RecordingChoice choice = choice_;

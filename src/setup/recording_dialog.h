@@ -44,6 +44,7 @@ class frmOpenRecording : public Window, public Task {
   Label lblNote{*this, "lblNote"};
   TextBox txtName{*this, "txtName"};
   CheckBox chkTestCheckSum{*this, "chkTestCheckSum", "Refuse lines with a &wrong checksum"};
+  CheckBox chkStepsBack{*this, "chkStepsBack", ""};
   Label lblWarning{*this, "lblWarning"};
   Button cmdOk{*this, "cmdOk", "&Open and Play", Button::Role::Default};
   Button cmdCancel{*this, "cmdCancel", "&Cancel", Button::Role::Cancel};

@@ -75,6 +75,23 @@ TEST_F(SentenceClockTest, BeginsAnewWithEachReplay) {
   Follow({{"GPGGA,000000,,,,,0,,,,M,,M,,", "03 Jan 2026 00:00:00", "midnight within a replay"}});
 }
 
+TEST_F(SentenceClockTest, KeepsToWhatIsKnownOfTheDatesOfAFile) {
+  MessageDriver& driver = test.program.engine.driver;
+  driver.KnowDates(1, {"a.log", DateFromParts(2019, 5, 6), true});
+  for (int replay = 0; replay < 2; ++replay) {
+    test.records.CommSetups[1].OfflineFile = "a.log";
+    driver.BeginReplay();
+    Follow({{"GPGGA,230000,,,,,0,,,,M,,M,,", "06 May 2019 23:00:00", "in every replay of it"},
+            {"GPGGA,110001,,,,,0,,,,M,,M,,", "06 May 2019 11:00:01", "less than half a day back"},
+            {"GPGGA,235959,,,,,0,,,,M,,M,,", "06 May 2019 23:59:59", "on again"},
+            {"GPGGA,115958,,,,,0,,,,M,,M,,", "07 May 2019 11:59:58", "more: that was midnight"}});
+    test.records.CommSetups[1].OfflineFile = "b.log";
+    driver.BeginReplay();
+    Follow({{"GPGGA,230000,,,,,0,,,,M,,M,,", "07 May 2019 23:00:00", "nothing is known of this"},
+            {"GPGGA,220000,,,,,0,,,,M,,M,,", "08 May 2019 22:00:00", "every step is midnight"}});
+  }
+}
+
 TEST_F(SentenceClockTest, FollowsTheComputerWhereTheSystemAsksForIt) {
   test.records.SetTimeFromPC[1] = true;
   const auto at = [this](int day, int hour) {

@@ -71,5 +71,23 @@ TEST(RecordingScanTest, ProposesTheFullerSentenceUnlessItIsRare) {
   EXPECT_EQ(choiceOf(gga + "$GPGGA,1*00\n" + "$IIMTW,1,C\n"), "GGA tested");
 }
 
+TEST(RecordingScanTest, TellsTheDateAndHowOftenTheTimeGoesBack) {
+  const auto at = [](const std::string& time) {
+    return Sentence("GPGGA," + time + ",,,,,0") + "\n";
+  };
+  // Half an hour back twice; the fraction, the other type and midnight are no steps.
+  const std::string bytes = at("120000.5") + at("120000.1") + at("113000") +
+                            Rmc("235959", "A", "060519") + at("235959") + at("232000") +
+                            at("000001");
+  const RecordingContents contents = ContentsOf(bytes);
+  RecordingChoice choice = ProposeFor(contents, "a.log");
+  EXPECT_EQ(StepsBack(contents, choice.sentences), 2);
+  EXPECT_TRUE(choice.stepsBackStay);
+  EXPECT_EQ(choice.firstDate, DateFromParts(2019, 5, 6));
+  choice.sentences.Set(SentenceType::ZDA, true);
+  EXPECT_EQ(StepsBack(contents, choice.sentences), 0) << "a sentence tells the date";
+  EXPECT_FALSE(ProposeFor(ContentsOf(at("1")), "a.log").firstDate);
+}
+
 }  // namespace
 }  // namespace fathomline
