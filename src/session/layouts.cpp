@@ -56,6 +56,7 @@ Layouts::Layouts(Desktop& desktop, Windows& windows, std::vector<Window*> tools,
   main.mnuWindowReopen.onClick = [this] { ReopenClosed(); };
   main.mnuWindowLayouts.onClick = [this] { dialog.Show(); };
   main.mnuOptionsReopen.onClick = [this] { ToggleReopening(); };
+  main.mnuOptionsReopen.SetChecked(Reopening());
   desktop_.onUserClosed = [this](Window& window) { NoteClosed(window); };
   startUp.onOpened = [this] { OpenLastSession(); };
   startUp.onLeaving = [this] {
@@ -219,7 +220,6 @@ void Layouts::LoadLayout(const std::string& name) {
 
 // What the setup has brought back already stands where it was left.
 void Layouts::OpenLastSession() {
-  windows_.main.mnuOptionsReopen.SetChecked(Reopening());
   if (!Reopening()) return;
   for (const Standing& standing : Parse(settings_.Get(kSection, kLastSession, ""))) {
     Window* const window = Find(standing.window);

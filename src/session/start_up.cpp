@@ -51,11 +51,15 @@ StartUp::StartUp(Engine& engine, Desktop& desktop, const Clock& clock, SettingsS
     records_.OutlierLimit = kOutlierLimitAtStart;
     InitialiseProgram();
     ApplySetup();
-    RestoreOrder(desktop_, settings_);
-    if (onOpened) onOpened();
+    if (!records_.SetupIsPassing) Opened();
   };
   mainWindow_.onClosing = [this] { Closing(); };
   mainWindow_.onUnload = [this] { Unloading(); };
+}
+
+void StartUp::Opened() {
+  RestoreOrder(desktop_, settings_);
+  if (onOpened) onOpened();
 }
 
 bool StartUp::Start(const StartOptions& options) {
@@ -248,6 +252,7 @@ void StartUp::ReturnFromPassing() {
   Restore();
   records_.ReloadWindows = true;
   ApplySetup();
+  Opened();
 }
 
 void StartUp::KeepPassing() {

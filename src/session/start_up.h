@@ -78,7 +78,8 @@ class StartUp {
   // Before it has started, nothing is saved.
   void EndAtOnce();
 
-  // Run when the windows that the setup brings back stand, and before the windows go at the end.
+  // Run when the windows that the user's setup brings back stand, at the start or after a recording
+  // that was named there has been cancelled; and before the windows go at the end.
   std::function<void()> onOpened;
   std::function<void()> onLeaving;
 
@@ -92,6 +93,7 @@ class StartUp {
     bool rejectNonDifferential;
   };
 
+  void Opened();
   void ReadFirstSetup();
   void ReadDefaultSetup();
   bool NamesRecording() const;

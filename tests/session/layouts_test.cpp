@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <set>
 
+#include "support/places.h"
 #include "support/session.h"
 
 namespace fathomline {
@@ -114,6 +115,26 @@ TEST_F(Arrangements, OfTheLastSessionComeBackIfTheUserWants) {
   EXPECT_THAT(Views(), ElementsAre("frmNMEA-1", "frmScatter-1", "frmNumerics-1"));
   EXPECT_TRUE(program->session.tools.sources.Visible());
   EXPECT_EQ(windows().monitors[1]->Place(), (WindowPlace{600, 700, 5000, 4000}));
+
+  // A recording named at the start comes without them, and keeps them for the next time, whether it
+  // is opened or not.
+  const std::string recording = kSourceFolder + "/samples/voyage.log";
+  mainWindow().UserClose();
+  ASSERT_TRUE(Start({.setupFile = recording}));
+  frmOpenRecording& offer = program->session.recordings.dialog;
+  EXPECT_THAT(Views(), IsEmpty());
+  EXPECT_FALSE(program->session.tools.sources.Visible());
+  EXPECT_TRUE(mainWindow().mnuOptionsReopen.Checked());
+  program->desktop.RunUntil([&] { return !offer.prgRead.Visible(); });
+  offer.cmdOk.Click();
+  EXPECT_FALSE(program->session.tools.sources.Visible());
+  mainWindow().UserClose();
+  ASSERT_TRUE(Start({.setupFile = recording}));
+  program->session.recordings.dialog.cmdCancel.Click();
+  EXPECT_THAT(Views(), ElementsAre("frmNMEA-1", "frmScatter-1", "frmNumerics-1"));
+  Restart();
+  EXPECT_THAT(Views(), ElementsAre("frmNMEA-1", "frmScatter-1", "frmNumerics-1"));
+  EXPECT_TRUE(program->session.tools.sources.Visible());
 
   // Lines that somebody has spoilt are passed over.
   settings.Set("Layouts", "LastSession",
