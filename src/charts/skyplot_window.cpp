@@ -8,6 +8,7 @@
 #include "decoding/angles.h"
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
+#include "views/definitions.h"
 
 namespace fathomline {
 namespace {
@@ -49,7 +50,30 @@ frmSkyplot::frmSkyplot(const ViewSurroundings& surroundings, int system, Satelli
       (*labels)(row).onClick = [this, row] { ClickRow(row); };
     }
   }
+  DefineLabels();
   MakeContent();
+}
+
+void frmSkyplot::DefineLabels() {
+  const auto define = [](Control& control, std::string_view head) {
+    control.SetToolTip(DefinitionOf(DefinedTable::Skyplot, head));
+  };
+  define(txtElMask, "Mask");
+  define(lblCurrentMode, "Mode");
+  define(lblPdop, "Pdop");
+  define(lblHdop, "Hdop");
+  define(lblVdop, "Vdop");
+  define(lblSvsInView, "In view");
+  define(lblSvsInUse, "Used");
+  for (Label& label : lblUsedSvs) define(label, "Used");
+  for (int row = 1; row <= kTrackingRows; ++row) {
+    define(lblChannel(row), "Ch");
+    define(lblSv(row), "Sv");
+    define(lblElevation(row), "Elevation");
+    define(lblAzimuth(row), "Azimuth");
+    define(lblSNR(row), "SNR");
+    define(lblColor(row), "Colour");
+  }
 }
 
 void frmSkyplot::MakeContent() {
@@ -284,6 +308,7 @@ void frmSkyplot::WriteUsed(int group) {
 void frmSkyplot::WriteRow(int row) {
   const TrackingRow& shown = RowAt(row);
   const Satellite& satellite = shown.satellite;
+  lblSv(row).SetTabStop(!shown.empty && satellite.Elevation > 0);
   if (shown.empty) {
     for (auto* labels : {&lblChannel, &lblSv, &lblElevation, &lblAzimuth, &lblSNR}) {
       (*labels)(row).SetText("*");

@@ -99,6 +99,7 @@ class frmSkyplot : public SystemView {
     bool due = false;
   };
 
+  void DefineLabels();
   void MakeContent();
   void DrawSkyplotBackground();
   bool TakeElevationMask();

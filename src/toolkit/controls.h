@@ -32,9 +32,13 @@ class Label : public Control {
   // The user clicks it. Only a label with a handler can be clicked.
   void Click();
   std::function<void()> onClick;
+  // Whether Tab reaches one that can be clicked. Of several that do the same, one is enough.
+  bool TabStop() const { return tabStop_; }
+  void SetTabStop(bool stop) { Change(tabStop_, stop); }
 
  private:
   Look look_;
+  bool tabStop_ = false;
 };
 
 class Button : public Control {

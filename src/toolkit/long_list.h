@@ -28,7 +28,8 @@ class LongList : public Control {
  public:
   struct Column {
     std::string head;
-    int characters = 10;  // for which it has room; the last column takes what there is
+    int characters = 10;   // for which it has room; the last column takes what there is
+    std::string tip = {};  // what the head means
   };
   // Rows by the number that they keep: their place and those gone before. Both ends belong to it.
   struct Range {

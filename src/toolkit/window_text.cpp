@@ -125,6 +125,12 @@ WordList HeadTips(const Grid& grid) {
   return tips;
 }
 
+WordList HeadTips(const LongList& list) {
+  WordList tips;
+  for (const LongList::Column& column : list.Columns()) tips.push_back(column.tip);
+  return tips;
+}
+
 void WriteControlWords(std::ostream& out, const Control& control) {
   WriteWords(out, control.Name(), WordsOf(control));
   WriteWords(out, control.Name() + " tip", {control.ToolTip()});
@@ -134,6 +140,9 @@ void WriteControlWords(std::ostream& out, const Control& control) {
   if (control.Kind() == ControlKind::Grid) {
     const auto& grid = static_cast<const Grid&>(control);
     WriteWords(out, control.Name() + " heads", HeadTips(grid));
+  }
+  if (control.Kind() == ControlKind::LongList) {
+    WriteWords(out, control.Name() + " heads", HeadTips(static_cast<const LongList&>(control)));
   }
   if (control.Kind() != ControlKind::Chart) return;
   const auto& chart = static_cast<const Chart&>(control);

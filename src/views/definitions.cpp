@@ -160,6 +160,24 @@ constexpr auto kDefinitions = std::to_array<Definition>({
     {Satellites, "Elevation \u00B0", "Angle above the horizon", "degrees"},
     {Satellites, "Azimuth \u00B0", "Direction from true north", "degrees"},
     {Satellites, "Used", "Whether the receiver uses it for its position"},
+    {SentenceLog, "Time", "Time of arrival by the clock of this computer, local", "hh:mm:ss.sss"},
+    {SentenceLog, "System", "Number of the system", "1 to 4"},
+    {SentenceLog, "Line", "The line as it was received"},
+    {Skyplot, "Mask", "Elevations below it are shown in red", "degrees"},
+    {Skyplot, "Mode", "Kind of fix, and whether the receiver chooses it or its user"},
+    {Skyplot, "Pdop", "Dilution of precision of the position in three dimensions"},
+    {Skyplot, "Hdop", "Dilution of precision of the horizontal position"},
+    {Skyplot, "Vdop", "Dilution of precision of the height"},
+    {Skyplot, "In view", "Number of satellites in view, from GSV"},
+    {Skyplot, "Used", "Number of satellites used, and which, from GSA"},
+    {Skyplot, "Ch", "Place of the satellite in the GSV sentences"},
+    {Skyplot, "Sv",
+     "Number of the satellite, red where it is not used. A click opens its signal strength over "
+     "time."},
+    {Skyplot, "Elevation", "Angle above the horizon; u - rising, d - setting", "degrees"},
+    {Skyplot, "Azimuth", "Direction from true north; > increasing, < decreasing", "degrees"},
+    {Skyplot, "SNR", "Signal-to-noise ratio, red where none is received", "dB"},
+    {Skyplot, "Colour", "Colour of the satellite in the charts of GSV"},
 });
 
 }  // namespace

@@ -18,7 +18,9 @@ enum class DefinedTable : std::uint8_t {
   ARPA,
   Sources,
   Recording,
-  Satellites
+  Satellites,
+  SentenceLog,
+  Skyplot
 };
 
 // The full name of a sentence in English, with what it tells; empty for a type that has none.

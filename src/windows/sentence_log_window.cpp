@@ -13,6 +13,7 @@
 #include "decoding/coordinate_text.h"
 #include "toolkit/desktop.h"
 #include "toolkit/window_places.h"
+#include "views/definitions.h"
 #include "windows/system_choices.h"
 
 namespace fathomline {
@@ -41,6 +42,11 @@ void SetEntries(Choices& combo, const std::set<std::string>& entries) {
   combo.ShowChoice(choice);
 }
 
+LongList::Column Defined(std::string head, int characters) {
+  std::string tip = DefinitionOf(DefinedTable::SentenceLog, head);
+  return {std::move(head), characters, std::move(tip)};
+}
+
 std::string ChosenText(const Choices& combo) {
   return combo.Choice() > 0 ? combo.EntryText(combo.Choice()) : std::string();
 }
@@ -51,7 +57,8 @@ frmSentenceLog::frmSentenceLog(Desktop& desktop, const Records& records, Watch& 
                                const Clock& clock, SettingsStore& settings)
     : Window(desktop,
              {.name = "frmSentenceLog", .caption = "Sentence Log", .place = kDefaultPlace}),
-      lstLines(*this, "lstLines", {{"Time", 12}, {"System", 7}, {"Line", 60}}, *this),
+      lstLines(*this, "lstLines", {Defined("Time", 12), Defined("System", 7), Defined("Line", 60)},
+               *this),
       records_(records),
       watch_(watch),
       clock_(clock),

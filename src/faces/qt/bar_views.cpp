@@ -16,23 +16,43 @@
 
 namespace fathomline {
 
-// A panel that can be clicked.
+// A panel. Those at the right can be clicked where the program listens.
 class StatusBarView::Panel : public QLabel {
  public:
   Panel(StatusBarView& view, int number) : view_(view), number_(number) {
     setTextFormat(Qt::PlainText);
     setContentsMargins(4, 0, 4, 0);
-    if (view.bar_.onClickPanel) setCursor(Qt::PointingHandCursor);
+    const bool atRight = number > view.bar_.Panels() - view.bar_.PanelsAtRight();
+    if (!view.bar_.onClickPanel || !atRight) return;
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
   }
 
  protected:
   void mouseReleaseEvent(QMouseEvent* event) override {
     QLabel::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton || !rect().contains(event->pos())) return;
-    view_.User([this] { view_.bar_.ClickPanel(number_); });
+    Press();
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    if (IsPress(*event)) {
+      Press();
+    } else {
+      QLabel::keyPressEvent(event);
+    }
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    PaintFocusRing(*this);
   }
 
  private:
+  void Press() {
+    view_.User([this] { view_.bar_.ClickPanel(number_); });
+  }
+
   StatusBarView& view_;
   int number_;
 };

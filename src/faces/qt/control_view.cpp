@@ -1,5 +1,7 @@
 #include "faces/qt/control_view.h"
 
+#include <QKeyEvent>
+#include <QPainter>
 #include <algorithm>
 #include <utility>
 
@@ -9,6 +11,7 @@
 #include "faces/qt/conversions.h"
 #include "faces/qt/grid_view.h"
 #include "faces/qt/long_list_view.h"
+#include "faces/qt/look.h"
 #include "faces/qt/picture_view.h"
 #include "faces/qt/qt_face.h"
 #include "faces/qt/simple_views.h"
@@ -119,6 +122,19 @@ void ControlView::User(const std::function<void()>& action) {
   action();
   if (context_.window != nullptr) Write();
   context_.face.DrawSoon();
+}
+
+bool IsPress(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter ||
+         event.key() == Qt::Key_Space;
+}
+
+void PaintFocusRing(QWidget& widget) {
+  if (!widget.hasFocus()) return;
+  constexpr double kWidth = 2.0;
+  QPainter painter(&widget);
+  painter.setPen(QPen(PaintOf(look::kFocusRing), kWidth));
+  painter.drawRect(widget.rect().adjusted(1, 1, -1, -1));
 }
 
 std::unique_ptr<ControlView> MakeControlView(ViewContext& context, Control& control) {

@@ -165,6 +165,7 @@ class Builder {
       const bool speaks = control.Kind() == ControlKind::Label;
       if (!name.isEmpty() && !speaks) view.Widget()->setAccessibleName(name);
       view.AddCompanion(words_);
+      words_->setToolTip(ToQt(control.ToolTip()));
       words_ = nullptr;
     }
     return {view.Widget(), nullptr};
@@ -279,8 +280,23 @@ class Builder {
       if (piece.widget != nullptr) table->addWidget(piece.widget, row, column);
       if (piece.layout != nullptr) table->addLayout(piece.layout, row, column);
     }
+    words_ = nullptr;
+    LetHeadsTell(layout, *table);
     if (!StretchesWith(*table, Qt::Horizontal)) table->setColumnStretch(columns, 1);
     return {nullptr, table};
+  }
+
+  // Words in the first line of a table say what the controls below them do.
+  static void LetHeadsTell(const Layout& layout, QGridLayout& table) {
+    const auto& cells = layout.Children();
+    const auto columns = static_cast<std::size_t>(std::max(layout.Columns(), 1));
+    for (std::size_t i = 0; i < columns && i + columns < cells.size(); ++i) {
+      const Layout& below = cells[i + columns];
+      if (cells[i].ShownKind() != Layout::Kind::Words) continue;
+      if (below.ShownKind() != Layout::Kind::Item) continue;
+      QLayoutItem* const head = table.itemAtPosition(0, static_cast<int>(i));
+      head->widget()->setToolTip(ToQt(below.Shown()->ToolTip()));
+    }
   }
 
   Piece MakeCharts(const Layout& layout) {

@@ -100,6 +100,9 @@ class LongListModel : public QAbstractTableModel {
     if (role == Qt::DisplayRole) {
       return ToQt(list_->Columns()[static_cast<std::size_t>(section)].head);
     }
+    if (role == Qt::ToolTipRole) {
+      return ToQt(list_->Columns()[static_cast<std::size_t>(section)].tip);
+    }
     if (role == Qt::TextAlignmentRole) {
       return QVariant::fromValue(Qt::Alignment(Qt::AlignLeft | Qt::AlignVCenter));
     }

@@ -65,6 +65,19 @@ class ClickableLabel : public QLabel {
     if (event->button() == Qt::LeftButton && rect().contains(event->pos())) view_.Press();
   }
 
+  void keyPressEvent(QKeyEvent* event) override {
+    if (IsPress(*event)) {
+      view_.Press();
+    } else {
+      QLabel::keyPressEvent(event);
+    }
+  }
+
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    PaintFocusRing(*this);
+  }
+
  private:
   LabelView& view_;
 };
@@ -137,6 +150,7 @@ void LabelView::Update() {
     text_->setPalette(palette);
     return;
   }
+  if (label_.onClick) text_->setFocusPolicy(label_.TabStop() ? Qt::TabFocus : Qt::NoFocus);
   QString text = ToQt(label_.Text());
   const bool line = label_.ShownLook() == Label::Look::Line;
   if (line || label_.ShownLook() == Label::Look::Path) {
