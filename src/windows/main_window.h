@@ -97,7 +97,7 @@ class frmMain : public Window {
   MenuItem mnuFileBar4{mnuFile, "mnuFileBar4", "-"};
   MenuItem mnuFileExit{mnuFile, "mnuFileExit", "E&xit", "Ctrl+Q"};
   MenuItem mnuFileBar5{mnuFile, "mnuFileBar5", "-"};
-  MenuItem mnuFileOpenRecording{mnuFile, "mnuFileOpenRecording", "Open Recordin&g..."};
+  MenuItem mnuFileOpenRecording{mnuFile, "mnuFileOpenRecording", "Open Recordin&g...", "Ctrl+R"};
   MenuItem mnuFileRecentRecordings{mnuFile, "mnuFileRecentRecordings", "Recen&t Recordings"};
   ControlArray<MenuItem> mnuFileRecentRecording{mnuFileRecentRecordings, "mnuFileRecentRecording",
                                                 1, kRecentRecordings, ""};

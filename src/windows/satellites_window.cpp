@@ -48,6 +48,7 @@ struct ListColumn {
   int width;  // twips
   std::string (*text)(const Row& row);
   Key (*key)(const Row& row);
+  bool holdsText = false;  // no figures
 };
 
 Key ById(const Row& row) {
@@ -63,18 +64,18 @@ std::optional<std::int16_t> Azimuth(const Row& row) {
 }
 
 constexpr auto kColumns = std::to_array<ListColumn>(
-    {{"Satellite", 1000, [](const Row& row) { return NameOf(row.satellite->id); }, ById},
+    {{"Satellite", 1000, [](const Row& row) { return NameOf(row.satellite->id); }, ById, true},
      {"Constellation", 1300,
       [](const Row& row) {
         return std::string(
             kConstellations.at(static_cast<std::size_t>(row.satellite->id.system)).name);
       },
-      ById},
+      ById, true},
      {"Sent as", 800, [](const Row& row) { return PlainText(std::int32_t{row.satellite->sentAs}); },
       [](const Row& row) { return KeyOf(row.satellite->sentAs); }},
      {"Signal", 1000,
       [](const Row& row) { return SignalName(row.satellite->id.system, row.signal->id); },
-      [](const Row& row) { return KeyOf(row.signal->id); }},
+      [](const Row& row) { return KeyOf(row.signal->id); }, true},
      {"C/N0 dB-Hz", 1100, [](const Row& row) { return Text(row.signal->cn0); },
       [](const Row& row) { return KeyOf(row.signal->cn0); }},
      {"Elevation °", 1000, [](const Row& row) { return Text(Elevation(row)); },
@@ -82,7 +83,7 @@ constexpr auto kColumns = std::to_array<ListColumn>(
      {"Azimuth °", 1000, [](const Row& row) { return Text(Azimuth(row)); },
       [](const Row& row) { return KeyOf(Azimuth(row)); }},
      {"Used", 700, [](const Row& row) { return std::string(row.satellite->used ? "yes" : "no"); },
-      [](const Row& row) { return KeyOf(row.satellite->used ? 0.0 : 1.0); }}});
+      [](const Row& row) { return KeyOf(row.satellite->used ? 0.0 : 1.0); }, true}});
 
 // A signal that nobody named says nothing beside one that has a name.
 bool Superfluous(const Satellite& satellite, const Signal& signal) {

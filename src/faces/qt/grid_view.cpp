@@ -3,12 +3,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTableView>
+#include <QToolTip>
 #include <algorithm>
 #include <chrono>
 #include <numeric>
@@ -31,6 +33,9 @@ constexpr int kRowPadding = 6;
 constexpr int kWholeRows = 12;
 constexpr int kLeastRows = 4;
 constexpr int kLeastWidth = 260;
+// To which the column of names may be cut.
+constexpr int kLeastNames = 16;
+constexpr int kCutPadding = 6;
 
 }  // namespace
 
@@ -89,6 +94,19 @@ class GridView::Table : public QTableView {
   }
 
   void contextMenuEvent(QContextMenuEvent* event) override { view_.ShowMenu(event->globalPos()); }
+
+  // A text that is cut is told whole.
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QTableView::viewportEvent(event);
+    const auto* const help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    const QString text = index.data().toString();
+    const bool cut =
+        fontMetrics().horizontalAdvance(text) + kCutPadding > visualRect(index).width();
+    if (!index.isValid() || !cut) return QTableView::viewportEvent(event);
+    QToolTip::showText(help->globalPos(), ToolTipOf(text), this);
+    return true;
+  }
 
  private:
   int FullWidth() const {
@@ -229,6 +247,9 @@ void GridView::Resize() {
   const QSizePolicy policy(QSizePolicy::Expanding,
                            whole ? QSizePolicy::Fixed : QSizePolicy::Expanding);
   if (table_->sizePolicy() != policy) table_->setSizePolicy(policy);
+  // How high the table is at least depends on its first rows only.
+  const int shownRows = std::min(model_->rowCount(), kWholeRows + 1);
+  if (std::exchange(shownRows_, shownRows) != shownRows) changed = true;
   if (changed) table_->updateGeometry();
 }
 
@@ -236,13 +257,17 @@ bool GridView::FillsWidth() const {
   return !model_->HasRowHeads() || !model_->HasColumnHeads();
 }
 
-// The widest column of a list, the one that holds names, has what the others leave.
+// The widest column of a list, the one that holds names, has what the others leave. It is narrower
+// than its texts where all of the list has room by that.
 void GridView::FillWidth() {
   if (!FillsWidth() || widths_.empty()) return;
   const auto widest = std::max_element(widths_.begin(), widths_.end());
   const int column = static_cast<int>(widest - widths_.begin());
   const int others = table_->horizontalHeader()->length() - table_->columnWidth(column);
-  table_->setColumnWidth(column, std::max(*widest, table_->viewport()->width() - others));
+  const int left = table_->viewport()->width() - others;
+  const int character = table_->fontMetrics().horizontalAdvance(QLatin1Char('0'));
+  const int least = std::min(kLeastNames * character + kCellPadding, *widest);
+  table_->setColumnWidth(column, left >= least ? left : *widest);
 }
 
 void GridView::PressRow(int row, const QPoint& at) {

@@ -41,6 +41,7 @@ class GridView : public ControlView {
   QLabel* corner_;
   std::vector<int> widths_;
   int allWidths_ = 0;
+  int shownRows_ = 0;
   int headWidth_ = 0;
   std::uint64_t marks_ = 0;
 };
