@@ -190,6 +190,8 @@ void WindowPlacing::FixSize() {
   window.SetPlace(place);
   revision_ = window.PlaceRevision();
   if (host.minimumSize() != size || host.maximumSize() != size) host.setFixedSize(size);
+  // It may have been placed while it was thought to be smaller.
+  if (!InArea()) host.move(OnScreen({host.pos(), size}, AvailableScreen(host)).topLeft());
 }
 
 void WindowPlacing::UserMoved() {

@@ -4,22 +4,29 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
+#include <QFile>
 #include <QGroupBox>
 #include <QImage>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QProcess>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTemporaryDir>
+#include <QToolBar>
 #include <map>
 #include <set>
 #include <vector>
 
 #include "faces/qt/conversions.h"
 #include "faces/qt/program_fixture.h"
+#include "support/sentences.h"
 
 namespace fathomline {
 namespace {
@@ -204,6 +211,38 @@ TEST_F(EveryWindow, NamesItsControls) {
   });
 }
 
+// What leads somewhere when it is clicked does so by keys, and what is no more than a text does not
+// stop anybody on the way.
+TEST_F(EveryWindow, IsLedOnFromByKeys) {
+  const auto walks = [](const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) != 0;
+  };
+  frmSkyplot& sky = program().windows.charts.SkyplotOf(1);
+  program().engine.pipeline.ProcessSentence(1, Sentence("GPGSV,1,1,02,07,45,120,38,21,10,300,"));
+  Draw();
+  face().DrawWhole(sky);
+  for (const int row : {1, 2}) {
+    EXPECT_TRUE(walks(*face().WidgetOf(sky.lblSv(row)))) << row;
+    EXPECT_FALSE(walks(*face().WidgetOf(sky.lblSNR(row)))) << row;
+  }
+  EXPECT_FALSE(walks(*face().WidgetOf(sky.lblSv(3)))) << "no satellite stands there";
+  QTest::keyClick(face().WidgetOf(sky.lblSv(2)), Qt::Key_Return);
+  Draw();
+  EXPECT_TRUE(Seen(program().windows.charts.SatelliteWindow(1, 21)));
+
+  program().windows.main.onSecond();
+  program().session.tools.sources.Close();
+  Draw();
+  auto* const mark = Main()->findChild<QLabel*>(QStringLiteral("sbStatusBar[14]"));
+  ASSERT_NE(mark, nullptr);
+  EXPECT_TRUE(walks(*mark));
+  EXPECT_FALSE(mark->accessibleName().isEmpty());
+  EXPECT_FALSE(walks(*Main()->findChild<QLabel*>(QStringLiteral("sbStatusBar[1]"))));
+  QTest::keyClick(mark, Qt::Key_Space);
+  Draw();
+  EXPECT_TRUE(Seen(program().session.tools.sources));
+}
+
 TEST_F(EveryWindow, HasEachMnemonicOnce) {
   ForEachPage([](const Window&, QWidget& host) {
     std::map<QString, QString> used;
@@ -246,6 +285,103 @@ TEST_F(EveryWindow, IsWalkedByTabInReadingOrder) {
     }
   });
 }
+
+// Somewhere within the windows around it; what has to be scrolled there, is.
+bool CanBeReached(QWidget& widget) {
+  for (QWidget* around = widget.parentWidget(); around != nullptr;
+       around = around->parentWidget()) {
+    if (auto* const scroll = qobject_cast<QScrollArea*>(around))
+      scroll->ensureWidgetVisible(&widget);
+  }
+  QCoreApplication::processEvents();
+  // One that is stretched shows what it says.
+  const QSize wanted = widget.sizeHint().boundedTo(widget.size());
+  return widget.visibleRegion().boundingRect().size().boundedTo(wanted) == wanted;
+}
+
+TEST_F(EveryWindow, LeavesEveryButtonReachable) {
+  // With what it has found, which is more than it opens with.
+  frmOpenRecording& recording = program().session.recordings.dialog;
+  program().session.recordings.Offer(kSourceFolder + "/samples/voyage.log");
+  PumpUntil([&recording] { return !recording.prgRead.Visible(); });
+  Draw();
+  // A frame of the platform may stand out beyond the screen.
+  constexpr int kFrame = 4;
+  const QRect screen = Main()->screen()->availableGeometry().adjusted(0, 0, kFrame, kFrame);
+  const auto expectButtons = [](const QWidget& host) {
+    for (auto* const button : Visible<QAbstractButton>(host)) {
+      // Within a table or a bar of tabs they come and go with those.
+      const bool own = !button->objectName().isEmpty() && IsControl(*button);
+      if (!own) continue;
+      EXPECT_TRUE(CanBeReached(*button)) << FromQt(button->objectName()) << " shows "
+                                         << button->visibleRegion().boundingRect().width() << " x "
+                                         << button->visibleRegion().boundingRect().height()
+                                         << " of " << button->width() << " x " << button->height();
+    }
+  };
+  EXPECT_TRUE(screen.contains(Main()->geometry()))
+      << Main()->geometry().x() << ", " << Main()->geometry().y() << ", " << Main()->width()
+      << " x " << Main()->height() << " on " << screen.width() << " x " << screen.height();
+  expectButtons(*Main()->findChild<QToolBar*>());
+  for (const auto* const panel : Main()->findChild<QStatusBar*>()->findChildren<QLabel*>()) {
+    if (!panel->isVisible() || !IsControl(*panel)) continue;
+    EXPECT_TRUE(Main()->rect().contains(QRect(panel->mapTo(Main(), QPoint()), panel->size())))
+        << FromQt(panel->objectName());
+  }
+  const auto* const area = Main()->findChild<QMdiArea*>();
+  ForEachPage([&](const Window& window, QWidget& host) {
+    if (window.Style() == WindowStyle::Dialog) {
+      EXPECT_TRUE(screen.contains(host.geometry()))
+          << host.x() << ", " << host.y() << ", " << host.width() << " x " << host.height();
+    } else {
+      // The area scrolls, and a window can be moved and made smaller in it.
+      host.setGeometry(QRect(QPoint(), host.size().boundedTo(area->viewport()->size())));
+      host.raise();
+      QCoreApplication::processEvents();
+    }
+    Draw();
+    expectButtons(host);
+  });
+}
+
+// The same on the screen of a common notebook, with the scales and sizes of font that are used
+// there. Scale and screen hold for a whole process.
+struct SmallScreen {
+  int scalePercent;
+  int fontPercent;
+};
+class OnANotebook : public testing::TestWithParam<SmallScreen> {};
+
+TEST_P(OnANotebook, EveryButtonIsReachable) {
+  // The platform reads names of files in the characters of the present locale.
+  const QTemporaryDir folder;
+  QFile screen(folder.filePath(QStringLiteral("screen.json")));
+  ASSERT_TRUE(screen.open(QIODevice::WriteOnly));
+  screen.write(R"({"screens": [{"name": "notebook", "x": 0, "y": 0, "width": 1366, "height": 768,
+                                "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1.0}]})");
+  screen.close();
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.insert("FATHOMLINE_TEST_PLATFORM", "offscreen:configfile=" + screen.fileName());
+  environment.insert("FATHOMLINE_TEST_FONT", QString::number(GetParam().fontPercent));
+  environment.insert("QT_SCALE_FACTOR", QString::number(GetParam().scalePercent / 100.0));
+  QProcess child;
+  child.setProcessEnvironment(environment);
+  child.setProcessChannelMode(QProcess::MergedChannels);
+  child.start(QCoreApplication::applicationFilePath(),
+              {"--gtest_filter=EveryWindow.LeavesEveryButtonReachable"});
+  constexpr int kMilliseconds = 110000;
+  ASSERT_TRUE(child.waitForFinished(kMilliseconds));
+  EXPECT_EQ(child.exitCode(), 0) << child.readAll().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, OnANotebook,
+                         testing::Values(SmallScreen{100, 100}, SmallScreen{150, 100},
+                                         SmallScreen{200, 100}, SmallScreen{100, 150},
+                                         SmallScreen{100, 200}),
+                         [](const testing::TestParamInfo<SmallScreen>& tested) {
+                           return "Scale" + std::to_string(tested.param.scalePercent) + "Font" +
+                                  std::to_string(tested.param.fontPercent);
+                         });
 
 }  // namespace
 }  // namespace fathomline
