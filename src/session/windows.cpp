@@ -1,5 +1,7 @@
 #include "session/windows.h"
 
+#include <algorithm>
+
 namespace fathomline {
 
 Windows::Windows(const ViewSurroundings& surroundings, Engine& engine, const Clock& clock,
@@ -28,8 +30,16 @@ Windows::Windows(const ViewSurroundings& surroundings, Engine& engine, const Clo
 }
 
 void Windows::OpenFigures(int system) {
-  OpenView(ViewKind::Numerics, system);
-  OpenView(ViewKind::Statistics, system);
+  // Of AIS alone these two have nothing to show.
+  const CommSetup& setup = records_.CommSetups[system];
+  const bool figures =
+      std::any_of(kAnalyseFlags.begin(), kAnalyseFlags.end(), [&setup](const AnalyseFlag& row) {
+        return setup.*row.flag && row.flag != &CommSetup::AnalyseVDM;
+      });
+  if (figures) {
+    OpenView(ViewKind::Numerics, system);
+    OpenView(ViewKind::Statistics, system);
+  }
   charts.OpenFigures(system);
   OpenTargets(system);
 }

@@ -208,6 +208,15 @@ TEST_F(RecordingsTest, TellsWhatItCannotOpen) {
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
 }
 
+TEST_F(RecordingsTest, OpensWindowsForWhatIsThereAlone) {
+  ASSERT_TRUE(Start());
+  Drop(folder.Write("ais.log", "!AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0*23\n"));
+  Look();
+  Dialog().cmdOk.Click();
+  RunToTheEnd();
+  EXPECT_THAT(Views(), ElementsAre("frmAISTargets-1"));
+}
+
 TEST_F(RecordingsTest, TheDialogKeepsTheRulesOfTheSetup) {
   ASSERT_TRUE(Start());
   Drop(kVoyage);
