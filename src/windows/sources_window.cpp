@@ -31,8 +31,8 @@ struct ListColumn {
 constexpr auto kSourceColumns = std::to_array<ListColumn>({{"State", 1100, true},
                                                            {"System", 1800, true},
                                                            {"Link", 700, true},
-                                                           {"Address", 2400, true},
-                                                           {"Condition", 2400, true},
+                                                           {"Address", 2200, true},
+                                                           {"Condition", 2100, true},
                                                            {"Lines/s", 900},
                                                            {"Last line", 1100},
                                                            {"Checksum errors", 1500}});

@@ -33,8 +33,6 @@ constexpr int kRowPadding = 6;
 constexpr int kWholeRows = 12;
 constexpr int kLeastRows = 4;
 constexpr int kLeastWidth = 260;
-// To which the column of names may be cut.
-constexpr int kLeastNames = 16;
 constexpr int kCutPadding = 6;
 
 }  // namespace
@@ -187,7 +185,10 @@ void GridView::Forget() {
 }
 
 void GridView::Update() {
-  if (model_->Follow()) widths_.clear();
+  if (model_->Follow()) {
+    widths_.clear();
+    given_.clear();
+  }
   Resize();
   table_->viewport()->update();
   const Grid::Order& order = grid_.ShownOrder();
@@ -223,7 +224,7 @@ void GridView::Resize() {
                                  needed * character + kCellPadding, width});
     if (wanted == width) continue;
     width = wanted;
-    table_->setColumnWidth(column, width);
+    SetWidth(column, width);
     changed = true;
   }
   allWidths_ = std::accumulate(widths_.begin(), widths_.end(), 0);
@@ -257,17 +258,44 @@ bool GridView::FillsWidth() const {
   return !model_->HasRowHeads() || !model_->HasColumnHeads();
 }
 
-// The widest column of a list, the one that holds names, has what the others leave. It is narrower
-// than its texts where all of the list has room by that.
+// The widest column of a list, the one that holds names, has what the others leave. Where all of
+// them have no room, those that have grown beyond their design give way, if that lets all be seen.
 void GridView::FillWidth() {
   if (!FillsWidth() || widths_.empty()) return;
-  const auto widest = std::max_element(widths_.begin(), widths_.end());
-  const int column = static_cast<int>(widest - widths_.begin());
-  const int others = table_->horizontalHeader()->length() - table_->columnWidth(column);
-  const int left = table_->viewport()->width() - others;
-  const int character = table_->fontMetrics().horizontalAdvance(QLatin1Char('0'));
-  const int least = std::min(kLeastNames * character + kCellPadding, *widest);
-  table_->setColumnWidth(column, left >= least ? left : *widest);
+  const QFontMetrics metrics = table_->fontMetrics();
+  std::vector<int> shown = widths_;
+  const auto designed = [&](int column) {
+    const int asked = grid_.ColumnWidth(model_->GridColumn(column)) / kTwipsPerPixel;
+    const QString head = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+    const int least = std::max(asked, metrics.horizontalAdvance(head) + kCellPadding);
+    const int width = widths_[static_cast<std::size_t>(column)];
+    return asked > 0 ? std::min(least, width) : width;
+  };
+  int over = allWidths_ - table_->viewport()->width();
+  while (over > 0) {
+    std::size_t widest = 0;
+    int most = 0;
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+      const int spare = shown[i] - designed(static_cast<int>(i));
+      if (spare > most) most = spare, widest = i;
+    }
+    if (most == 0) break;
+    const int given = std::min(most, over);
+    shown[widest] -= given;
+    over -= given;
+  }
+  if (over > 0) shown = widths_;
+  if (over < 0) *std::max_element(shown.begin(), shown.end()) -= over;
+  for (int column = 0; column < static_cast<int>(shown.size()); ++column) {
+    SetWidth(column, shown[static_cast<std::size_t>(column)]);
+  }
+}
+
+// A width that the user has given a column stays until there is another one to give it.
+void GridView::SetWidth(int column, int width) {
+  given_.resize(widths_.size(), 0);
+  if (std::exchange(given_[static_cast<std::size_t>(column)], width) == width) return;
+  table_->setColumnWidth(column, width);
 }
 
 void GridView::PressRow(int row, const QPoint& at) {

@@ -30,6 +30,7 @@ class GridView : public ControlView {
   // A list has no row heads, a form no column heads; both take the width that there is.
   bool FillsWidth() const;
   void FillWidth();
+  void SetWidth(int column, int width);
   void ShowMenu(const QPoint& at);
   void SaveAsFile();
   // The point counts from the corner of the cells.
@@ -39,7 +40,8 @@ class GridView : public ControlView {
   GridModel* model_;
   Table* table_;
   QLabel* corner_;
-  std::vector<int> widths_;
+  std::vector<int> widths_;  // that the columns want
+  std::vector<int> given_;   // that they have been given
   int allWidths_ = 0;
   int shownRows_ = 0;
   int headWidth_ = 0;
