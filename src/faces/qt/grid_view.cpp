@@ -221,7 +221,8 @@ void GridView::Resize() {
     const int needed = std::clamp(model_->Longest(column), least, kWidestCharacters);
     int& width = widths_[static_cast<std::size_t>(column)];
     const int wanted = std::max({asked, metrics.horizontalAdvance(head) + kCellPadding,
-                                 needed * character + kCellPadding, width});
+                                 needed * character + kCellPadding,
+                                 table_->horizontalHeader()->minimumSectionSize(), width});
     if (wanted == width) continue;
     width = wanted;
     SetWidth(column, width);
