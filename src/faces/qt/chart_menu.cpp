@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QPaintEngine>
+#include <optional>
 #include <sstream>
 
 #include "faces/qt/chart_parts.h"
 #include "faces/qt/conversions.h"
+#include "faces/qt/look.h"
 #include "faces/qt/picture_file.h"
 #include "faces/qt/qt_face.h"
 #include "toolkit/chart_csv.h"
@@ -20,6 +23,40 @@ QAction* Add(QMenu& menu, const QString& text, QWidget* receiver, Action action)
   QAction* const entry = menu.addAction(text);
   QObject::connect(entry, &QAction::triggered, receiver, action, Qt::QueuedConnection);
   return entry;
+}
+
+// Lies over what series draw beside the area of their chart, below its axes: an SVG document is
+// written without regard to clipping.
+class PaperAround : public QCPLayerable {
+ public:
+  explicit PaperAround(QCustomPlot& plot) : QCPLayerable(&plot) {
+    plot.addLayer(Layer(), plot.layer(QStringLiteral("main")), QCustomPlot::limAbove);
+    setLayer(Layer());
+  }
+  PaperAround(const PaperAround&) = delete;
+  PaperAround& operator=(const PaperAround&) = delete;
+  ~PaperAround() override {
+    setLayer(QStringLiteral("main"));
+    parentPlot()->removeLayer(parentPlot()->layer(Layer()));
+  }
+
+ protected:
+  void applyDefaultAntialiasingHint(QCPPainter*) const override {}
+  void draw(QCPPainter* painter) override {
+    const QRegion around = QRegion(parentPlot()->viewport()) - parentPlot()->axisRect()->rect();
+    for (const QRect& piece : around) painter->fillRect(piece, PaintOf(look::kWindowGround));
+  }
+
+ private:
+  static QString Layer() { return QStringLiteral("paper around"); }
+};
+
+void PaintPlot(QCustomPlot& plot, QPaintDevice& device, const QSize& size) {
+  QCPPainter painter(&device);
+  painter.setMode(QCPPainter::pmVectorized);
+  std::optional<PaperAround> paper;
+  if (painter.paintEngine()->type() == QPaintEngine::SVG) paper.emplace(plot);
+  plot.toPainter(&painter, size.width(), size.height());
 }
 
 }  // namespace
@@ -79,9 +116,7 @@ void ChartMenu::Show(const QPoint& at) const {
       [drawn = &plot] { QApplication::clipboard()->setPixmap(drawn->toPixmap()); });
   add(QStringLiteral("&Save picture ..."), [own = *this] {
     const auto paint = [&own](QPaintDevice& device, const QSize& size) {
-      QCPPainter painter(&device);
-      painter.setMode(QCPPainter::pmVectorized);
-      own.plot.toPainter(&painter, size.width(), size.height());
+      PaintPlot(own.plot, device, size);
     };
     own.user([&] { SavePicture(own.context.face, own.plot.size(), paint); });
   });

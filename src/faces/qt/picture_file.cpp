@@ -4,19 +4,19 @@
 #include <QImage>
 #include <QPageSize>
 #include <QPdfWriter>
+#include <QSvgGenerator>
 
 #include "faces/qt/conversions.h"
 #include "faces/qt/look.h"
 #include "faces/qt/qt_face.h"
-#include "faces/qt/svg_device.h"
 
 namespace fathomline {
 namespace {
 
 // Pixels of a PNG to a logical pixel, so that it can be printed.
 constexpr int kPixelDensity = 2;
-constexpr int kPdfResolution = 96;
-constexpr double kPointsPerPixel = 72.0 / kPdfResolution;
+constexpr int kResolution = 96;
+constexpr double kPointsPerPixel = 72.0 / kResolution;
 
 }  // namespace
 
@@ -24,12 +24,15 @@ QString WritePicture(const QString& path, const QSize& size, const PaintOnto& pa
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return file.errorString();
   if (path.endsWith(QLatin1String(".svg"), Qt::CaseInsensitive)) {
-    SvgDevice device(size);
+    QSvgGenerator device;
+    device.setOutputDevice(&file);
+    device.setResolution(kResolution);
+    device.setSize(size);
+    device.setViewBox(QRect(QPoint(), size));
     paint(device, size);
-    file.write(device.Document());
   } else if (path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
     QPdfWriter device(&file);
-    device.setResolution(kPdfResolution);
+    device.setResolution(kResolution);
     device.setPageSize(QPageSize(QSizeF(size) * kPointsPerPixel, QPageSize::Point));
     device.setPageMargins({});
     paint(device, size);

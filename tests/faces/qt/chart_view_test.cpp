@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QSet>
+#include <QSvgRenderer>
 #include <QTemporaryDir>
 #include <deque>
 #include <qcustomplot.h>
@@ -440,6 +441,24 @@ TEST_F(ChartViews, TheMenuCopiesAndSavesPicturesAndPoints) {
   const QByteArray svg = saved("Save picture ...", "a.svg");
   EXPECT_TRUE(svg.contains(">Northing</text>"));
   EXPECT_TRUE(svg.contains(PaintOf(kBlue).name().toUtf8()));
+  chart.Left().SetAutomatic(false);
+  chart.Left().SetMinimum(1.0);
+  face.Draw();
+  QImage drawn(Find<QCustomPlot>(chart)->size(), QImage::Format_RGB32);
+  QPainter painter(&drawn);
+  QSvgRenderer(saved("Save picture ...", "cut.svg")).render(&painter);
+  painter.end();
+  const QRect area = Find<QCustomPlot>(chart)->axisRect()->rect();
+  const auto blueFrom = [&](int top, int bottom) {
+    for (int y = top; y < bottom; ++y) {
+      for (int x = 0; x < drawn.width(); ++x) {
+        if (drawn.pixelColor(x, y) == PaintOf(kBlue)) return true;
+      }
+    }
+    return false;
+  };
+  EXPECT_TRUE(blueFrom(area.top(), area.bottom()));
+  EXPECT_FALSE(blueFrom(area.bottom() + 2, drawn.height())) << "a curve ends where its chart does";
   EXPECT_NE(WritePicture(folder.filePath("none/a.png"), {64, 64}, [](QPaintDevice&, QSize) {}),
             QString());
 }
