@@ -120,7 +120,11 @@ bool WindowView::AnySeen() const {
   return std::any_of(views_.begin(), views_.end(), [](const auto& view) { return view->Seen(); });
 }
 
+// Covered windows too, which are not refreshed otherwise.
 void WindowView::WriteAll() {
+  if (Window* const window = Plain()) {
+    window->Act([window] { window->Refresh(); });
+  }
   for (const auto& view : views_) view->Write();
 }
 
