@@ -400,6 +400,26 @@ TEST_F(ChartViews, StandInAGridThatSharesItsRoomAmongThoseWithPoints) {
   for (int i = 0; i < 6; ++i) EXPECT_LE(place(i).right(), 420) << i;
 }
 
+TEST_F(ChartViews, EqualScalesHaveEqualTicks) {
+  chart.SetEqualScales(true);
+  chart.AddSeries({.title = "Fixes"}).Add(0.0, 0.0F);
+  const auto step = [](const QCPAxis& axis) {
+    EXPECT_GE(axis.tickVector().size(), 2);
+    return axis.tickVector().value(1) - axis.tickVector().value(0);
+  };
+  // Labels that are wide to the east and low to the north.
+  for (double end = 11000.0; end < 110000.0; end *= 1.3) {
+    for (Axis* const axis : {&chart.Bottom(), &chart.Left()}) {
+      axis->SetAutomatic(false);
+      axis->SetMinimum(-end);
+      axis->SetMaximum(end);
+    }
+    QCustomPlot& plot = Drawn();
+    plot.replot();
+    EXPECT_EQ(step(*plot.xAxis), step(*plot.yAxis)) << end;
+  }
+}
+
 TEST_F(ChartViews, AClickOnAnAxisComesWhenTheMouseEventIsOver) {
   chart.AddSeries({.title = "dN"}).Add(0.0, 0.0F);
   std::optional<AxisSide> clicked;
