@@ -181,6 +181,8 @@ GridView::GridView(ViewContext& context, Grid& grid)
 }
 
 void GridView::Forget() {
+  // Without its columns the table changes its size, and the grid is not to be asked any more.
+  widths_.clear();
   model_->Forget();
 }
 
