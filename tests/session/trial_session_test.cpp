@@ -36,6 +36,8 @@ struct TrialReport : ::testing::Test, Session {
       reference.ReferenceHeading = 137.0F;
     });
     EXPECT_TRUE(Start());
+    // However slow the machine is.
+    program->session.trial.SetPatience(std::chrono::hours(1));
   }
 
   void Replay() {
