@@ -1,5 +1,7 @@
 #include "ais/ais_decoder.h"
 
+#include "ais/ais_messages.h"
+
 namespace fathomline {
 namespace {
 
@@ -21,6 +23,9 @@ const AISApplicationData* ApplicationDataOf(std::int16_t messageId, const AISMes
 
 }  // namespace
 
+AISReceiver::AISReceiver() : Messages(std::make_unique<AISMessages>()) {}
+AISReceiver::~AISReceiver() = default;
+
 void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
   AISReceiver& receiver = receivers_[system];
   std::string& assembly = receiver.AISAssembly;
@@ -34,7 +39,7 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
     return;
   }
   try {
-    DecodeAISPayload(assembly, sentence.FillBits, options_, clock_, receiver.Messages,
+    DecodeAISPayload(assembly, sentence.FillBits, binaryStandardIALA_, clock_, *receiver.Messages,
                      receiver.AISMessageId);
   } catch (const Fault&) {
     assembly.clear();
@@ -42,7 +47,7 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
   }
   assembly.clear();
   if (const AISApplicationData* const data =
-          ApplicationDataOf(receiver.AISMessageId, receiver.Messages)) {
+          ApplicationDataOf(receiver.AISMessageId, *receiver.Messages)) {
     receiver.ApplicationMessageId = receiver.AISMessageId;
     receiver.ApplicationMMSI = data->MMSI;
   }

@@ -3,27 +3,34 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 
-#include "ais/ais_messages.h"
 #include "base/clock.h"
 #include "base/per_system.h"
 #include "decoding/sentence_records.h"
 
 namespace fathomline {
 
+struct AISMessages;
+
 // What `AISMessageId` is while a group of sentences is still open.
 inline constexpr std::int16_t kOpenGroup = -99;
 
 // The AIS state of one system.
 struct AISReceiver {
+  AISReceiver();
+  ~AISReceiver();
+
   std::string AISAssembly;  // the payloads of the open group, at most kLongestAssembly characters
   std::int16_t AISMessageId = 0;
   // That of the latest message with application data: 6, 8, 25 or 26; 0 before the first. The data
   // stay in its record, whose MMSI may since be that of a message without such data.
   std::int16_t ApplicationMessageId = 0;
   std::int32_t ApplicationMMSI = 0;
-  AISMessages Messages;
+  // Held by pointer: reading the layouts of all messages takes a compiler longer than the rest of
+  // most files, and few of those that know a receiver look into its messages.
+  std::unique_ptr<AISMessages> Messages;
 
   static constexpr std::size_t kLongestAssembly = 32767;
 };
@@ -41,12 +48,13 @@ class AISDecoder {
 
   const AISReceiver& Receiver(int system) const { return receivers_[system]; }
 
-  bool BinaryStandardIALA() const { return options_.binaryStandardIALA; }
-  void SetBinaryStandardIALA(bool iala) { options_.binaryStandardIALA = iala; }
+  // The function identifiers of binary messages are those of the IALA proposal, not of IMO 236.
+  bool BinaryStandardIALA() const { return binaryStandardIALA_; }
+  void SetBinaryStandardIALA(bool iala) { binaryStandardIALA_ = iala; }
 
  private:
   const Clock& clock_;
-  AISDecodingOptions options_;
+  bool binaryStandardIALA_ = false;
   PerSystem<AISReceiver> receivers_;
 };
 

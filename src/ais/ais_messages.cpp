@@ -49,15 +49,14 @@ void Decode(const AISReception& reception, int, Record& record) {
 
 }  // namespace
 
-void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits,
-                      const AISDecodingOptions& options, const Clock& clock, AISMessages& messages,
-                      std::int16_t& messageId) {
+void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits, bool binaryStandardIALA,
+                      const Clock& clock, AISMessages& messages, std::int16_t& messageId) {
   const PayloadBits bits(assembly);
   messageId = static_cast<std::int16_t>(bits.Unsigned(1, 6));
   const AISReception reception{.bits = bits,
                                .payloadLength = ToInt16(static_cast<double>(assembly.size())),
                                .fillBits = fillBits,
-                               .binaryStandardIALA = options.binaryStandardIALA,
+                               .binaryStandardIALA = binaryStandardIALA,
                                .clock = clock};
   VisitMessage(messages, messageId, [&](auto& record) {
     Decode(reception, messageId, record);

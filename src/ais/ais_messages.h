@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "ais/application_records.h"
+#include "ais/message_ids.h"
 #include "ais/position_records.h"
 #include "ais/service_records.h"
 #include "ais/static_records.h"
@@ -54,7 +55,7 @@ struct AISMessages {
   }
 };
 
-inline constexpr int kAISMessageIds = std::tuple_size_v<decltype(AISMessages::Members())>;
+static_assert(std::tuple_size_v<decltype(AISMessages::Members())> == kAISMessageIds);
 
 // Calls visit(record) with the record of an id from 1 to 27; any other id has none. Every record
 // can be walked with VisitFields.
@@ -69,17 +70,12 @@ void VisitMessage(Messages& messages, int id, Visitor&& visit) {
   (std::make_index_sequence<static_cast<std::size_t>(kAISMessageIds)>{});
 }
 
-struct AISDecodingOptions {
-  // The function identifiers of binary messages are those of the IALA proposal, not of IMO 236.
-  bool binaryStandardIALA = false;
-};
-
 // Unpacks an assembled payload, stores the message's id, 0 to 63, and fills the record of that id.
 // No payload is too short or too long: bits that are missing read as zero, and those beyond the
-// first 168 characters are passed over. Raises OutOfRange where an id 17 asks for more correction
+// first 168 characters are passed over. The function identifiers of binary messages are those of
+// the IALA proposal or those of IMO 236. Raises OutOfRange where an id 17 asks for more correction
 // blocks than its record holds.
-void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits,
-                      const AISDecodingOptions& options, const Clock& clock, AISMessages& messages,
-                      std::int16_t& messageId);
+void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits, bool binaryStandardIALA,
+                      const Clock& clock, AISMessages& messages, std::int16_t& messageId);
 
 }  // namespace fathomline

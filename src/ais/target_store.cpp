@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "ais/ais_messages.h"
 #include "ais/mid_table.h"
 #include "base/fault.h"
 #include "base/numbers.h"

@@ -8,12 +8,14 @@
 #include <string_view>
 #include <vector>
 
-#include "ais/ais_messages.h"
+#include "ais/message_ids.h"
 #include "base/datetime.h"
 #include "base/dialogs.h"
 #include "base/per_system.h"
 
 namespace fathomline {
+
+struct AISMessages;
 
 // One station, with the latest values of each kind that came from it. Units as in the messages;
 // numbers are NoValue where a message said so, texts are as received, not trimmed.

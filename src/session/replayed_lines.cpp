@@ -6,6 +6,7 @@
 
 #include "base/fault.h"
 #include "base/system.h"
+#include "trial/recorder.h"
 
 namespace fathomline {
 namespace {
@@ -47,6 +48,8 @@ SecondReading::SecondReading(const ReplayedLines& lines, bool unchecked, std::si
   }
 }
 
+SecondReading::~SecondReading() = default;
+
 bool SecondReading::Continue(std::chrono::steady_clock::time_point until) {
   while (stretch_ < stretches_.size() && !full_) {
     if (inFile_ % kLinesPerLookAtTheClock == 0 && std::chrono::steady_clock::now() >= until) {
@@ -72,6 +75,10 @@ void SecondReading::TakeLine() {
 
 double SecondReading::Share() const {
   return wanted_ == 0 ? 1.0 : static_cast<double>(taken_) / static_cast<double>(wanted_);
+}
+
+std::unique_ptr<trial::SystemRecorder> SecondReading::Result() {
+  return std::move(recorder_);
 }
 
 }  // namespace fathomline

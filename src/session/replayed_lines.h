@@ -7,13 +7,15 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "base/files.h"
-#include "trial/recorder.h"
 
 namespace fathomline {
+
+namespace trial {
+class SystemRecorder;
+}
 
 // Lines of a recording that follow each other.
 struct RecordingStretch {
@@ -46,6 +48,7 @@ class SecondReading {
  public:
   // Whether lines without a checksum are used too. Beyond `mostBytes` of samples no more are taken.
   SecondReading(const ReplayedLines& lines, bool unchecked, std::size_t mostBytes);
+  ~SecondReading();
 
   // Reads on until the time has come. Returns whether there is more. Raises the system's fault, and
   // PastEndOfFile where a recording has become shorter.
@@ -55,7 +58,7 @@ class SecondReading {
   bool Empty() const { return wanted_ == 0; }
   bool Full() const { return full_; }
   // What the lines say; once.
-  std::unique_ptr<trial::SystemRecorder> Result() { return std::move(recorder_); }
+  std::unique_ptr<trial::SystemRecorder> Result();
 
  private:
   void TakeLine();

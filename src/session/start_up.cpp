@@ -10,6 +10,7 @@
 #include "base/file_kind.h"
 #include "base/files.h"
 #include "base/system.h"
+#include "session/trial_session.h"
 #include "setup/setup_file.h"
 #include "toolkit/window_places.h"
 

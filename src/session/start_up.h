@@ -12,13 +12,14 @@
 #include "base/system.h"
 #include "pipeline/engine.h"
 #include "session/session_control.h"
-#include "session/trial_session.h"
 #include "session/windows.h"
 #include "setup/setup_dialog.h"
 #include "sources/live_input.h"
 #include "toolkit/desktop.h"
 
 namespace fathomline {
+
+class TrialSession;
 
 struct StartOptions {
   // The program folder; empty: what the settings name, or the default one.

@@ -14,6 +14,8 @@
 #include "base/sha256.h"
 #include "base/system.h"
 #include "toolkit/window_places.h"
+#include "trial/recorder.h"
+#include "trial/trial.h"
 #include "trial/trial_html.h"
 #include "trial/trial_json.h"
 #include "version.h"
@@ -93,6 +95,8 @@ TrialSession::TrialSession(Engine& engine, const Clock& clock, SettingsStore& se
     settings_.Set(kSettingsSection, kKeepTrialSamples, keeping_ ? 1 : 0);
   };
 }
+
+TrialSession::~TrialSession() = default;
 
 void TrialSession::ReadSetting() {
   SetKeeping(settings_.GetNumber(kSettingsSection, kKeepTrialSamples, 1) != 0);

@@ -18,12 +18,17 @@
 #include "session/replayed_lines.h"
 #include "toolkit/desktop.h"
 #include "toolkit/task.h"
-#include "trial/recorder.h"
-#include "trial/trial.h"
 #include "windows/main_window.h"
 #include "windows/trial_reading.h"
 
 namespace fathomline {
+
+namespace trial {
+struct Meta;
+struct OwnReference;
+class SystemRecorder;
+struct TrialSystem;
+}  // namespace trial
 
 // In the section "Settings" of the settings store: 1 where samples are kept; so where it is not
 // set.
@@ -37,6 +42,7 @@ class TrialSession : public Task {
   // Plugs its entries of the menu Tools.
   TrialSession(Engine& engine, const Clock& clock, SettingsStore& settings, Desktop& desktop,
                frmMain& mainWindow);
+  ~TrialSession() override;
 
   // Keeps samples from then on, or not, as the settings say.
   void ReadSetting();

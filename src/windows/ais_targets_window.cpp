@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "ais/ais_messages.h"
 #include "base/numbers.h"
 #include "base/text.h"
 #include "views/definitions.h"
@@ -181,7 +182,7 @@ void frmAISTargets::WriteRow(int row, std::uint16_t columns) {
 
 void frmAISTargets::WriteDescription() {
   const AISReceiver& receiver = decoder_.Receiver(Index());
-  const AISMessages& messages = receiver.Messages;
+  const AISMessages& messages = *receiver.Messages;
   const auto write = [&](const AISApplicationData& data) {
     lblDescription.SetText(PlainText(receiver.ApplicationMMSI) + ": " + data.Description);
   };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "ais/ais_messages.h"
 #include "ais/sentence_feed.h"
 
 namespace fathomline {
