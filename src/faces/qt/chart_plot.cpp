@@ -1,5 +1,6 @@
 #include "faces/qt/chart_plot.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QRubberBand>
 #include <QToolTip>
@@ -22,6 +23,9 @@ ChartPlot::ChartPlot(Listener& listener) : listener_(listener) {
   setFocusPolicy(Qt::StrongFocus);
   setMouseTracking(true);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  // A new plot has asked to be drawn by and by. Its view draws it when its window is written; a
+  // window of many charts drawn twice is a turn of the event loop that a user feels.
+  QCoreApplication::removePostedEvents(this, QEvent::MetaCall);
 }
 
 void ChartPlot::SetSizes(const QSize& usual, const QSize& least) {
