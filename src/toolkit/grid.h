@@ -82,6 +82,10 @@ class Grid : public Control {
   // that shows them by RowsInOrder.
   void SetSortable() { sortable_ = true; }
   bool Sortable() const { return sortable_; }
+  // A list of so few rows that it leaves the room below them to what else stands in the window.
+  void SetFewRows() { fewRows_ = true; }
+  bool FewRows() const { return fewRows_; }
+
   // The value of a cell in a column of figures, none where it has none. Without it they stand in
   // order by the number that their text begins with. Cells without a value come last.
   std::function<std::optional<double>(int row, int column)> sortKey;
@@ -127,6 +131,7 @@ class Grid : public Control {
   std::uint64_t marks_ = 0;
   int markedRow_ = 0;
   bool sortable_ = false;
+  bool fewRows_ = false;
 };
 
 }  // namespace fathomline

@@ -96,6 +96,7 @@ frmSources::frmSources(Desktop& desktop, const Records& records, LinkDesk& links
       activity_(activity),
       settings_(settings) {
   SetHeads(fgSources, kSourceColumns);
+  fgSources.SetFewRows();
   SetHeads(fgSentences, kSentenceColumns);
   std::vector<Layout> buttons;
   for (int system = 1; system <= kSystems; ++system) {

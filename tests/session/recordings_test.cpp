@@ -162,6 +162,7 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   records().HdopLimit = 4.0F;
   face.ExpectFile(kVoyage);
   mainWindow().mnuFileOpenRecording.Click();
+  EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.nmea;*.aivdm;*.txt;*.dat|"));
   Look();
   Dialog().cmdOk.Click();
   EXPECT_EQ(records().HdopLimit, 0.0F);

@@ -247,7 +247,7 @@ void GridView::Resize() {
     table_->PlaceCorner(*corner_);
   }
   // A list takes the room that there is, since its rows come as targets do.
-  const bool whole = model_->HasRowHeads() && model_->rowCount() <= kWholeRows;
+  const bool whole = (model_->HasRowHeads() || grid_.FewRows()) && model_->rowCount() <= kWholeRows;
   const QSizePolicy policy(QSizePolicy::Expanding,
                            whole ? QSizePolicy::Fixed : QSizePolicy::Expanding);
   if (table_->sizePolicy() != policy) table_->setSizePolicy(policy);

@@ -368,6 +368,7 @@ TEST_F(ChartViews, StandInAGridThatSharesItsRoomAmongThoseWithPoints) {
   for (int i = 0; i < 6; ++i) {
     charts.emplace_back(many, "TChart" + std::to_string(i), "PRN " + std::to_string(i));
     charts.back().AddSeries({.title = "SNR", .kind = SeriesKind::Bar});
+    charts.back().Bottom().SetLabelFormat("hh:nn");
     cells.emplace_back(charts.back());
   }
   many.SetContent(Layout::AlikeCharts(4, std::move(cells), "No satellite yet"));
@@ -393,6 +394,27 @@ TEST_F(ChartViews, StandInAGridThatSharesItsRoomAmongThoseWithPoints) {
   draw();
   EXPECT_GE(place(0).height(), 96);
   EXPECT_LT(place(0).left(), place(1).left());
+  // A click on a name of the common legend hides that curve in every chart, a second one shows it.
+  auto* const plot = static_cast<QCustomPlot*>(face.WidgetOf(charts[1]));
+  QWidget& grid = *plot->parentWidget();
+  QPoint name(grid.width(), 8);
+  do {
+    name.rx() -= 2;
+    QMouseEvent move(QEvent::MouseMove, name, grid.mapToGlobal(name), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&grid, &move);
+  } while (name.x() > 0 && grid.cursor().shape() != Qt::PointingHandCursor);
+  for (const bool hidden : {true, false}) {
+    QTest::mouseClick(&grid, Qt::LeftButton, {}, name);
+    for (const Chart& each : charts) EXPECT_EQ(each.Series(0).Hidden(), hidden);
+  }
+  // The cursors go through all charts, and the one with the keyboard tells what they stand at.
+  for (int i = 2; i <= 31; ++i) charts[1].Series(0).Add(i, static_cast<float>(i));
+  draw();
+  plot->setFocus();
+  QTest::keyClick(plot, Qt::Key_C);
+  plot->grab();
+  EXPECT_TRUE(plot->accessibleDescription().contains("SNR: 11; 21; 10"))
+      << qPrintable(plot->accessibleDescription());
   // As many columns as have room, and never wider than the window.
   face.HostOf(many)->resize(420, 500);
   draw();

@@ -261,6 +261,17 @@ TEST_F(ControlViews, MenusFollowTheirItems) {
   EXPECT_EQ(handled, 1);
 }
 
+TEST_F(ControlViews, AListOfFewRowsLeavesTheRoomToOthers) {
+  PlainWindow lists{desktop, {.name = "frmLists", .place = {0, 0, 9000, 9000}}};
+  Grid few(lists, "fgFew", 5, 2, {1, 0});
+  Grid list(lists, "fgList", 5, 2, {1, 0});
+  few.SetFewRows();
+  lists.SetContent(Layout::Column({few, list}));
+  ShowDrawn(lists);
+  EXPECT_LT(face.WidgetOf(few)->height(), 200);
+  EXPECT_GT(face.WidgetOf(list)->height(), 300);
+}
+
 TEST_F(ControlViews, AGridShowsItsCellsBesideItsHeads) {
   Grid grid{window, "fgOne", 4, 3};
   grid.Set(0, 0, "PRN");
