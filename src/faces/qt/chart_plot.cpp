@@ -37,7 +37,8 @@ void ChartPlot::SetSizes(const QSize& usual, const QSize& least) {
 
 void ChartPlot::resizeEvent(QResizeEvent* event) {
   listener_.Resized();
-  QCustomPlot::resizeEvent(event);
+  // The plot library complains of a picture without size.
+  if (!size().isEmpty()) QCustomPlot::resizeEvent(event);
 }
 
 void ChartPlot::paintEvent(QPaintEvent* event) {
