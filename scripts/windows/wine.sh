@@ -1,6 +1,9 @@
 # Sourced by the scripts beside it: a wine of their own, under build/wine, and quiet.
 export WINEPREFIX=${FATHOMLINE_WINEPREFIX:-$PWD/build/wine}
 export WINEDEBUG=-all
+# Without a language of UTF-8 wine makes no file whose name has letters beyond ASCII, and a machine of
+# nothing but its base system has none set.
+export LC_ALL=C.UTF-8
 # Neither .NET nor a browser: both would ask to be installed.
 export WINEDLLOVERRIDES="mscoree=;mshtml="
 mkdir -p "$WINEPREFIX"
