@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "charts/chart_session.h"
+#include "support/drawn_shapes.h"
 
 namespace fathomline {
 namespace {
@@ -78,11 +79,8 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(Row(5), "*|*|*|*");
   EXPECT_EQ(sky.lblColor(5).ShownColour(), kWhite);
   EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
-  const Shape& dot = sky.picSkyplot.Transient().at(0);
-  EXPECT_EQ(dot.kind, ShapeKind::Dot);
-  EXPECT_NEAR(dot.x, 30.0, 1e-6);
-  EXPECT_NEAR(dot.y, 0.0, 1e-6);
-  EXPECT_EQ(dot.pen, (Pen{.width = 5, .colour = kRed}));
+  EXPECT_EQ(DrawnShapes(sky.picSkyplot.Transient()),
+            "dot 30 0 red width 5 hollow\ntext 30 0 red width 5 at -1 -1 9\n");
   SendSatellite(9, 0, 90);
   EXPECT_EQ(Row(1), "|||");
   EXPECT_EQ(sky.lblColor(1).ShownColour(), kWhite);
@@ -125,7 +123,7 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   EXPECT_EQ(records.ElevationMask, 12);
   EXPECT_EQ(sky.txtElMask.Text(), "12");
   EXPECT_TRUE(enter("89"));
-  for (const char* const wrong : {"90", "-1", "89.5"}) {
+  for (const char* const wrong : {"90", "-1", "89.5", "1E999"}) {
     face.ExpectBox("Invalid elevation mask. Must be within range 00-89 deg.");
     EXPECT_FALSE(enter(wrong));
   }
@@ -133,16 +131,20 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   EXPECT_TRUE(enter("5"));
   // What stands behind the dots: lines, circles of 60, 30 and 0 degrees and of the mask, and their
   // texts, of which that of a low mask is moved up by 10.
-  std::string drawn;
-  for (const Shape& shape : sky.picSkyplot.Persistent()) {
-    for (const double at : {shape.x, shape.y, shape.toX, shape.toY, shape.radius}) {
-      drawn += PlainText(static_cast<float>(at)) + " ";
-    }
-    drawn += (shape.pen.colour == kRed ? "red " : "") + shape.text + "|";
-  }
-  EXPECT_EQ(drawn,
-            "-90 0 90 0 0 |0 -90 0 90 0 |0 0 0 0 30 |0 0 0 0 0  90°|0 -30 0 0 0  60°|0 0 0 0 60 |"
-            "0 -60 0 0 0  30°|0 0 0 0 90 |0 0 0 0 85 red |0 -75 0 0 0 red 05°|");
+  EXPECT_EQ(DrawnShapes(sky.picSkyplot.Persistent()),
+            "line -90 0 to 90 0 blue scale\n"
+            "line 0 -90 to 0 90 blue scale\n"
+            "circle 0 0 r 30 blue scale\n"
+            "text 0 0 blue scale at -1 -1  90°\n"
+            "text 0 -30 blue scale at -1 -1  60°\n"
+            "circle 0 0 r 60 blue scale\n"
+            "text 0 -60 blue scale at -1 -1  30°\n"
+            "circle 0 0 r 90 blue scale\n"
+            "circle 0 0 r 85 red dashed\n"
+            "text 0 -75 red dashed at -1 -1 05°\n");
+  // From 10 degrees on the text of the mask stands at its circle.
+  EXPECT_TRUE(enter("10"));
+  EXPECT_EQ(sky.picSkyplot.Persistent().back().y, -80.0);
 }
 
 TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {

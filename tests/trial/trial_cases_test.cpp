@@ -18,6 +18,9 @@
 //   figures A                      rows of figures.csv: of a system or a pair, or of neither;
 //     horizontal.reference.n = 5   n/a is none, "-" says that there is no such row; numbers are
 //                                  compared as far as they are written
+//   picture claims                 a picture of the page by its name:
+//     text 102 57 e north          its elements with what their attributes say, from the back to
+//                                  the front
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -209,6 +212,28 @@ bool Agree(const std::string& written, const std::string& came) {
   return std::abs(number - wanted) <= 0.5000001 * std::pow(10.0, -decimals);
 }
 
+// The elements of a picture of the page, each in a line.
+std::string PictureOf(const std::string& page, const std::string& name) {
+  static const std::regex kElement(R"re(<(/?\w+)([^>]*?)/?>([^<\n]*))re");
+  static const std::regex kAttribute(R"re(([\w-]+)="([^"]*)")re");
+  const std::size_t title = page.find("<title id=\"" + name + "-t\"");
+  if (title == std::string::npos) return "none\n";
+  const std::size_t begin = page.rfind("<svg ", title);
+  const std::string svg = page.substr(begin, page.find("</svg>", begin) - begin);
+  std::string elements;
+  for (std::sregex_iterator it(svg.begin(), svg.end(), kElement), end; it != end; ++it) {
+    if ((*it)[1] == "title" || (*it)[1] == "desc" || (*it)[1].str().starts_with("/")) continue;
+    elements += (*it)[1];
+    const std::string said = (*it)[2];
+    for (std::sregex_iterator at(said.begin(), said.end(), kAttribute); at != end; ++at) {
+      if ((*at)[1] == "role" || (*at)[1] == "aria-labelledby") continue;
+      elements += " " + (*at)[2].str();
+    }
+    elements += ((*it)[3].length() == 0 ? "" : " ") + (*it)[3].str() + "\n";
+  }
+  return elements;
+}
+
 struct Line {
   int number;
   std::string text;
@@ -226,10 +251,13 @@ class Case {
       section_ = words[0];
       of_ = words.size() > 1 ? words[1] : "";
       if (section_ == "trial") TakeOptions(text);
+      if (section_ == "picture") pictures_[of_];
       if (section_ == "status") status_ = std::stoi(of_);
       if (section_ == "recording") recordings_.emplace_back(of_, RecordingText());
     } else if (section_ == "recording") {
       recordings_.back().second.Add(text);
+    } else if (section_ == "picture") {
+      pictures_[of_] += text + "\n";
     } else {
       figures_.push_back({line.number, of_ + " " + text});
     }
@@ -241,6 +269,7 @@ class Case {
       arguments.push_back(name + "=" + folder_.Write(name + ".log", recording.text));
     }
     arguments.insert(arguments.end(), {"--csv", folder_ / "csv", "--json", folder_ / "json"});
+    arguments.insert(arguments.end(), {"--html", folder_ / "html"});
     std::ostringstream out;
     std::ostringstream err;
     ASSERT_EQ(RunTrialCommand(arguments, out, err), status_) << file_ << ": " << err.str();
@@ -263,6 +292,8 @@ class Case {
       if (parts.size() == 2 && Agree(parts[1], value)) continue;
       ADD_FAILURE_AT(file_.c_str(), line.number) << line.text << "\n  but: " << value;
     }
+    const std::string page = ReadWholeFile(folder_ / "html");
+    for (const auto& [name, wanted] : pictures_) EXPECT_EQ(PictureOf(page, name), wanted) << name;
   }
 
  private:
@@ -288,6 +319,7 @@ class Case {
   std::vector<std::string> options_;
   std::vector<std::pair<std::string, RecordingText>> recordings_;
   std::vector<Line> figures_;
+  std::map<std::string, std::string> pictures_;
 };
 
 class TrialCases : public testing::TestWithParam<std::string> {};

@@ -4,6 +4,8 @@
 #include <sstream>
 
 #include "base/files.h"
+#include "support/drawn_shapes.h"
+#include "support/places.h"
 #include "support/sentences.h"
 #include "support/session.h"
 
@@ -250,6 +252,39 @@ TEST_F(WatchWindows, SatellitesOfTheChosenSystemAreListedSortedAndDrawn) {
   EXPECT_EQ(column(0), "");
   window.Close();
   EXPECT_EQ(program().engine.watch.SystemOfSatellites(), 0);
+}
+
+// satellites.lst has the sentences and what they draw, worked out from how the pictures are
+// described: the zenith in the middle, the horizon 18 pixels within the edge, bars as high as C/N0
+// over a foot of two lines of text.
+TEST_F(WatchWindows, SatellitesAreDrawnWhereTheListHasThem) {
+  mainWindow().mnuToolsSatellites.Click();
+  frmSatellites& window = program().session.tools.satellites;
+  std::string drawn;
+  std::istringstream list(ReadWholeFile(kSourceFolder + "/tests/windows/satellites.lst"));
+  std::string wanted;
+  for (std::string line; std::getline(list, line);) {
+    if (line.starts_with("$")) {
+      Send(1, Sentence(line.substr(1)));
+      Second();
+    } else if (line.starts_with("size ")) {
+      std::istringstream size(line.substr(5));
+      Picture::Size surface;
+      size >> surface.width >> surface.height;
+      for (Picture* picture : {&window.picSky, &window.picSignals})
+        picture->SetSurface(surface, {});
+      window.Refresh();
+    } else if (line == "sky" || line == "signals") {
+      const Picture& picture = line == "sky" ? window.picSky : window.picSignals;
+      window.Refresh();
+      drawn += line + " at least " + PlainText(picture.Least().width) + " by " +
+               PlainText(picture.Least().height) + "\n" + DrawnShapes(picture.Persistent());
+      EXPECT_TRUE(picture.Transient().empty());
+    } else if (!line.starts_with("#")) {
+      wanted += line + "\n";
+    }
+  }
+  EXPECT_EQ(drawn, wanted);
 }
 
 }  // namespace
