@@ -145,7 +145,6 @@ void frmSkyplot::DrawSkyplotBackground() {
   constexpr std::int16_t kTextBelowEdge = 10;
   const double raised = mask < kTextBelowEdge ? kTextBelowEdge : 0.0;
   picSkyplot.Text(0.0, mask - kHorizon + raised, degrees(maskText));
-  picSkyplot.SetPersistent(false);
 }
 
 bool frmSkyplot::TakeElevationMask() {
