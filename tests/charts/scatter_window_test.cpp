@@ -97,6 +97,11 @@ TEST_F(ScatterTest, SwitchesTheCirclesOfTheHorizontalFigures) {
   scatter.Refresh();
   // 1.8429 m north of the reference; the lower edge of its bin of a centimetre.
   EXPECT_NEAR(chart.Tools(3).Value(), 1.84, 0.0101);
+  scatter.mnuCircle68.Click();
+  EXPECT_TRUE(chart.Tools(2).Design().visible);
+  EXPECT_NEAR(chart.Tools(2).Value(), 1.84, 0.0101);
+  scatter.mnuCircle68.Click();
+  EXPECT_FALSE(chart.Tools(2).Design().visible);
   // Beyond the bins there is no figure to draw.
   Send("$GPGGA,120001,0000.0100,N,00000.0000,E,1,9,1.2,12.5,M,0.0,M,,*00");
   scatter.Refresh();

@@ -90,6 +90,7 @@ TEST_F(FeedTest, StartsAfreshAndLetsGoWhatLiesMoreThanADayAway) {
   EXPECT_EQ(Of(SentenceType::DBT, 0, 0), (Points{6.0F, 7.0F})) << "the one behind it too";
   const std::string fix = GGA("120000", 2, 9, "3.0", "5");
   Send(fix);
+  Send("$GPGGA,120000,0000.0000,N,00000.9000,E,2,9,1.2,12.5,M,0.0,M,3.0,5*00");
   Send(fix);
   charts.StartSeriesAfresh(1);
   EXPECT_TRUE(Of(SentenceType::DBT, 0, 0).empty());
@@ -98,15 +99,18 @@ TEST_F(FeedTest, StartsAfreshAndLetsGoWhatLiesMoreThanADayAway) {
             (AxisRange{0.0, 1.0}));
   Send(fix);
   EXPECT_TRUE(Of(SentenceType::GGA, 3, 2).empty()) << "the run of the station has ended";
-  EXPECT_EQ(Of(SentenceType::GGA, 0, 1).size(), 1U);
+  ASSERT_EQ(Of(SentenceType::GGA, 0, 1).size(), 1U);
+  EXPECT_EQ(Of(SentenceType::GGA, 0, 1), Of(SentenceType::GGA, 0, 0)) << "the mean begins anew";
 }
 
 TEST_F(FeedTest, TellsTheModeOfAFixByTheColourOfItsType) {
   const Series& fix = SeriesOf(SentenceType::GSA, 0, 3);
   Send("$GPGSA,A,3,05,,,,,,,,,,,,2.0,1.0,1.7*00");
   EXPECT_EQ(fix.ShownColour(), 0);
-  Send("$GPGSA,M,3,05,,,,,,,,,,,,2.0,1.0,1.7*00");
+  Send("$GPGSA,M,3,05,00,,,,,,,,,,,2.0,1.0,1.7*00");
   EXPECT_EQ(fix.ShownColour(), 65535);
+  EXPECT_EQ(Of(SentenceType::GSA, 1, 0), Points{0.0F});
+  EXPECT_EQ(Of(SentenceType::GSA, 1, 5), (Points{5.0F, 5.0F}));
 }
 
 TEST_F(FeedTest, TiesTheRightAxisOfTheHeadingToTheLeftOne) {

@@ -171,6 +171,16 @@ TEST_F(Arrangements, AClosedWindowIsBroughtBackWhereItStood) {
   EXPECT_EQ(windows().monitors[1]->Place(), (WindowPlace{450, 300, 6000, 3000}));
   EXPECT_FALSE(reopen.Enabled());
 
+  // No more than so many are remembered.
+  for (int prn = 1; prn <= 22; ++prn) {
+    windows().charts.OpenSatellite(1, prn);
+    program->desktop.ShownChildren().back()->UserClose();
+  }
+  int reopened = 0;
+  for (; reopen.Enabled(); ++reopened) reopen.Click();
+  EXPECT_EQ(reopened, 20);
+  for (int i = 0; i < reopened; ++i) program->desktop.ShownChildren().back()->Close();
+
   // From the back to the front, and round again.
   std::set<std::string> visited;
   for (int i = 0; i < 4; ++i) {  // the status of the replay is the fourth

@@ -107,6 +107,79 @@ TEST_F(SetupDialogTest, OkStoresTheTypeThatIsChosen) {
   EXPECT_TRUE(records.SetTimeFromPC[2]);
 }
 
+// Whatever is entered, by each kind of link: it is in force, and shown when the dialog opens again.
+TEST_F(SetupDialogTest, WhatIsEnteredIsShownAgain) {
+  const auto entered = [this] {
+    std::map<std::string, std::string> states;
+    for (const Control* const control : dialog.Controls()) {
+      // What is set for a port belongs to the port.
+      if (control->OwningFrame() == &dialog.frameCOM && !dialog.frameCOM.Shown()) continue;
+      std::string& state = states[control->Name()];
+      if (control->Kind() == ControlKind::TextBox) state = control->Text();
+      if (control->Kind() == ControlKind::CheckBox) {
+        state = static_cast<const CheckBox*>(control)->Checked() ? "ticked" : "clear";
+      }
+      if (control->Kind() == ControlKind::Choices && control != &dialog.SSTab1 &&
+          control != &dialog.cmbRefPositions) {
+        const auto& choices = static_cast<const Choices&>(*control);
+        const bool typed = choices.ShownAs() == ChoicesKind::EditableCombo;
+        state = typed ? choices.Text() : NumberText(choices.Choice());
+      }
+      if (!control->Enabled()) state = "disabled";
+    }
+    return states;
+  };
+  for (const int link : {0, 1, 2}) {
+    Open(2);
+    dialog.txtName.UserText("Mast " + NumberText(link));
+    dialog.optType.UserChoose(link + 1);
+    dialog.optCom.UserChoose(link);
+    if (!dialog.chkEnabled.Checked()) dialog.chkEnabled.Click();
+    for (CheckBox* const box :
+         {&dialog.chkSetTimeFromPC, &dialog.chkTestCheckSum, &dialog.chkNoDiff, &dialog.chkHdop,
+          &dialog.chkSvs, &dialog.chkOutliers, &dialog.SentenceBox(SentenceType::GGA),
+          &dialog.SentenceBox(SentenceType::ROT)}) {
+      box->Click();
+    }
+    if (dialog.chkHdop.Checked()) dialog.cmbHdop.UserText("2.5");
+    if (dialog.chkSvs.Checked()) dialog.cmbSvs.UserText("6.0");
+    if (dialog.chkOutliers.Checked()) dialog.cmbOutliers.UserText("20.0");
+    if (link == 0) {
+      dialog.SentenceBox(SentenceType::ZDA).Click();
+      dialog.cmbComPort.UserChoose(1);
+      for (Choices* const combo : {&dialog.cmbBaudRate, &dialog.cmbParity, &dialog.cmbStopBits}) {
+        combo->UserChoose(1);
+      }
+      dialog.cmbDataBits.UserChoose(0);
+      dialog.chkEmptyBuffer.Click();
+      dialog.optReference.UserChoose(1);
+      dialog.txtRefName.UserText("Quay");
+      int value = 0;
+      for (TextBox* const box : {&dialog.txtLat, &dialog.txtLon, &dialog.txtHgt, &dialog.txtHdg,
+                                 &dialog.txtPitch, &dialog.txtRoll}) {
+        box->UserText(PlainText(std::int32_t{++value}));
+      }
+    }
+    if (link == 1) dialog.cmbIP.UserText("10.1.2.3");
+    if (link == 1) dialog.txtPort.UserText("4001");
+    if (link == 2) dialog.txtUDP_port.UserText("5000");
+    if (link > 0) dialog.optReference.UserChoose(link == 1 ? 2 : 0);
+    Leave();
+    const auto before = entered();
+    Ok();
+    Open(2);
+    EXPECT_EQ(entered(), before);
+    dialog.cmdCancel.Click();
+    EXPECT_EQ(records.ChecksumTest[2], link != 1);
+    EXPECT_EQ(Setup(2).UseTCPIP, link == 1);
+    EXPECT_EQ(Setup(2).UseUDP, link == 2);
+  }
+  EXPECT_EQ(records.Comport(2).Baud, 2400);
+  EXPECT_EQ(records.Comport(2).Parity, "odd");
+  EXPECT_EQ(records.References[2].ReferenceHeading, 4.0F);
+  EXPECT_EQ(records.References[2].ReferenceRoll, 6.0F);
+}
+
 TEST_F(SetupDialogTest, CancelAndTheCloseBoxChangeNothing) {
   const std::string before = WriteSetup(records);
   for (const bool byButton : {true, false}) {

@@ -38,6 +38,20 @@ TEST(Ticks, AreStepsOfOneTwoOrFiveAndWholeStepsOfAClock) {
   const double begin = 20455.0 * day + 23 * 3600 * second + 58 * 60 * second;  // 2 January 2026
   EXPECT_EQ(Labels(TimeTicks({begin, begin + 240 * second, 0, 340}, true)),
             (Texts{"23:58", "23:59", "3 Jan", "00:01", "00:02"}));
+  // Each step where ten of it are as far apart as labels must be.
+  for (const double seconds :
+       {0.1,    0.2,    0.5,     1.0,     2.0,     5.0,      10.0,     15.0,     30.0,
+        60.0,   120.0,  300.0,   600.0,   900.0,   1800.0,   3600.0,   7200.0,   10800.0,
+        21600., 43200., 86400.0, 172800., 432000., 864000.0, 1728000., 4320000., 8640000.}) {
+    const double step = seconds * second;
+    const std::vector<PlotTick> ticks = TimeTicks({0, 10 * step, 0, 640}, true);
+    EXPECT_EQ(ticks.size(), 11U) << seconds;
+    EXPECT_EQ(ticks.at(1).at, step);
+  }
+  EXPECT_EQ(Labels(TimeTicks({0, 400, 0, 300}, false)),
+            (Texts{"00:00:00.0", "00:00:00.1", "00:00:00.2", "00:00:00.3", "00:00:00.4"}));
+  EXPECT_EQ(Labels(TimeTicks({0, 3 * day, 0, 300}, false)),
+            (Texts{"day +0", "day +1", "day +2", "day +3"}));
   EXPECT_EQ(Labels(TimeTicks({-20 * second, 20 * second, 0, 300}, false)),
             (Texts{"23:59:40", "23:59:50", "00:00:00", "00:00:10", "00:00:20"}));
 }

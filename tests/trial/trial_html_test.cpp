@@ -219,6 +219,19 @@ TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
     EXPECT_THAT(page, Not(HasSubstr(outside)));
   }
   EXPECT_EQ(page, ToHtml(figures));
+  // Every colour that is named has its value by day and in the dark.
+  const auto colours = [&page](const char* form) {
+    std::map<std::string, int> counts;
+    const std::regex named(form);
+    for (std::sregex_iterator it(page.begin(), page.end(), named), end; it != end; ++it) {
+      ++counts[(*it)[1]];
+    }
+    return counts;
+  };
+  const auto given = colours("--([a-z]+\\d*):#");
+  for (const auto& [name, count] : colours("var\\(--([a-z]+\\d*)\\)")) {
+    EXPECT_TRUE(given.contains(name) && given.at(name) == 2) << name;
+  }
   // The day is told once, not with every time.
   EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
 }

@@ -135,14 +135,18 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   log.cmbTalker.UserChoose(2);
   EXPECT_EQ(log.cmbTalker.Text(), "HE");
   EXPECT_EQ(log.lblShown.Text(), "2 of 4 shown");
+  const std::string vdm = Sentence("AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0", '!');
+  Send(1, vdm);
+  log.Refresh();
+  EXPECT_EQ(log.cmbTalker.Text(), "HE") << "though others have come before it";
   log.cmbChecksum.UserChoose(2);
-  ASSERT_EQ(log.lblShown.Text(), "1 of 4 shown");
+  ASSERT_EQ(log.lblShown.Text(), "1 of 5 shown");
   EXPECT_EQ(lines.Cell(0, 2), "$HEHDT,9.0,T*00");
   log.cmbTalker.UserChoose(0);
   log.cmbChecksum.UserChoose(0);
   log.cmbSystem.UserChoose(2);
   log.txtText.UserText("zda");
-  EXPECT_EQ(log.lblShown.Text(), "1 of 4 shown");
+  EXPECT_EQ(log.lblShown.Text(), "1 of 5 shown");
   log.cmbSystem.UserChoose(0);
   log.txtText.UserText("");
 
@@ -162,14 +166,14 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   log.cmdPause.Click();
   Send(1, zda);
   log.Refresh();
-  EXPECT_EQ(log.lblShown.Text(), "4 of 4 shown, paused: 1 have passed by");
+  EXPECT_EQ(log.lblShown.Text(), "5 of 5 shown, paused: 1 have passed by");
   log.cmdPause.Click();
   Send(1, zda);
   log.cmbChecksum.UserChoose(1);
   const std::string path = session.folder.Path() + "/saved.log";
   session.face.ExpectFile(path);
   log.cmdSave.Click();
-  EXPECT_EQ(ReadWholeFile(path), hdt + "\r\n" + zda + "\r\n" + zda + "\r\n");
+  EXPECT_EQ(ReadWholeFile(path), hdt + "\r\n" + zda + "\r\n" + vdm + "\r\n" + zda + "\r\n");
   session.face.ExpectFile(session.folder.Path() + "/no/such/folder.log");
   session.face.ExpectBox("");
   log.cmdSave.Click();
