@@ -15,6 +15,6 @@ export HOME=$work XDG_CONFIG_HOME=$work/config XDG_RUNTIME_DIR=$work TZ=UTC
 xvfb-run -a -s "-screen 0 1400x900x24" "$program" "$work/sample.ini" --screenshots "$work/pictures"
 mkdir -p docs/screenshots
 for name in frmMain frmStatistics-1 frmTimeSeriesGGA-1 frmSkyplot-1 frmScatter-1 frmAISTargets-1 \
-  frmNMEA-1 frmSetup; do
+  frmNMEA-1 frmSetup frmSources frmSentenceLog frmSatellites; do
   cp "$work/pictures/$name.png" docs/screenshots/
 done
