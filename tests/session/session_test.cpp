@@ -90,7 +90,9 @@ TEST_F(LiveSession, AFaultOfASocketLineGoesToTheErrorLog) {
   records().ProgramFolder = folder / "gone/";
   face.Expect({});
   for (int i = 0; i < 3; ++i) Receive("\\\\\\\\\\\\\\\\\\\\\\\n");
-  EXPECT_THAT(face.Boxes().back().text, HasSubstr("The error log cannot be written"));
+  EXPECT_THAT(face.Boxes().back().text,
+              testing::AllOf(testing::StartsWith("The error log cannot be written"),
+                             HasSubstr("\r\nThe fault was: ")));
   records().ProgramFolder = folder.Path();
 }
 

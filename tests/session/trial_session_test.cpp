@@ -46,7 +46,10 @@ struct TrialReport : ::testing::Test, Session {
   }
   void AskFor(const std::string& page, Answer open) {
     face.ExpectFile(page);
-    face.Expect({"", open});
+    const std::string figures = page.substr(0, page.rfind(".html")) + ".json";
+    face.ExpectBox("Trial report written to " + page + "\r\nIts figures are in " + figures +
+                       "\r\n\r\nOpen it now?",
+                   open);
     mainWindow().mnuToolsTrialReport.Click();
   }
   void ExpectNothingKept() {

@@ -1,10 +1,14 @@
 #include "watch/satellites_in_view.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "support/sentences.h"
+#include "watch/signal_tables.h"
 
 namespace fathomline {
 namespace {
@@ -30,6 +34,25 @@ struct Sky : ::testing::Test {
 
   SatellitesInView sky;
 };
+
+// The table of GSV's signal ids of NMEA 0183, 4.11, from 1 on.
+TEST(Signals, HaveTheNamesOfTheirSystem) {
+  const std::vector<std::pair<GnssSystem, std::string>> systems = {
+      {GnssSystem::GPS, "L1 C/A,L1 P(Y),L1 M,L2 P(Y),L2C-M,L2C-L,L5-I,L5-Q,signal 9"},
+      {GnssSystem::GLONASS, "G1 C/A,G1 P,G2 C/A,G2 P,signal 5"},
+      {GnssSystem::Galileo, "E5a,E5b,E5 a+b,E6-A,E6-BC,E1-A,E1-BC,signal 8"},
+      {GnssSystem::BeiDou, "B1I,B1Q,B1C,B1A,B2a,B2b,B2 a+b,B3I,B3Q,B3A,B2I,B2Q,signal 13"},
+      {GnssSystem::QZSS, "L1 C/A,L1C (D),L1C (P),L1S,L2C-M,L2C-L,L5-I,L5-Q,L6D,L6E,signal 11"},
+      {GnssSystem::NavIC, "L5-SPS,S-SPS,L5-RS,S-RS,L1-SPS,signal 6"},
+      {GnssSystem::SBAS, "L1 C/A,L1 P(Y)"}};
+  for (const auto& [system, names] : systems) {
+    std::string told;
+    const auto count = std::count(names.begin(), names.end(), ',') + 1;
+    for (int id = 1; id <= count; ++id) told += (id > 1 ? "," : "") + SignalName(system, id);
+    EXPECT_EQ(told, names);
+    EXPECT_EQ(SignalName(system, 0), "not told");
+  }
+}
 
 // An epoch of a receiver of four constellations and two bands: GSV per signal, GSA with system ids.
 TEST_F(Sky, ShowsAllConstellationsAndSignalsOfAReceiverOfToday) {
