@@ -104,6 +104,14 @@ TEST_F(AxisDialogTest, GivesAllChartsTheTimesThatWereChosenUnlessTheyAreRefused)
     EXPECT_FALSE(chart.Bottom().Automatic() || chart.Bottom().AutomaticMinimum() ||
                  chart.Bottom().AutomaticMaximum());
   }
+  face.WhileWaiting([&] {
+    x.chkAutMin.Click();
+    x.cmdOk.Click();
+  });
+  attitude.TChart(1).ClickAxis(AxisSide::Bottom);
+  for (const Chart& chart : attitude.TChart) {
+    EXPECT_TRUE(chart.Bottom().AutomaticMinimum() && !chart.Bottom().AutomaticMaximum());
+  }
 }
 
 TEST_F(AxisDialogTest, MovesADayBeyondTheMonthBackToItsEnd) {
