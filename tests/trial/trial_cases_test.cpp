@@ -21,6 +21,9 @@
 //   picture claims                 a picture of the page by its name:
 //     text 102 57 e north          its elements with what their attributes say, from the back to
 //                                  the front
+//   tables                         those of the page
+//     = Depth                      the caption, then the rows
+//     DBT | 12 | 3.2 / 4.1         cells; what stands in one on top of each other
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -234,6 +237,28 @@ std::string PictureOf(const std::string& page, const std::string& name) {
   return elements;
 }
 
+// The rows of all tables of the page.
+std::string TablesOf(const std::string& page) {
+  static const std::regex kPiece(R"re(<caption>(.*?)</caption>|<t[hd][^>]*>(.*?)</t[hd]>|</tr>)re");
+  static const std::regex kBreak("<br/>|<small>");
+  static const std::regex kTag("<[^>]*>");
+  std::string text;
+  std::string row;
+  for (std::sregex_iterator it(page.begin(), page.end(), kPiece), end; it != end; ++it) {
+    if ((*it)[1].matched) {
+      text += "= " + (*it)[1].str() + "\n";
+    } else if ((*it)[2].matched) {
+      const std::string parted = std::regex_replace((*it)[2].str(), kBreak, " / ");
+      row += (row.empty() ? "" : " | ") + std::regex_replace(parted, kTag, "");
+      if (row.empty()) row = "-";
+    } else {
+      text += row + "\n";
+      row.clear();
+    }
+  }
+  return text;
+}
+
 struct Line {
   int number;
   std::string text;
@@ -251,12 +276,12 @@ class Case {
       section_ = words[0];
       of_ = words.size() > 1 ? words[1] : "";
       if (section_ == "trial") TakeOptions(text);
-      if (section_ == "picture") pictures_[of_];
+      if (section_ == "picture" || section_ == "tables") pictures_[of_];
       if (section_ == "status") status_ = std::stoi(of_);
       if (section_ == "recording") recordings_.emplace_back(of_, RecordingText());
     } else if (section_ == "recording") {
       recordings_.back().second.Add(text);
-    } else if (section_ == "picture") {
+    } else if (section_ == "picture" || section_ == "tables") {
       pictures_[of_] += text + "\n";
     } else {
       figures_.push_back({line.number, of_ + " " + text});
@@ -292,8 +317,13 @@ class Case {
       if (parts.size() == 2 && Agree(parts[1], value)) continue;
       ADD_FAILURE_AT(file_.c_str(), line.number) << line.text << "\n  but: " << value;
     }
-    const std::string page = ReadWholeFile(folder_ / "html");
-    for (const auto& [name, wanted] : pictures_) EXPECT_EQ(PictureOf(page, name), wanted) << name;
+    std::string page = ReadWholeFile(folder_ / "html");
+    for (std::size_t at = 0; (at = page.find(folder_.Path())) != std::string::npos;) {
+      page.replace(at, folder_.Path().size(), "");
+    }
+    for (const auto& [name, wanted] : pictures_) {
+      EXPECT_EQ(name.empty() ? TablesOf(page) : PictureOf(page, name), wanted) << name;
+    }
   }
 
  private:
@@ -319,7 +349,7 @@ class Case {
   std::vector<std::string> options_;
   std::vector<std::pair<std::string, RecordingText>> recordings_;
   std::vector<Line> figures_;
-  std::map<std::string, std::string> pictures_;
+  std::map<std::string, std::string> pictures_;  // and under no name the tables
 };
 
 class TrialCases : public testing::TestWithParam<std::string> {};
