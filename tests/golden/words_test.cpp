@@ -79,6 +79,7 @@ void Collect(const Grid& grid, Parts& parts) {
   if (heads.rows != 1 || heads.columns != 1) {
     parts.push_back("heads " + Number(heads.rows) + " " + Number(heads.columns));
   }
+  if (grid.FewRows()) parts.push_back("few rows");
   if (grid.Sortable()) parts.push_back("sortable");
   if (grid.onClickHead) parts.push_back("its heads can be clicked");
   if (grid.onClickRow) parts.push_back("its rows can be clicked");
@@ -104,12 +105,17 @@ void Collect(const Chart& chart, Parts& parts) {
   }
   parts.push_back(kLegends[static_cast<int>(chart.ShownLegend())]);
   for (const Axis* axis : {&chart.Left(), &chart.Bottom(), &chart.Right()}) {
-    std::string range = axis->Automatic() ? "automatic" : "fixed";
-    if (!axis->AutomaticMinimum()) range = Number(axis->Minimum()) + " up";
-    if (!axis->AutomaticMaximum()) range += " to " + Number(axis->Maximum());
-    parts.push_back(range + (axis->LabelFormat().empty() ? "" : " " + axis->LabelFormat()) +
+    const AxisRange range = axis->Range();
+    std::string text = axis->Automatic() ? "automatic" : "fixed";
+    if (!axis->AutomaticMinimum()) text += " least";
+    if (!axis->AutomaticMaximum()) text += " greatest";
+    if (range != AxisRange{}) text += " " + Number(range.low) + " to " + Number(range.high);
+    parts.push_back(text + (axis->LabelFormat().empty() ? "" : " " + axis->LabelFormat()) +
                     (axis->Visible() ? "" : " hidden"));
   }
+  parts.push_back("\"" + chart.WhyEmpty() + "\"");
+  if (chart.onClickAxis) parts.push_back("its axes can be clicked");
+  if (chart.onZoom && chart.onScroll && chart.onUndoZoom) parts.push_back("tells of zooms");
   if (chart.EqualScales()) parts.push_back("equal scales");
 }
 
@@ -120,6 +126,7 @@ void Collect(const StatusBar& bar, Parts& parts) {
                     (colour ? " " + ColourName(*colour) : "") + " " + bar.PanelToolTip(panel));
   }
   parts = {Joined(parts), Number(bar.PanelsAtRight()) + " at the right"};
+  if (bar.onClickPanel) parts.push_back("can be clicked");
 }
 
 // What of a control is not as usual.
@@ -131,6 +138,7 @@ std::string StateOf(const Control& control) {
   add(!control.Enabled(), "disabled");
   add(!control.Visible(), "hidden");
   if (control.ShownColour()) parts.push_back(ColourName(*control.ShownColour()));
+  add(bool{control.onLeave}, "asked when it is left");
   switch (control.Kind()) {
     case ControlKind::Label: {
       constexpr const char* kLooks[] = {"", "swatch", "path", "line"};
@@ -143,16 +151,19 @@ std::string StateOf(const Control& control) {
     case ControlKind::Button: {
       const Button::Role role = static_cast<const Button&>(control).ButtonRole();
       add(role != Button::Role::Plain, role == Button::Role::Default ? "default" : "cancel");
+      add(!static_cast<const Button&>(control).onClick, "does nothing");
       break;
     }
     case ControlKind::TextBox: {
       const auto& box = static_cast<const TextBox&>(control);
       add(box.Multiline(), "of lines, " + Number(box.Height()) + " high");
       add(box.ReadOnly(), "read only");
+      add(bool{box.onChange}, "acts");
       break;
     }
     case ControlKind::CheckBox:
       add(static_cast<const CheckBox&>(control).Checked(), "checked");
+      add(bool{static_cast<const CheckBox&>(control).onClick}, "acts");
       break;
     case ControlKind::Choices: {
       constexpr const char* kKinds[] = {"", "editable", "list", "options", "tabs"};
@@ -160,6 +171,7 @@ std::string StateOf(const Control& control) {
       add(choices.ShownAs() != ChoicesKind::Combo, kKinds[static_cast<int>(choices.ShownAs())]);
       add(!choices.Text().empty(), "\"" + choices.Text() + "\"");
       add(choices.Choice() == Choices::kNone, "none chosen");
+      add(choices.onChoose || choices.onType, "acts");
       break;
     }
     case ControlKind::Grid:
@@ -169,6 +181,7 @@ std::string StateOf(const Control& control) {
       for (const LongList::Column& column : static_cast<const LongList&>(control).Columns()) {
         parts.push_back(Number(column.characters));
       }
+      add(bool{static_cast<const LongList&>(control).onCopy}, "can be copied");
       break;
     case ControlKind::Chart:
       Collect(static_cast<const Chart&>(control), parts);
@@ -192,6 +205,7 @@ std::string StateOf(const Control& control) {
         const ToolBar::Button& button = bar.ButtonAt(i);
         parts.push_back(button.key + (button.enabled ? "" : " disabled"));
       }
+      add(bar.onClick != nullptr, "acts");
       break;
     }
     case ControlKind::StatusBar:
@@ -201,6 +215,7 @@ std::string StateOf(const Control& control) {
       const auto& item = static_cast<const MenuItem&>(control);
       add(item.Checked(), "checked");
       add(item.IsOption(), "one out of several");
+      add(bool{item.onClick}, "acts");
       break;
     }
     default:
@@ -243,6 +258,7 @@ std::string StatesOf(const Window& window) {
       {Number(place.left), Number(place.top), Number(place.width), Number(place.height)}, " ")};
   if (window.Style() == WindowStyle::Dialog) own.emplace_back("dialog");
   if (!window.Resizable()) own.emplace_back("of one size");
+  if (window.onDrop) own.emplace_back("takes files");
   if (window.IconColour()) own.push_back(ColourName(*window.IconColour()) + " icon");
   std::string all = "  place is = " + Listed(own) + "\n";
   if (window.Content().ShownKind() != Layout::Kind::Nothing) {
