@@ -167,7 +167,9 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   Send(1, zda);
   log.Refresh();
   EXPECT_EQ(log.lblShown.Text(), "5 of 5 shown, paused: 1 have passed by");
+  EXPECT_EQ(log.cmdPause.Text(), "C&ontinue");
   log.cmdPause.Click();
+  EXPECT_EQ(log.cmdPause.Text(), "&Pause");
   Send(1, zda);
   log.cmbChecksum.UserChoose(1);
   const std::string path = session.folder.Path() + "/saved.log";
