@@ -353,6 +353,18 @@ TEST(Words, StandInEveryWindow) {
     listed.erase(window->FullName());
   }
   EXPECT_TRUE(listed.empty()) << listed.begin()->first << " is not there";
+
+  // Each keeps its place under a name of its own: those that have one for each system with its
+  // number.
+  for (Window* window : session.program.desktop.Windows()) {
+    if (window != &session.program.windows.main) window->Close();
+  }
+  for (const char* const name :
+       {"MonitorLeft", "StatisticsTop", "StatisticsSNRWidth", "NumericsHeight", "SourcesLeft",
+        "SentenceLogTop", "SatellitesWidth", "TimeSeriesSNRHeight", "SkyplotLeft3", "ScatterTop4",
+        "AISTargetsWidth2", "ARPATargetsHeight1", "TimeSeriesGGALeft2", "TimeSeriesGNSTop3"}) {
+    EXPECT_TRUE(session.settings.Get("Settings", name)) << name;
+  }
 }
 
 // Whoever points at the head of a table is told what stands there.

@@ -12,6 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 struct Arrangements : ::testing::Test, Session {
   Arrangements() {
@@ -55,6 +56,7 @@ TEST_F(Arrangements, AreSavedAndLoadedByName) {
   InDialog("Raw", dialog().cmdSave);
   InDialog("", dialog().cmdCancel);
   EXPECT_THAT(program->session.layouts.LayoutNames(), ElementsAre("Bridge", "Raw"));
+  EXPECT_THAT(settings.Get("Layouts", "Layout2", ""), StartsWith("Raw\n"));
 
   chart.TChart(0).Series(0).Add(1.0, 2.0);
   const auto expectBridge = [&] {

@@ -184,6 +184,7 @@ TEST_F(Menu, OptionsAreTickedAndKeptInTheSettings) {
   mainWindow().mnuOptionsBinaryStandardIALA.Click();
   EXPECT_FALSE(program->engine.ais.BinaryStandardIALA());
   EXPECT_EQ(settings.Get("Settings", "BinaryStandardIALA", ""), "0");
+  EXPECT_EQ(settings.Get("Settings", "Look", ""), "dark");
 }
 
 struct NewWindowDialog : Menu {

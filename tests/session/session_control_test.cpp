@@ -41,8 +41,11 @@ TEST_F(ModeChange, NoAndTheModeInForceChangeNothing) {
 TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
   StartIn(kOnline);
   records().OnlinePaused = true;
+  mainWindow().mnuSetupPrimarySystem.Click();
+  EXPECT_TRUE(program->session.setupDialog.Loaded());
   face.ExpectBox(kModeQuestion, Answer::Yes);
   mainWindow().mnuModeOffline.Click();
+  EXPECT_FALSE(program->session.setupDialog.Loaded());
   EXPECT_EQ(records().Mode, kOffline);
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(1), "Mode : OFFLINE");
   EXPECT_TRUE(mainWindow().mnuModeOffline.Checked() && !mainWindow().mnuModeOnline.Checked());

@@ -31,6 +31,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -300,6 +301,7 @@ class Case {
     ASSERT_EQ(RunTrialCommand(arguments, out, err), status_) << file_ << ": " << err.str();
     EXPECT_EQ(Violation(ReadWholeFile(folder_ / "json")), "") << file_;
 
+    EXPECT_EQ(CsvFiles(), "angles.csv figures.csv pairs.csv positions.csv satellites.csv ");
     std::map<std::string, std::string> came;
     for (const std::string& row : Split(ReadWholeFile(folder_ / "csv/figures.csv"), "\n")) {
       const std::size_t first = row.find(',');
@@ -327,6 +329,16 @@ class Case {
   }
 
  private:
+  std::string CsvFiles() const {
+    std::set<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "csv")) {
+      names.insert(entry.path().filename().string());
+    }
+    std::string all;
+    for (const std::string& name : names) all += name + " ";
+    return all;
+  }
+
   void TakeOptions(const std::string& text) {
     // What stands in double quotes stays together.
     bool quoted = false;
