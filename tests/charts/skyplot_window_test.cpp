@@ -54,6 +54,14 @@ TEST_F(SkyplotTest, ShowsTheModeAndTheSatellitesUsedByTheGroupOfTheFirst) {
   sky.Refresh();
   EXPECT_EQ(sky.lblCurrentMode.Text(), "Fix Not Available");
   EXPECT_EQ(sky.lblUsedSvs(0).Text(), "0 - ");
+  // The first and the last number of each group, all listed by number.
+  for (const int first : {1, 32, 33, 64, 65, 99, 100, 149, 150}) {
+    Send("$GNGSA,A,3," + std::to_string(first) + ",,,,,,,,,,,,2.0,1.0,1.7*00");
+  }
+  sky.Refresh();
+  for (int group = 0; const char* const last : {"32", "64", "99", "149", "150"}) {
+    EXPECT_EQ(sky.lblUsedSvs(group++).Text(), std::string("1 -  ") + last);
+  }
 }
 
 TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {

@@ -215,6 +215,12 @@ TEST_F(NewWindowDialog, RefusesWhatTheSentencesCannotFeed) {
   face.ExpectBox("Skyplot not relevant when neither GSA nor GSV message is enabled");
   Open(4);
   EXPECT_TRUE(dialog.Visible());
+  for (int entry = 8; entry <= 12; ++entry) {
+    face.ExpectBox("SNR plot not relevant when GSV message is not enabled");
+    dialog.cmbType.UserChoose(entry);
+    dialog.cmdOk.Click();
+    EXPECT_TRUE(dialog.Visible());
+  }
   records().CommSetups[1].AnalyseGGA = false;
   face.ExpectBox("Scatterplot not relevant when neither GGA, GNS, GLL nor RMC message is enabled");
   dialog.cmbType.UserChoose(3);

@@ -132,6 +132,12 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   EXPECT_THAT(mainWindow().mnuFileRecentRecording(1).Text(), EndsWith("voyage.log"));
   mainWindow().mnuFileRecentRecording(1).Click();
   EXPECT_EQ(Dialog().lblWarning.Text(), "The live session ends when the recording is opened.");
+  Dialog().cmdCancel.Click();
+  // One that has gone is told of and forgotten.
+  settings.Set("Recent recordings", "1", folder / "gone.log");
+  face.ExpectBox("File " + folder / "gone.log do not exist.");
+  mainWindow().mnuFileRecentRecording(1).Click();
+  EXPECT_EQ(settings.Get("Recent recordings", "1", ""), "");
 }
 
 TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
