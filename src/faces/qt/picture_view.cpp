@@ -46,7 +46,7 @@ void DrawText(QPainter& painter, const QPointF& at, const Shape& shape) {
   const auto corner = [](double place, double room, int anchor) {
     return place - room * (anchor + 1) / 2.0;
   };
-  const auto side = [](int anchor, Qt::Alignment first, Qt::Alignment middle, Qt::Alignment last) {
+  const auto side = [](int anchor, int first, int middle, int last) {
     return anchor < 0 ? first : anchor == 0 ? middle : last;
   };
   painter.setPen(PaintOf(shape.pen.colour, ColourUse::Text));
