@@ -34,8 +34,8 @@ class SetupApplyTest : public SetupDesk {
 };
 
 TEST_F(SetupApplyTest, ASerialPortGetsItsRow) {
-  Setup(2).UseTCPIP = true;
-  Setup(2).ComPort = 3;
+  SetupOf(2).UseTCPIP = true;
+  SetupOf(2).ComPort = 3;
   records.Comport(3).System = 2;
   SetupChoices choices = Enabled(2, LinkKind::Comport);
   choices.comPort = 5;
@@ -61,8 +61,8 @@ TEST_F(SetupApplyTest, ASerialPortGetsItsRow) {
 }
 
 TEST_F(SetupApplyTest, WithoutAFreePortTheUserStaysInTheDialog) {
-  Setup(1).Enabled = Setup(1).UseTCPIP = true;
-  Setup(1).ComPort = 3;
+  SetupOf(1).Enabled = SetupOf(1).UseTCPIP = true;
+  SetupOf(1).ComPort = 3;
   records.Comport(5).Status = "busy";
   SetupChoices choices = Enabled(1, LinkKind::Comport);
   choices.comPort = 0;
@@ -70,15 +70,15 @@ TEST_F(SetupApplyTest, WithoutAFreePortTheUserStaysInTheDialog) {
   face.ExpectBox("");
   EXPECT_FALSE(apply.Apply(1, choices));
   EXPECT_TRUE(session.calls.empty());
-  EXPECT_TRUE(Setup(1).UseTCPIP);
+  EXPECT_TRUE(SetupOf(1).UseTCPIP);
 
   choices.comPort = 5;
   face.ExpectBox(kSure, Answer::Yes);
   face.ExpectBox("You have selected a comport which is busy! Please, select another comport!");
   EXPECT_FALSE(apply.Apply(1, choices));
   EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Critical);
-  EXPECT_FALSE(Setup(1).Enabled);
-  EXPECT_EQ(Setup(1).ComPort, 0);
+  EXPECT_FALSE(SetupOf(1).Enabled);
+  EXPECT_EQ(SetupOf(1).ComPort, 0);
   EXPECT_EQ(records.Comport(5).System, 0);
   EXPECT_THAT(session.calls, ElementsAre("close 1", "show"));
   // A system that is not enabled needs none.
@@ -89,43 +89,43 @@ TEST_F(SetupApplyTest, WithoutAFreePortTheUserStaysInTheDialog) {
 
 // A port that a disabled system still names would else be closed with that system's next apply.
 TEST_F(SetupApplyTest, ASystemHasOneLinkAndAPortOneOwner) {
-  Setup(1).ComPort = 2;
+  SetupOf(1).ComPort = 2;
   SetupChoices choices = Enabled(3, LinkKind::Comport);
   choices.comPort = 2;
   choices.ipAddress = "10.0.0.7";
   choices.tcpPort = 4001;
   EXPECT_TRUE(Apply(3, choices));
-  EXPECT_EQ(Setup(1).ComPort, 0);
+  EXPECT_EQ(SetupOf(1).ComPort, 0);
   EXPECT_EQ(records.Comport(2).System, 3);
-  EXPECT_EQ(Setup(3).TCPPort, 8040);
+  EXPECT_EQ(SetupOf(3).TCPPort, 8040);
 
   choices.link = LinkKind::TcpIp;
   EXPECT_TRUE(Apply(3, choices));
-  EXPECT_EQ(Setup(3).ComPort, 0);
+  EXPECT_EQ(SetupOf(3).ComPort, 0);
   EXPECT_EQ(records.Comport(2).System, 0);
-  EXPECT_TRUE(Setup(3).UseTCPIP && !Setup(3).UseUDP);
-  EXPECT_EQ(Setup(3).IPAddress, "10.0.0.7");
-  EXPECT_EQ(Setup(3).TCPPort, 4001);
-  EXPECT_EQ(Setup(3).UDPPort, 0);
+  EXPECT_TRUE(SetupOf(3).UseTCPIP && !SetupOf(3).UseUDP);
+  EXPECT_EQ(SetupOf(3).IPAddress, "10.0.0.7");
+  EXPECT_EQ(SetupOf(3).TCPPort, 4001);
+  EXPECT_EQ(SetupOf(3).UDPPort, 0);
 
   choices.link = LinkKind::Udp;
   choices.ipAddress = "10.0.0.8";
   EXPECT_TRUE(Apply(3, choices));
-  EXPECT_TRUE(Setup(3).UseUDP && !Setup(3).UseTCPIP);
-  EXPECT_EQ(Setup(3).UDPPort, 2000);
-  EXPECT_EQ(Setup(3).IPAddress, "10.0.0.7");
+  EXPECT_TRUE(SetupOf(3).UseUDP && !SetupOf(3).UseTCPIP);
+  EXPECT_EQ(SetupOf(3).UDPPort, 2000);
+  EXPECT_EQ(SetupOf(3).IPAddress, "10.0.0.7");
 }
 
 TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
   for (const int other : {2, 4}) {
-    Setup(other).Enabled = true;
-    Setup(other).UseTCPIP = true;
-    Setup(other).IPAddress = "10.0.0.7";
-    Setup(other).TCPPort = 4001;
-    Setup(other).UDPPort = 2000;
+    SetupOf(other).Enabled = true;
+    SetupOf(other).UseTCPIP = true;
+    SetupOf(other).IPAddress = "10.0.0.7";
+    SetupOf(other).TCPPort = 4001;
+    SetupOf(other).UDPPort = 2000;
   }
-  Setup(3) = Setup(2);
-  Setup(3).Enabled = false;
+  SetupOf(3) = SetupOf(2);
+  SetupOf(3).Enabled = false;
   SetupChoices choices = Enabled(1, LinkKind::TcpIp);
   choices.ipAddress = "10.0.0.7";
   choices.tcpPort = 4001;
@@ -136,8 +136,8 @@ TEST_F(SetupApplyTest, ConflictsAreToldAndDoNotStop) {
 
   // Of a link that is not theirs, the others may keep any address.
   for (const int other : {2, 4}) {
-    Setup(other).UseTCPIP = false;
-    Setup(other).UseUDP = true;
+    SetupOf(other).UseTCPIP = false;
+    SetupOf(other).UseUDP = true;
   }
   EXPECT_TRUE(Apply(1, choices));
   session.udpPortIsFree = false;
@@ -184,8 +184,8 @@ TEST_F(SetupApplyTest, WhatMayHaveBeenForgottenIsDoubted) {
 
 TEST_F(SetupApplyTest, OfflineTakesTheFileAndOpensNothing) {
   records.Mode = kOffline;
-  Setup(1).OfflineFile = "/old.log";
-  Setup(1).ComPort = 4;
+  SetupOf(1).OfflineFile = "/old.log";
+  SetupOf(1).ComPort = 4;
   records.Comport(4).System = 1;
   SetupChoices choices = Enabled(1, LinkKind::Comport);
   choices.offlineFile.clear();
@@ -200,13 +200,13 @@ TEST_F(SetupApplyTest, OfflineTakesTheFileAndOpensNothing) {
       "replay. Keep it so?",
       Answer::Yes);
   EXPECT_TRUE(apply.Apply(1, choices));
-  EXPECT_EQ(Setup(1).OfflineFile, "/old.log");
+  EXPECT_EQ(SetupOf(1).OfflineFile, "/old.log");
   choices.offlineFile = "/new.log";
   EXPECT_TRUE(Apply(1, choices));
-  EXPECT_EQ(Setup(1).OfflineFile, "/new.log");
+  EXPECT_EQ(SetupOf(1).OfflineFile, "/new.log");
   EXPECT_FALSE(records.Emptybuffer[1]);
   // The port is there when the session goes online again.
-  EXPECT_EQ(Setup(1).ComPort, 4);
+  EXPECT_EQ(SetupOf(1).ComPort, 4);
   EXPECT_EQ(records.Comport(4).System, 1);
   EXPECT_THAT(session.calls, ElementsAre("close 1", "reset", "show", "close 1", "reset", "show"));
 }
@@ -221,8 +221,8 @@ TEST_F(SetupApplyTest, TenWordsStandWithoutGapsInTheOrderOfTheBoxes) {
   EXPECT_TRUE(Apply(1, choices));
   EXPECT_THAT(records.MessagesToAnalyse[1],
               ElementsAre("GLL", "ZDA", "VDM", "", "", "", "", "", "", "", "", ""));
-  EXPECT_TRUE(Setup(1).AnalyseGLL && Setup(1).AnalyseZDA && Setup(1).AnalyseVDM);
-  EXPECT_FALSE(Setup(1).AnalyseGGA);
+  EXPECT_TRUE(SetupOf(1).AnalyseGLL && SetupOf(1).AnalyseZDA && SetupOf(1).AnalyseVDM);
+  EXPECT_FALSE(SetupOf(1).AnalyseGGA);
   EXPECT_EQ(ChoicesOf(records, 1).sentences.Ticked(), choices.sentences.Ticked());
 
   for (const SentenceType type : kSentenceBoxes) choices.sentences.Set(type, true);
@@ -233,7 +233,7 @@ TEST_F(SetupApplyTest, TenWordsStandWithoutGapsInTheOrderOfTheBoxes) {
   EXPECT_TRUE(apply.Apply(1, choices));
   EXPECT_EQ(records.MessagesToAnalyse[1][9], "HDT");
   EXPECT_EQ(records.MessagesToAnalyse[1][10], "");
-  EXPECT_FALSE(Setup(1).AnalyseTTM);
+  EXPECT_FALSE(SetupOf(1).AnalyseTTM);
 }
 
 TEST(SetupApplyToViews, ClosesThoseThatNothingFeeds) {

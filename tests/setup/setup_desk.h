@@ -57,7 +57,7 @@ class SetupDesk : public testing::Test {
   }
   ~SetupDesk() override { EXPECT_TRUE(face.Exhausted()) << "a box or a file was expected"; }
 
-  CommSetup& Setup(int system) { return records.CommSetups[system]; }
+  CommSetup& SetupOf(int system) { return records.CommSetups[system]; }
   std::string LastBox() const { return face.Boxes().empty() ? "" : face.Boxes().back().text; }
 
   TemporaryFolder folder;

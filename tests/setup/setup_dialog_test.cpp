@@ -42,10 +42,10 @@ class SetupDialogTest : public SetupDesk {
 };
 
 TEST_F(SetupDialogTest, OpensWithWhatIsInForce) {
-  Setup(3).Name = "Deck gyro";
-  Setup(3).SystemType = "Gyro";
-  Setup(3).Enabled = Setup(3).UseUDP = records.ChecksumTest[3] = true;
-  Setup(3).UDPPort = 4800;
+  SetupOf(3).Name = "Deck gyro";
+  SetupOf(3).SystemType = "Gyro";
+  SetupOf(3).Enabled = SetupOf(3).UseUDP = records.ChecksumTest[3] = true;
+  SetupOf(3).UDPPort = 4800;
   records.MessagesToAnalyse[3] = {"HDT", "ROT"};
   records.HdopLimit = 2.5F;
   Open(3);
@@ -73,10 +73,10 @@ TEST_F(SetupDialogTest, AFreshSystemIsOfferedANameAndUsualSettings) {
 }
 
 TEST_F(SetupDialogTest, OkWithoutAChangeMovesNothing) {
-  Setup(1).Enabled = true;
-  Setup(1).UseTCPIP = true;
-  Setup(1).Name = "Primary";
-  Setup(1).SystemType = "AIS";
+  SetupOf(1).Enabled = true;
+  SetupOf(1).UseTCPIP = true;
+  SetupOf(1).Name = "Primary";
+  SetupOf(1).SystemType = "AIS";
   records.References[1] = {kAverageOverTime, "R",    0.123456789012345, -1.9, 1.23456F, 359.996F,
                            0.001F,           -0.004F};
   records.MessagesToAnalyse[1] = {"GLL", "VDM"};
@@ -103,7 +103,7 @@ TEST_F(SetupDialogTest, OkStoresTheTypeThatIsChosen) {
   dialog.optType.UserChoose(2);
   dialog.chkSetTimeFromPC.Click();
   Ok();
-  EXPECT_EQ(Setup(2).SystemType, "Gyro");
+  EXPECT_EQ(SetupOf(2).SystemType, "Gyro");
   EXPECT_TRUE(records.SetTimeFromPC[2]);
 }
 
@@ -171,8 +171,8 @@ TEST_F(SetupDialogTest, WhatIsEnteredIsShownAgain) {
     EXPECT_EQ(entered(), before);
     dialog.cmdCancel.Click();
     EXPECT_EQ(records.ChecksumTest[2], link != 1);
-    EXPECT_EQ(Setup(2).UseTCPIP, link == 1);
-    EXPECT_EQ(Setup(2).UseUDP, link == 2);
+    EXPECT_EQ(SetupOf(2).UseTCPIP, link == 1);
+    EXPECT_EQ(SetupOf(2).UseUDP, link == 2);
   }
   EXPECT_EQ(records.Comport(2).Baud, 2400);
   EXPECT_EQ(records.Comport(2).Parity, "odd");
@@ -287,11 +287,11 @@ TEST_F(SetupDialogTest, AddressesAndPortsAreTested) {
 }
 
 TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
-  Setup(1).Enabled = Setup(2).Enabled = true;
+  SetupOf(1).Enabled = SetupOf(2).Enabled = true;
   records.MessagesToAnalyse[1] = {"GGA"};
-  Setup(1).ComPort = 1;
-  Setup(2).ComPort = 2;
-  Setup(4).ComPort = 3;  // not enabled: holds nothing
+  SetupOf(1).ComPort = 1;
+  SetupOf(2).ComPort = 2;
+  SetupOf(4).ComPort = 3;  // not enabled: holds nothing
   links.MSComm1(1).Open();
   links.MSComm1(2).Open();
   links.MSComm1(3).info.device = "/dev/ttyUSB7";
@@ -321,7 +321,7 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   EXPECT_TRUE(dialog.Loaded());
   dialog.cmbComPort.UserChoose(3);
   Ok();
-  EXPECT_EQ(Setup(1).ComPort, 12);
+  EXPECT_EQ(SetupOf(1).ComPort, 12);
   for (int port = 1; port <= kSerialPorts; ++port) links.MSComm1(port).info.present = false;
   Open();
   EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("No serial port has been found"));
@@ -330,7 +330,7 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
 TEST_F(SetupDialogTest, APortThatIsChosenShowsItsOwnSettings) {
   records.Comport(2) = {0, true, "free", 38400, 7, "even", 2};
   records.MessagesToAnalyse[1] = {"GGA"};
-  Setup(1).Enabled = true;
+  SetupOf(1).Enabled = true;
   Open();
   dialog.cmbComPort.UserChoose(1);
   EXPECT_THAT(
@@ -367,7 +367,7 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
   EXPECT_EQ(face.Files().back().title, "Open NMEA raw data File");
   EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.txt;*.nmea;*.aivdm|"));
   Ok();
-  EXPECT_EQ(Setup(1).OfflineFile, file);
+  EXPECT_EQ(SetupOf(1).OfflineFile, file);
   Open();
   EXPECT_EQ(dialog.lblFileName.Text(), file);
   // The design comes back with the mode.

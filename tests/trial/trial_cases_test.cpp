@@ -76,10 +76,12 @@ std::string Violation(const ordered_json& value, const ordered_json& schema,
     } else if (word == "type") {
       std::vector<std::string> types = {value.type_name()};
       if (value.is_number()) types.emplace_back(value.is_number_float() ? "" : "integer");
-      const bool fits = std::any_of(types.begin(), types.end(), [&](const std::string& type) {
-        return rule.is_array() ? std::find(rule.begin(), rule.end(), type) != rule.end()
-                               : rule == type;
-      });
+      const bool fits =
+          std::any_of(types.begin(), types.end(), [&allowed = rule](const std::string& type) {
+            return allowed.is_array()
+                       ? std::find(allowed.begin(), allowed.end(), type) != allowed.end()
+                       : allowed == type;
+          });
       if (!fits) return at + " is of type " + types.front();
     } else if (word == "const" || word == "enum") {
       const bool fits = word == "const" ? value == rule

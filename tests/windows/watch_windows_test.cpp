@@ -151,7 +151,7 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   log.txtText.UserText("");
 
   log.txtFind.UserText("hehdt");
-  for (const std::uint64_t row : {0, 1, 0}) {
+  for (const std::uint64_t row : {0U, 1U, 0U}) {
     log.cmdNext.Click();
     EXPECT_THAT(log.lstLines.Selection(), ElementsAre(LongList::Range{row, row}));
   }
