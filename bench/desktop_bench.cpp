@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QWidget>
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -69,11 +70,12 @@ void OpenUsualWindows(Program& program) {
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  if (argc < 2) {
+  const std::string_view windows = argc > 2 ? argv[2] : "usual";
+  constexpr std::array<std::string_view, 4> kWindows = {"all", "usual", "watch", "log"};
+  if (argc < 2 || std::find(kWindows.begin(), kWindows.end(), windows) == kWindows.end()) {
     std::fputs("bench-desktop RECORDING [all|usual|watch|log] [GGA,VTG,...]\n", stderr);
     return 2;
   }
-  const std::string_view windows = argc > 2 ? argv[2] : "usual";
   std::string_view types = argc > 3 ? argv[3] : "GGA,GLL,VTG,GSA,GSV,ZDA,VHW,DBT,TTM,VDM";
 
   const SystemClock clock;

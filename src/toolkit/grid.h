@@ -82,15 +82,15 @@ class Grid : public Control {
   // that shows them by RowsInOrder.
   void SetSortable() { sortable_ = true; }
   bool Sortable() const { return sortable_; }
-  // A list of so few rows that it leaves the room below them to what else stands in the window.
-  void SetFewRows() { fewRows_ = true; }
-  bool FewRows() const { return fewRows_; }
-
   // The value of a cell in a column of figures, none where it has none. Without it they stand in
   // order by the number that their text begins with. Cells without a value come last.
   std::function<std::optional<double>(int row, int column)> sortKey;
   // The rows below the head rows as they are to be seen: all, by number.
   std::vector<int> RowsInOrder() const;
+
+  // A list of so few rows that it leaves the room below them to what else stands in the window.
+  void SetFewRows() { fewRows_ = true; }
+  bool FewRows() const { return fewRows_; }
 
   // The user clicks the head of a column: a sortable list is put in order by it, then in the
   // opposite order, then as its rows came. Only a grid with a handler, or a sortable one, can be

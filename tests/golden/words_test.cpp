@@ -11,10 +11,8 @@
 //     chkGGA tip = Position                  what stands over a control under the pointer
 //     TChart axes = m||deg                   the titles of the left, lower and right axis
 //     TChart note = Bars: ...                what is noted beside a chart
-//     place is = 0 0 3000 6000               how it is built: twips from the left and the top,
-//     width
-//                                            and height; what it is, unless a child that can be
-//                                            sized
+//     place is = 0 0 3000 6000               how it is built: left, top, width and height in
+//                                            twips; what it is, unless a child that can be sized
 //     content is = Row(cmdOk, Space)         how its layout stands
 //     cmdOk is = default, disabled           what of a control is not as usual, among it the entry
 //                                            that is chosen first, and the series of a chart
