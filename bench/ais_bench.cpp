@@ -51,7 +51,7 @@ void DecodeLines(benchmark::State& state) {
       Extract(sentence, record, dialogs);
       decoder->ProcessVDM(1, record);
       const AISReceiver& receiver = decoder->Receiver(1);
-      store.StoreAISTarget(1, receiver.AISMessageId, *receiver.Messages, DateTime{45000.0});
+      store.StoreAISTarget(1, receiver.AISMessageId, receiver.Messages(), DateTime{45000.0});
     }
     lines += static_cast<std::int64_t>(kSentences.size());
   }

@@ -102,14 +102,14 @@ void Feed(AISDecoder& decoder, AISStore& store, int system, const VDMRecord& sen
     const std::int16_t id = receiver.AISMessageId;
     Check(id == kOpenGroup || (id >= 0 && id <= 63));
     Check((id == kOpenGroup) == (sentence.TotalFragments != sentence.FragmentNumber));
-    store.StoreAISTarget(system, id, *receiver.Messages, DateTime{45000.0});
+    store.StoreAISTarget(system, id, receiver.Messages(), DateTime{45000.0});
   } catch (const Fault&) {
   }
   Check(receiver.AISAssembly.size() <= AISReceiver::kLongestAssembly);
   Check(store.AISTargetCount(system) <= AISStore::kMaximumTargets);
   Check(store.AISCurrentTarget(system) <= store.AISTargetCount(system));
   Walker walker;
-  VisitMessage(*receiver.Messages, receiver.AISMessageId,
+  VisitMessage(receiver.Messages(), receiver.AISMessageId,
                [&](const auto& record) { VisitFields(record, walker); });
   // The longest payload and the most negative number of fill bits, with room for fixed texts.
   Check(walker.Characters() < 40000);

@@ -23,7 +23,7 @@ const AISApplicationData* ApplicationDataOf(std::int16_t messageId, const AISMes
 
 }  // namespace
 
-AISReceiver::AISReceiver() : Messages(std::make_unique<AISMessages>()) {}
+AISReceiver::AISReceiver() : messages_(std::make_unique<AISMessages>()) {}
 AISReceiver::~AISReceiver() = default;
 
 void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
@@ -39,7 +39,7 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
     return;
   }
   try {
-    DecodeAISPayload(assembly, sentence.FillBits, binaryStandardIALA_, clock_, *receiver.Messages,
+    DecodeAISPayload(assembly, sentence.FillBits, binaryStandardIALA_, clock_, *receiver.messages_,
                      receiver.AISMessageId);
   } catch (const Fault&) {
     assembly.clear();
@@ -47,7 +47,7 @@ void AISDecoder::ProcessVDM(int system, const VDMRecord& sentence) {
   }
   assembly.clear();
   if (const AISApplicationData* const data =
-          ApplicationDataOf(receiver.AISMessageId, *receiver.Messages)) {
+          ApplicationDataOf(receiver.AISMessageId, receiver.Messages())) {
     receiver.ApplicationMessageId = receiver.AISMessageId;
     receiver.ApplicationMMSI = data->MMSI;
   }

@@ -12,6 +12,7 @@
 
 namespace fathomline {
 
+class AISDecoder;
 struct AISMessages;
 
 // What `AISMessageId` is while a group of sentences is still open.
@@ -22,17 +23,22 @@ struct AISReceiver {
   AISReceiver();
   ~AISReceiver();
 
+  const AISMessages& Messages() const { return *messages_; }
+
   std::string AISAssembly;  // the payloads of the open group, at most kLongestAssembly characters
   std::int16_t AISMessageId = 0;
   // That of the latest message with application data: 6, 8, 25 or 26; 0 before the first. The data
   // stay in its record, whose MMSI may since be that of a message without such data.
   std::int16_t ApplicationMessageId = 0;
   std::int32_t ApplicationMMSI = 0;
-  // Held by pointer: reading the layouts of all messages takes a compiler longer than the rest of
-  // most files, and few of those that know a receiver look into its messages.
-  std::unique_ptr<AISMessages> Messages;
 
   static constexpr std::size_t kLongestAssembly = 32767;
+
+ private:
+  friend class AISDecoder;
+  // Held by pointer: reading the layouts of all messages takes a compiler longer than the rest of
+  // most files, and few of those that know a receiver look into its messages.
+  std::unique_ptr<AISMessages> messages_;
 };
 
 class AISDecoder {

@@ -72,9 +72,9 @@ void VisitMessage(Messages& messages, int id, Visitor&& visit) {
 
 // Unpacks an assembled payload, stores the message's id, 0 to 63, and fills the record of that id.
 // No payload is too short or too long: bits that are missing read as zero, and those beyond the
-// first 168 characters are passed over. The function identifiers of binary messages are those of
-// the IALA proposal or those of IMO 236. Raises OutOfRange where an id 17 asks for more correction
-// blocks than its record holds.
+// first 168 characters are passed over. `binaryStandardIALA` says that the function identifiers of
+// binary messages are those of the IALA proposal, not of IMO 236. Raises OutOfRange where an id 17
+// asks for more correction blocks than its record holds.
 void DecodeAISPayload(std::string_view assembly, std::int16_t fillBits, bool binaryStandardIALA,
                       const Clock& clock, AISMessages& messages, std::int16_t& messageId);
 

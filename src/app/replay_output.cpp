@@ -53,7 +53,7 @@ void TraceWriter::LineDone() {
     const AISReceiver& receiver = engine.ais.Receiver(kSystem);
     line["vdm"] = ToJson(messages.VDM.Record);
     line["id"] = receiver.AISMessageId;
-    VisitMessage(*receiver.Messages, receiver.AISMessageId,
+    VisitMessage(receiver.Messages(), receiver.AISMessageId,
                  [&line](const auto& record) { line["record"] = ToJson(record); });
   } else {
     VisitSentence(type, [&](const auto& sentence) {

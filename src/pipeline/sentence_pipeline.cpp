@@ -53,7 +53,7 @@ void SentencePipeline::Decode(int system, std::string_view sentence) {
   if constexpr (std::is_same_v<Record, VDMRecord>) {
     ais_.ProcessVDM(system, message.Record);
     const AISReceiver& receiver = ais_.Receiver(system);
-    targets_.StoreAISTarget(system, receiver.AISMessageId, *receiver.Messages,
+    targets_.StoreAISTarget(system, receiver.AISMessageId, receiver.Messages(),
                             records_.MessageTime[system]);
   }
 }

@@ -182,7 +182,7 @@ void frmAISTargets::WriteRow(int row, std::uint16_t columns) {
 
 void frmAISTargets::WriteDescription() {
   const AISReceiver& receiver = decoder_.Receiver(Index());
-  const AISMessages& messages = *receiver.Messages;
+  const AISMessages& messages = receiver.Messages();
   const auto write = [&](const AISApplicationData& data) {
     lblDescription.SetText(PlainText(receiver.ApplicationMMSI) + ": " + data.Description);
   };

@@ -23,7 +23,7 @@ class SentenceFeed {
     decoder.ProcessVDM(system, record);
   }
 
-  const AISMessages& Messages(int system = 1) const { return *decoder.Receiver(system).Messages; }
+  const AISMessages& Messages(int system = 1) const { return decoder.Receiver(system).Messages(); }
   std::int16_t MessageId(int system = 1) const { return decoder.Receiver(system).AISMessageId; }
 
   FrozenClock clock{DateFromParts(2024, 6, 15)};

@@ -30,6 +30,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -40,6 +41,7 @@
 #include "base/files.h"
 #include "base/format.h"
 #include "base/numbers.h"
+#include "base/system.h"
 #include "support/case_files.h"
 #include "support/places.h"
 #include "support/sentences.h"
@@ -279,13 +281,16 @@ class Case {
       section_ = words[0];
       of_ = words.size() > 1 ? words[1] : "";
       if (section_ == "trial") TakeOptions(text);
-      if (section_ == "picture" || section_ == "tables") pictures_[of_];
+      if (section_ == "picture") pictures_[of_];
+      if (section_ == "tables") tables_.emplace();
       if (section_ == "status") status_ = std::stoi(of_);
       if (section_ == "recording") recordings_.emplace_back(of_, RecordingText());
     } else if (section_ == "recording") {
       recordings_.back().second.Add(text);
-    } else if (section_ == "picture" || section_ == "tables") {
+    } else if (section_ == "picture") {
       pictures_[of_] += text + "\n";
+    } else if (section_ == "tables") {
+      *tables_ += text + "\n";
     } else {
       figures_.push_back({line.number, of_ + " " + text});
     }
@@ -326,14 +331,17 @@ class Case {
       page.replace(at, folder_.Path().size(), "");
     }
     for (const auto& [name, wanted] : pictures_) {
-      EXPECT_EQ(name.empty() ? TablesOf(page) : PictureOf(page, name), wanted) << name;
+      EXPECT_EQ(PictureOf(page, name), wanted) << name;
+    }
+    if (tables_) {
+      EXPECT_EQ(TablesOf(page), *tables_);
     }
   }
 
  private:
   std::string CsvFiles() const {
     std::set<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_ / "csv")) {
+    for (const auto& entry : std::filesystem::directory_iterator(PathOf(folder_ / "csv"))) {
       names.insert(entry.path().filename().string());
     }
     std::string all;
@@ -363,7 +371,8 @@ class Case {
   std::vector<std::string> options_;
   std::vector<std::pair<std::string, RecordingText>> recordings_;
   std::vector<Line> figures_;
-  std::map<std::string, std::string> pictures_;  // and under no name the tables
+  std::map<std::string, std::string> pictures_;
+  std::optional<std::string> tables_;
 };
 
 class TrialCases : public testing::TestWithParam<std::string> {};
