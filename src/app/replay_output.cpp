@@ -9,8 +9,6 @@
 namespace fathomline {
 namespace {
 
-constexpr int kSystem = 1;
-
 template <class Number>
 Json MeanOf(const RunningStat<Number>& stat) {
   return {{"Count", stat.Count},     {"Mean", ToJson(stat.Mean)}, {"Sdev", ToJson(stat.Sdev)},
@@ -47,10 +45,10 @@ Json SatellitesOf(const SystemStatistics& statistics) {
 void TraceWriter::LineDone() {
   const Engine& engine = program_.engine;
   const SentenceType type = engine.pipeline.HandedOn();
-  const SystemMessages& messages = engine.records.Messages[kSystem];
+  const SystemMessages& messages = engine.records.Messages[kReplayedSystem];
   Json line = {{"line", ++line_}, {"type", ToText(type)}};
   if (type == SentenceType::VDM) {
-    const AISReceiver& receiver = engine.ais.Receiver(kSystem);
+    const AISReceiver& receiver = engine.ais.Receiver(kReplayedSystem);
     line["vdm"] = ToJson(messages.VDM.Record);
     line["id"] = receiver.AISMessageId;
     VisitMessage(receiver.Messages(), receiver.AISMessageId,
@@ -65,7 +63,7 @@ void TraceWriter::LineDone() {
 
 void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& decoderBoxes) {
   const Records& records = program.engine.records;
-  const SystemStatistics& statistics = program.engine.statistics[kSystem];
+  const SystemStatistics& statistics = program.engine.statistics[kReplayedSystem];
   Json boxes = Json::object();
   for (const auto& [title, count] : decoderBoxes) boxes[title] = count;
   Json sentences;
@@ -74,10 +72,10 @@ void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& d
   });
   sentences["GSV"] = SatellitesOf(statistics);
   WriteLine(out, {{"lines", records.SentenceCount},
-                  {"checksum_errors", records.ChecksumErrors[kSystem]},
+                  {"checksum_errors", records.ChecksumErrors[kReplayedSystem]},
                   {"faults",
                    {{"decoder_boxes", boxes}, {"error_log", program.session.errorLog.Written()}}},
-                  {"ais_targets", program.engine.targets.AISTargetCount(kSystem)},
+                  {"ais_targets", program.engine.targets.AISTargetCount(kReplayedSystem)},
                   {"means",
                    {{"LatitudeMean", MeanOf(statistics.LatitudeMean)},
                     {"LongitudeMean", MeanOf(statistics.LongitudeMean)},

@@ -10,6 +10,9 @@
 
 namespace fathomline {
 
+// The one whose input is replayed.
+inline constexpr int kReplayedSystem = 1;
+
 // One JSON object per line: its number, the type it was handed on as, and the record it decoded to.
 class TraceWriter : public LineListener {
  public:
@@ -26,7 +29,7 @@ class TraceWriter : public LineListener {
 // Message boxes by title.
 using BoxCounts = std::map<std::string, std::int32_t>;
 
-// Counters, means and the statistics of every sentence and quantity of system 1.
+// Counters, means and the statistics of every sentence and quantity of the replayed system.
 void WriteCounters(std::ostream& out, const Program& program, const BoxCounts& decoderBoxes);
 
 }  // namespace fathomline

@@ -19,8 +19,6 @@
 namespace fathomline {
 namespace {
 
-constexpr int kSystem = 1;
-
 // A run that cannot go on; the text says why, in one line.
 class RunError : public std::runtime_error {
  public:
@@ -67,7 +65,7 @@ class ReplayRun {
   void Run() {
     Prepare();
     program_.windows.charts.SetKeepHidden(false);
-    if (options_.windows || !WritesSomething()) program_.windows.OpenAnalysed(kSystem);
+    if (options_.windows || !WritesSomething()) program_.windows.OpenAnalysed(kReplayedSystem);
     std::ofstream trace;
     std::unique_ptr<TraceWriter> tracer;
     if (options_.trace) {
@@ -116,15 +114,15 @@ class ReplayRun {
       }
     }
     records.Mode = kOffline;
-    CommSetup& setup = records.CommSetups[kSystem];
+    CommSetup& setup = records.CommSetups[kReplayedSystem];
     setup.Enabled = true;
     setup.OfflineFile = options_.recording;
-    for (int system = kSystem + 1; system <= kSystems; ++system) {
+    for (int system = kReplayedSystem + 1; system <= kSystems; ++system) {
       records.CommSetups[system].Enabled = false;
       records.CommSetups[system].OfflineFile.clear();
     }
     if (options_.name) setup.Name = *options_.name;
-    if (options_.checksum) records.ChecksumTest[kSystem] = true;
+    if (options_.checksum) records.ChecksumTest[kReplayedSystem] = true;
     program_.engine.ais.SetBinaryStandardIALA(options_.binaryStandardIALA);
     if (options_.sessionInfo) records.SessionInfo = *options_.sessionInfo;
     if (options_.outlier) records.OutlierLimit = *options_.outlier;
@@ -138,8 +136,8 @@ class ReplayRun {
 
   void TakeMessages() {
     Records& records = program_.engine.records;
-    CommSetup& setup = records.CommSetups[kSystem];
-    records.SetMessageFlags(kSystem);
+    CommSetup& setup = records.CommSetups[kReplayedSystem];
+    records.SetMessageFlags(kReplayedSystem);
     if (!options_.messages && options_.setup) return;
     for (const AnalyseFlag& row : kAnalyseFlags) setup.*row.flag = !options_.messages;
     if (!options_.messages) return;
@@ -149,7 +147,7 @@ class ReplayRun {
   }
 
   void TakeReference() {
-    ReferenceSetup& reference = program_.engine.records.References[kSystem];
+    ReferenceSetup& reference = program_.engine.records.References[kReplayedSystem];
     if (options_.reference) {
       const std::string name = reference.ReferenceName;
       reference = *options_.reference;
@@ -168,8 +166,8 @@ class ReplayRun {
 
   void Write() {
     if (options_.report) {
-      program_.engine.report.Print_Report(kSystem);
-      out_ << program_.engine.report.ReportPath(kSystem) << '\n';
+      program_.engine.report.Print_Report(kReplayedSystem);
+      out_ << program_.engine.report.ReportPath(kReplayedSystem) << '\n';
     }
     if (options_.windows) {
       std::error_code error;
@@ -179,7 +177,7 @@ class ReplayRun {
       }
     }
     for (Window* const window : program_.desktop.Windows()) {
-      if (!window->Visible() || window->Index() != kSystem) continue;
+      if (!window->Visible() || window->Index() != kReplayedSystem) continue;
       if (options_.windows) {
         const std::string path = *options_.windows + kPathSeparator + window->FullName() + ".txt";
         std::ofstream file = OpenOutput(path);

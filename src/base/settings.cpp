@@ -8,22 +8,16 @@
 #include "base/fault.h"
 #include "base/files.h"
 #include "base/system.h"
+#include "base/text.h"
 
 namespace fathomline {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r";
 constexpr const char* kKept = ".bak";
 
-std::string_view Stripped(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 bool Survives(std::string_view text) {
-  return text == Stripped(text) && text.find_first_of("\n\r") == std::string_view::npos &&
+  return text == TrimLine(text) && text.find_first_of("\n\r") == std::string_view::npos &&
          (text.empty() || text.front() != '"');
 }
 
@@ -114,7 +108,7 @@ void IniSettings::Read() {
     std::string section;
     int strange = 0;
     for (std::string line; std::getline(in, line);) {
-      if (!Take(Stripped(line), section)) ++strange;
+      if (!Take(TrimLine(line), section)) ++strange;
     }
     if (strange > 0) cause = "lines passed over: " + std::to_string(strange);
   } catch (const Fault& fault) {
@@ -136,9 +130,9 @@ bool IniSettings::Take(std::string_view line, std::string& section) {
   }
   const std::size_t equals = line.find('=');
   if (section.empty() || equals == std::string_view::npos) return false;
-  const std::string_view key = Stripped(line.substr(0, equals));
+  const std::string_view key = TrimLine(line.substr(0, equals));
   if (key.empty()) return false;
-  sections_[section][std::string(key)] = Unquoted(Stripped(line.substr(equals + 1)));
+  sections_[section][std::string(key)] = Unquoted(TrimLine(line.substr(equals + 1)));
   return true;
 }
 

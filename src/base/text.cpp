@@ -41,6 +41,13 @@ std::string_view Trim(std::string_view text) {
   return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
+std::string_view TrimLine(std::string_view line) {
+  constexpr std::string_view kBlanks = " \t\r";
+  const std::size_t first = line.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
+}
+
 char32_t NextCharacter(std::string_view text, std::size_t& at) {
   const auto lead = static_cast<unsigned char>(text[at]);
   std::size_t length = 1;

@@ -19,6 +19,8 @@ inline std::string_view Mid(std::string_view text, std::size_t p) {
 // A text without its leading or trailing blanks (code 32 only).
 std::string_view TrimLeft(std::string_view text);
 std::string_view Trim(std::string_view text);
+// A line of a file, or a part of one, without blanks, tabs and carriage returns at its ends.
+std::string_view TrimLine(std::string_view line);
 
 // Received bytes as text: bytes above 127 are read as Latin-1.
 std::string FromLatin1(std::string_view bytes);

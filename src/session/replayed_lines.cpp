@@ -12,7 +12,7 @@ namespace fathomline {
 namespace {
 
 // Reading the clock costs as much as some lines do, looking at the memory as much as many.
-constexpr std::int64_t kLinesPerLookAtTheClock = 256;
+constexpr std::int64_t kLinesPerClockReading = 256;
 constexpr std::int64_t kLinesPerLookAtTheMemory = 0x10000;
 
 }  // namespace
@@ -52,7 +52,7 @@ SecondReading::~SecondReading() = default;
 
 bool SecondReading::Continue(std::chrono::steady_clock::time_point until) {
   while (stretch_ < stretches_.size() && !full_) {
-    if (inFile_ % kLinesPerLookAtTheClock == 0 && std::chrono::steady_clock::now() >= until) {
+    if (inFile_ % kLinesPerClockReading == 0 && std::chrono::steady_clock::now() >= until) {
       return true;
     }
     TakeLine();

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/text.h"
 #include "trial/strict_fields.h"
 #include "trial/trial_json.h"
 
@@ -12,14 +13,6 @@ namespace fathomline::trial {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::string_view kBlanks = " \t\r";
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
 
 // Longer ones stand before those that they begin with.
 constexpr std::pair<std::string_view, Limit::Comparison> kComparisons[] = {
@@ -63,17 +56,17 @@ Value FigureAt(const Json& from, const Limit& limit) {
 }  // namespace
 
 Limit ReadLimit(std::string_view text) {
-  text = Trimmed(text);
+  text = TrimLine(text);
   Limit limit;
   limit.text = text;
   const std::size_t at = text.find_first_of("<>=");
   if (at == std::string_view::npos) Refuse(text, "compares nothing; write path<=number");
-  std::string_view path = Trimmed(text.substr(0, at));
+  std::string_view path = TrimLine(text.substr(0, at));
   std::string_view number = text.substr(at);
   for (const auto& [sign, comparison] : kComparisons) {
     if (!number.starts_with(sign)) continue;
     limit.comparison = comparison;
-    number = Trimmed(number.substr(sign.size()));
+    number = TrimLine(number.substr(sign.size()));
     break;
   }
   const auto value = ReadStrictNumber(number);
@@ -81,8 +74,8 @@ Limit ReadLimit(std::string_view text) {
   limit.number = *value;
 
   if (const std::size_t colon = path.find(':'); colon != std::string_view::npos) {
-    limit.system = Trimmed(path.substr(0, colon));
-    path = Trimmed(path.substr(colon + 1));
+    limit.system = TrimLine(path.substr(0, colon));
+    path = TrimLine(path.substr(colon + 1));
   }
   while (true) {
     const std::size_t dot = path.find('.');
@@ -100,7 +93,7 @@ std::vector<Limit> ReadLimits(std::string_view content) {
   for (int line = 1; !content.empty(); ++line) {
     const std::size_t end = content.find('\n');
     const std::string_view text =
-        Trimmed(content.substr(0, end).substr(0, content.substr(0, end).find('#')));
+        TrimLine(content.substr(0, end).substr(0, content.substr(0, end).find('#')));
     content.remove_prefix(end == std::string_view::npos ? content.size() : end + 1);
     if (text.empty()) continue;
     try {

@@ -8,7 +8,7 @@
 namespace fathomline::trial {
 namespace {
 
-constexpr std::array<std::string_view, kConstellations> kConstellationNames = {
+constexpr std::array<std::string_view, kConstellationCount> kConstellationNames = {
     "BeiDou", "GLONASS", "GPS", "Galileo", "NavIC", "QZSS", "SBAS", "unknown"};
 
 constexpr std::pair<std::string_view, Constellation> kTalkers[] = {
@@ -243,7 +243,7 @@ void SatelliteRecorder::TakeGSA(const Sentence& sentence, Epoch epoch) {
     const int number = NumberOf(sentence.Number<&GSARecord::PRN>(i));
     if (number == 0) continue;
     const Constellation constellation = ConstellationOf(talker, number);
-    for (std::size_t c = 0; c < kConstellations; ++c) {
+    for (std::size_t c = 0; c < kConstellationCount; ++c) {
       // A number that tells no constellation counts for all.
       if (constellation != Constellation::Unknown && c != Index(constellation)) continue;
       used_[c].Begin(epoch);
@@ -263,7 +263,7 @@ void SatelliteRecorder::EndEpoch(const TrialClock& clock) {
 void SatelliteRecorder::EndEpoch(State& state, const TrialClock& clock) const {
   const Epoch present = clock.Present();
   // Numbers of each constellation, and whether they are in use.
-  std::array<std::vector<std::pair<int, bool>>, kConstellations> inView;
+  std::array<std::vector<std::pair<int, bool>>, kConstellationCount> inView;
   for (Pending& pending : state.pending) {
     SatelliteState& satellite = state.satellites[pending.satellite];
     const std::size_t constellation = Index(satellite.constellation);
@@ -282,7 +282,7 @@ void SatelliteRecorder::EndEpoch(State& state, const TrialClock& clock) const {
     const auto bin = static_cast<std::size_t>(pending.elevation) / kBinDegrees;
     bins[std::min(bin, bins.size() - 1)].Add(pending.cn0);
   }
-  for (std::size_t i = 0; i < kConstellations; ++i) {
+  for (std::size_t i = 0; i < kConstellationCount; ++i) {
     // Many a talker stands for no constellation.
     const bool isToldEmpty =
         state.groupOfTalker[i] && static_cast<Constellation>(i) != Constellation::Unknown;
@@ -378,7 +378,7 @@ Satellites SatelliteRecorder::Figures(const TrialClock& clock) const {
             [this](const ElevationState& a, const ElevationState& b) {
               return signals_[a.signal] < signals_[b.signal];
             });
-  for (std::size_t i = 0; i < kConstellations; ++i) {
+  for (std::size_t i = 0; i < kConstellationCount; ++i) {
     const ConstellationState& constellation = state.constellations[i];
     if (constellation.epochs == 0) continue;
     ConstellationFigures& of = figures.constellations.emplace_back();

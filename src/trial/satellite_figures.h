@@ -30,7 +30,7 @@ enum class Constellation : std::uint8_t {
   SBAS,
   Unknown
 };
-inline constexpr std::size_t kConstellations = 8;
+inline constexpr std::size_t kConstellationCount = 8;
 std::string_view ToText(Constellation constellation);
 
 // The constellation of a satellite, by who tells it and its number (NMEA 0183 and common practice).
@@ -126,10 +126,10 @@ class SatelliteRecorder {
   // What the end of an epoch changes, so that the figures can end one on a copy.
   struct State {
     std::vector<Pending> pending;
-    std::array<bool, kConstellations> groupOfTalker{};
+    std::array<bool, kConstellationCount> groupOfTalker{};
     std::vector<SatelliteState> satellites;
     std::vector<ElevationState> elevations;
-    std::array<ConstellationState, kConstellations> constellations;
+    std::array<ConstellationState, kConstellationCount> constellations;
   };
 
   void EndEpoch(State& state, const TrialClock& clock) const;
@@ -154,7 +154,7 @@ class SatelliteRecorder {
   Count groupsBroken_ = 0;
   bool useWasSent_ = false;  // in an epoch
   bool anythingWasSent_ = false;
-  std::array<Used, kConstellations> used_;
+  std::array<Used, kConstellationCount> used_;
   State state_;
 };
 

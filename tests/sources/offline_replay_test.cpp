@@ -236,9 +236,9 @@ TEST_F(OfflineReplayTest, KeepsToTheTimeOfItsSentencesWhereItsUserWants) {
       EXPECT_EQ(mainWindow().mnuToolsReplaySpeedOf(other).Checked(), other == item);
     }
   };
-  // The samples after so many milliseconds more.
-  const auto after = [&](int milliseconds) {
-    for (int passed = 0; passed < milliseconds; passed += 50) {
+  // The samples after so much more time, in milliseconds.
+  const auto after = [&](int more) {
+    for (int passed = 0; passed < more; passed += 50) {
       face.Advance(std::chrono::milliseconds(50));
     }
     return Count();
