@@ -134,10 +134,8 @@ double RecordingScan::Share() const {
 RecordingContents RecordingScan::Contents() const {
   RecordingContents contents = contents_;
   contents.span = times_.Span();
-  std::sort(contents.sentences.begin(), contents.sentences.end(),
-            [](const RecordedSentence& a, const RecordedSentence& b) {
-              return a.address.Text() < b.address.Text();
-            });
+  std::ranges::sort(contents.sentences, {},
+                    [](const RecordedSentence& sentence) { return sentence.address.Text(); });
   return contents;
 }
 

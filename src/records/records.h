@@ -24,6 +24,7 @@
 namespace fathomline {
 
 inline constexpr int kComports = kSerialPorts;
+inline constexpr float kOutlierLimitAtStart = 15.0F;
 
 // How a system is connected and which sentences it analyses.
 struct CommSetup {
@@ -299,7 +300,7 @@ struct Records {
   std::int16_t CoordinateDecimals = 0;
   // Of the setup dialog. Only the first has a reader, for the three angles of ATT, in degrees; 0
   // there is a limit, not a switch.
-  float OutlierLimit = 15.0F;
+  float OutlierLimit = kOutlierLimitAtStart;
   float HdopLimit = 0.0F;
   std::int16_t SatelliteLimit = 0;
   bool RejectNonDifferential = false;

@@ -13,7 +13,6 @@ namespace fathomline {
 namespace {
 
 constexpr int kSystem = 1;
-constexpr float kOutlierLimit = 15.0F;  // as at start
 constexpr const char* kFilter =
     "Recordings (*.log *.nmea *.aivdm *.txt *.dat)|*.log;*.nmea;*.aivdm;*.txt;*.dat|"
     "All files (*)|*";
@@ -31,7 +30,7 @@ void Fill(Records& records, const std::string& path, const RecordingChoice& choi
   records.SetTimeFromPC.Fill(false);
   records.NotDisplayDGPS.Fill(false);
   records.SessionInfo.clear();
-  records.OutlierLimit = kOutlierLimit;
+  records.OutlierLimit = kOutlierLimitAtStart;
   records.HdopLimit = 0.0F;
   records.SatelliteLimit = 0;
   records.RejectNonDifferential = false;

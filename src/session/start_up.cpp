@@ -17,7 +17,6 @@
 namespace fathomline {
 namespace {
 
-constexpr float kOutlierLimitAtStart = 15.0F;
 constexpr const char* kFirstStart =
     "No setupfile exist. You have to define a primary system under Setup and open relevant windows "
     "for display under Window! ";

@@ -218,7 +218,6 @@ std::string AvailabilityBody(const TrialFigures& trial) {
        {"before_first_fix", "epochs", "fixes", "interval_s", "expected", "share", "jumps", "gaps.n",
         "gaps.longest_s", "gaps.longest_at", "gaps.sum_s"}) {
     std::vector<std::string> row;
-    row.reserve(columns.size());
     for (const FigureCells& column : columns) row.push_back(column[key]);
     table.Row(WordedHead(key), row);
   }
@@ -240,8 +239,8 @@ std::string PairBody(const TrialFigures& trial) {
     body += HtmlFigure(PairPicture(pair, p + 1, trial.systems.front().ledger.dated),
                        name +
                            ": the second system less the first, which below is what is called an "
-                           "error. An offset that stays is the way "
-                           "from one antenna to the other, or a different datum.");
+                           "error. An offset that stays is the way from one antenna to the other, "
+                           "or a different datum.");
     overlap.Row(name, {Cell(pair.of), Cell(pair.sameTime), Cell(pair.interpolated)});
     horizontal.push_back({name, &pair.horizontal});
     vertical.push_back({name, &pair.vertical});

@@ -248,7 +248,6 @@ std::string LedgerBody(const TrialFigures& trial) {
   table.Heads(heads);
   const auto row = [&](std::string_view key) {
     std::vector<std::string> cells;
-    cells.reserve(columns.size());
     for (const FigureCells& column : columns) cells.push_back(column[key]);
     const std::size_t dot = key.find('.');
     table.Row(WordedHead(dot == std::string_view::npos ? key : key.substr(dot + 1)), cells);

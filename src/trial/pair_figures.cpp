@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace fathomline::trial {
@@ -143,10 +144,9 @@ Claim ClaimOf(const std::vector<ClaimSamples>& claims, std::string_view talker,
   claim.talker = chosen->name.substr(0, 2);
 
   std::vector<std::uint32_t> order(chosen->epochs.size());
-  for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
+  std::iota(order.begin(), order.end(), 0U);
   const auto timeOf = [&](std::uint32_t i) { return clock.TimeOf(chosen->epochs[i]); };
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::uint32_t a, std::uint32_t b) { return timeOf(a) < timeOf(b); });
+  std::ranges::stable_sort(order, {}, timeOf);
   ClaimSums north, east, up;
   auto next = order.begin();
   for (std::size_t i = 0; i < errors.times.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -301,7 +302,7 @@ void SatelliteRecorder::EndEpoch(State& state, const TrialClock& clock) const {
 
 std::vector<std::uint32_t> SatelliteRecorder::Order() const {
   std::vector<std::uint32_t> order(state_.satellites.size());
-  for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::uint32_t>(i);
+  std::iota(order.begin(), order.end(), 0U);
   std::sort(order.begin(), order.end(), [this](std::uint32_t a, std::uint32_t b) {
     const SatelliteState& left = state_.satellites[a];
     const SatelliteState& right = state_.satellites[b];

@@ -121,7 +121,6 @@ std::vector<PlotTick> NumberTicks(const PlotScale& scale, double apart) {
   }
   const int decimals = std::clamp(-static_cast<int>(std::floor(std::log10(step) + 1e-9)), 0, 9);
   std::vector<PlotTick> ticks;
-  ticks.reserve(values.size());
   for (const double value : values) ticks.push_back({value, FigureText(value, decimals)});
   return ticks;
 }

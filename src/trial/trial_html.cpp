@@ -167,7 +167,6 @@ std::string OnlyDay(const TrialFigures& trial) {
 void LeaveOut(std::string& html, const std::string& day) {
   const std::string told = day + std::string(kBehindDate);
   std::string kept;
-  kept.reserve(html.size());
   std::size_t from = 0;
   for (std::size_t at = html.find(told); at != std::string::npos; at = html.find(told, from)) {
     kept.append(html, from, at - from);

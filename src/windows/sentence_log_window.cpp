@@ -26,8 +26,8 @@ constexpr int kTimeColumn = 0;
 constexpr int kSystemColumn = 1;
 
 // As the choices of cmbChecksum.
-constexpr std::array<std::optional<ChecksumVerdict>, 4> kChecksums = {
-    std::nullopt, ChecksumVerdict::Right, ChecksumVerdict::Wrong, ChecksumVerdict::None};
+constexpr auto kChecksums = std::to_array<std::optional<ChecksumVerdict>>(
+    {std::nullopt, ChecksumVerdict::Right, ChecksumVerdict::Wrong, ChecksumVerdict::None});
 
 // The entries behind the first, which stands for all of them; the choice stays what it was.
 void SetEntries(Choices& combo, const std::set<std::string>& entries) {

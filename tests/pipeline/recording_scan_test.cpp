@@ -87,6 +87,13 @@ TEST(RecordingScanTest, TellsTheDateAndHowOftenTheTimeGoesBack) {
   choice.sentences.Set(SentenceType::ZDA, true);
   EXPECT_EQ(StepsBack(contents, choice.sentences), 0) << "a sentence tells the date";
   EXPECT_FALSE(ProposeFor(ContentsOf(at("1")), "a.log").firstDate);
+  const auto stepsOf = [&](const std::string& from, const std::string& to) {
+    const RecordingContents two = ContentsOf(at(from) + at(to));
+    return StepsBack(two, ProposeFor(two, "a.log").sentences);
+  };
+  EXPECT_EQ(stepsOf("120001", "120000"), 1) << "a whole second is a step";
+  EXPECT_EQ(stepsOf("120000", "000001"), 1);
+  EXPECT_EQ(stepsOf("120000", "000000"), 0) << "half a day is midnight";
 }
 
 }  // namespace

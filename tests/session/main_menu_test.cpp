@@ -273,6 +273,8 @@ TEST_F(Menu, TheCoordinateFormatShowsAnExampleAndIsTakenByOk) {
   dialog.cmdOk.Click();
   EXPECT_TRUE(records().CoordinateFormatIsDMS);
   EXPECT_EQ(records().CoordinateDecimals, 0);
+  menu.mnuOptionLatLonFormat.Click();
+  EXPECT_EQ(dialog.cmbDecimals.Text(), "0");
 }
 
 }  // namespace

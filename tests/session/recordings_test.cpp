@@ -163,19 +163,33 @@ TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
   EXPECT_FALSE(records().CommSetups[1].Enabled);
 }
 
+TEST_F(RecordingsTest, AnotherRecordingTakesThePlaceOfTheOneThatIsOffered) {
+  ASSERT_TRUE(Start({.setupFile = kVoyage}));
+  Drop(kVoyage);
+  EXPECT_NE(links.Winsock1(1).State(), LinkState::Connected) << "nobody has cancelled";
+  Dialog().cmdCancel.Click();
+  EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
+}
+
 TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   ASSERT_TRUE(Start());
   records().HdopLimit = 4.0F;
+  records().OutlierLimit = 7;
+  records().SatelliteLimit = 5;
+  records().RejectNonDifferential = true;
   face.ExpectFile(kVoyage);
   mainWindow().mnuFileOpenRecording.Click();
   EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.nmea;*.aivdm;*.txt;*.dat|"));
   Look();
   Dialog().cmdOk.Click();
-  EXPECT_EQ(records().HdopLimit, 0.0F);
+  EXPECT_TRUE(records().HdopLimit == 0.0F && records().SatelliteLimit == 0 &&
+              !records().RejectNonDifferential);
+  EXPECT_EQ(records().OutlierLimit, 15);
   face.ExpectFile(folder.Write("other.ini", "\"REM Mode\"\r\n\"OFFLINE\"\r\n"));
   mainWindow().mnuFileOpen.Click();
   EXPECT_EQ(records().SessionInfo, "Sea trial") << "the file says nothing of it";
-  EXPECT_EQ(records().HdopLimit, 4.0F);
+  EXPECT_TRUE(records().HdopLimit == 4.0F && records().OutlierLimit == 7 &&
+              records().SatelliteLimit == 5 && records().RejectNonDifferential);
   EXPECT_THAT(mainWindow().Caption(), EndsWith("2019 "));
 
   // The menu of setups takes a recording as well.

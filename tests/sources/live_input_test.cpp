@@ -108,7 +108,8 @@ TEST_F(Live, EventsOfAPortGiveOneLineEach) {
     const char* left;
     int ignored;
   };
-  UseSerial(2, 5);
+  constexpr std::int16_t kPort = kSerialPorts;  // the last one
+  UseSerial(2, kPort);
   for (const Row& row :
        {Row{false, {"$GPGGA,1", ",2*5A\r\n"}, {"2:$GPGGA,1,2*5A\r\n"}, "", 0},
         Row{false, {"a\rb\n", "c"}, {"2:a\rb\n"}, "c", 0},
@@ -117,14 +118,14 @@ TEST_F(Live, EventsOfAPortGiveOneLineEach) {
     sink.lines.clear();
     records.Emptybuffer[2] = row.emptybuffer;
     input.OpenPorts();
-    for (const char* read : row.reads) Receive(5, read);
+    for (const char* read : row.reads) Receive(kPort, read);
     EXPECT_EQ(sink.lines, row.lines);
-    EXPECT_EQ(input.LineBuffer(5), row.left);
+    EXPECT_EQ(input.LineBuffer(kPort), row.left);
     EXPECT_EQ(records.IgnoredMessages[2], row.ignored);
   }
   EXPECT_THAT(sink.ignored, ElementsAre(std::pair(2, 2)));
   records.SystemSetups[2][WindowFlag::NMEA] = true;
-  Receive(5, "\nb\n");
+  Receive(kPort, "\nb\n");
   EXPECT_THAT(sink.inputs, ElementsAre("4\nb\n")) << "the monitor sees the whole buffer";
 }
 

@@ -21,6 +21,8 @@
 //   picture claims                 a picture of the page by its name:
 //     text 102 57 e north          its elements with what their attributes say, from the back to
 //                                  the front
+//   summary                        what the command says where it writes no file
+//     System A
 //   tables                         those of the page
 //     = Depth                      the caption, then the rows
 //     DBT | 12 | 3.2 / 4.1         cells; what stands in one on top of each other
@@ -282,6 +284,7 @@ class Case {
       of_ = words.size() > 1 ? words[1] : "";
       if (section_ == "trial") TakeOptions(text);
       if (section_ == "picture") pictures_[of_];
+      if (section_ == "summary") summary_.emplace();
       if (section_ == "tables") tables_.emplace();
       if (section_ == "status") status_ = std::stoi(of_);
       if (section_ == "recording") recordings_.emplace_back(of_, RecordingText());
@@ -289,6 +292,8 @@ class Case {
       recordings_.back().second.Add(text);
     } else if (section_ == "picture") {
       pictures_[of_] += text + "\n";
+    } else if (section_ == "summary") {
+      *summary_ += text + "\n";
     } else if (section_ == "tables") {
       *tables_ += text + "\n";
     } else {
@@ -301,10 +306,14 @@ class Case {
     for (const auto& [name, recording] : recordings_) {
       arguments.push_back(name + "=" + folder_.Write(name + ".log", recording.text));
     }
-    arguments.insert(arguments.end(), {"--csv", folder_ / "csv", "--json", folder_ / "json"});
-    arguments.insert(arguments.end(), {"--html", folder_ / "html"});
     std::ostringstream out;
     std::ostringstream err;
+    if (summary_) {
+      ASSERT_EQ(RunTrialCommand(arguments, out, err), status_) << file_ << ": " << err.str();
+      EXPECT_EQ(out.str(), *summary_);
+    }
+    arguments.insert(arguments.end(), {"--csv", folder_ / "csv", "--json", folder_ / "json"});
+    arguments.insert(arguments.end(), {"--html", folder_ / "html"});
     ASSERT_EQ(RunTrialCommand(arguments, out, err), status_) << file_ << ": " << err.str();
     EXPECT_EQ(Violation(ReadWholeFile(folder_ / "json")), "") << file_;
 
@@ -372,6 +381,7 @@ class Case {
   std::vector<std::pair<std::string, RecordingText>> recordings_;
   std::vector<Line> figures_;
   std::map<std::string, std::string> pictures_;
+  std::optional<std::string> summary_;
   std::optional<std::string> tables_;
 };
 

@@ -175,6 +175,7 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   const std::string path = session.folder.Path() + "/saved.log";
   session.face.ExpectFile(path);
   log.cmdSave.Click();
+  EXPECT_TRUE(session.face.Files().back().save);
   EXPECT_EQ(ReadWholeFile(path), hdt + "\r\n" + zda + "\r\n" + vdm + "\r\n" + zda + "\r\n");
   session.face.ExpectFile(session.folder.Path() + "/no/such/folder.log");
   session.face.ExpectBox("");
@@ -256,6 +257,9 @@ TEST_F(WatchWindows, SatellitesOfTheChosenSystemAreListedSortedAndDrawn) {
   window.Refresh();
   EXPECT_EQ(window.cmbSystem.Text(), "1 - Bridge");
   EXPECT_EQ(column(0), "");
+  session.records().CommSetups[1].Name = "Mast";
+  window.Refresh();
+  EXPECT_EQ(window.cmbSystem.Text(), "1 - Mast");
   window.Close();
   EXPECT_EQ(program().engine.watch.SystemOfSatellites(), 0);
 }
