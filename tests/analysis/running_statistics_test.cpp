@@ -118,6 +118,8 @@ TEST(DeviationStat, AResetForgetsTheLowerBinsOnly) {
   ResetDeviationStat(stat);
   EXPECT_EQ(stat.Stat.Count, 0);
   EXPECT_EQ(stat.RejectedCount, 0);
+  EXPECT_TRUE(stat.RejectedMax == 0.0F && stat.RejectedMin == 0.0F);
+  EXPECT_EQ(stat.SignedCounts, decltype(stat.SignedCounts){});
   EXPECT_EQ(stat.AbsTotal, 0);
   EXPECT_EQ(stat.AbsBins[251], 0);
   EXPECT_EQ(stat.AbsBins[301], 3);

@@ -66,6 +66,7 @@ TEST_F(Menu, SaveAsWritesWhereItIsToldAndTellsAFailure) {
   menu.mnuFileSaveAs.Click();
   EXPECT_TRUE(face.Files()[0].save);
   EXPECT_EQ(face.Files()[0].filter, "Fathomline setup files (*.ini)|*.ini");
+  EXPECT_EQ(face.Files()[0].defaultExtension, ".ini");
   EXPECT_TRUE(FileExists(folder / "other.ini"));
 
   face.ExpectFile(std::nullopt);

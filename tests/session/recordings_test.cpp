@@ -138,6 +138,14 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   face.ExpectBox("File " + folder / "gone.log do not exist.");
   mainWindow().mnuFileRecentRecording(1).Click();
   EXPECT_EQ(settings.Get("Recent recordings", "1", ""), "");
+  settings.Set("Recent recordings", "1", kVoyage);
+  settings.Set("Recent recordings", "2", folder / "gone.log");
+  settings.Set("Recent recordings", "3", folder / "other.log");
+  ASSERT_TRUE(Start());
+  face.ExpectBox("");
+  mainWindow().mnuFileRecentRecording(2).Click();
+  EXPECT_EQ(settings.Get("Recent recordings", "1", ""), kVoyage);
+  EXPECT_EQ(settings.Get("Recent recordings", "2", ""), folder / "other.log");
 }
 
 TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
@@ -216,6 +224,11 @@ TEST_F(RecordingsTest, TellsWhatItCannotOpen) {
             folder / "b.log is no recording: it is no text.");
   EXPECT_THAT(Refused(folder.Write("c.log", "Dear all,\n")), HasSubstr("there is no NMEA 0183"));
   EXPECT_EQ(Refused(folder / "d.log"), "File " + folder / "d.log do not exist.");
+#if !defined(_WIN32)
+  EXPECT_EQ(Refused("/dev/null"),
+            "/dev/null is no file that can be looked through. To replay it, choose Mode > Offline "
+            "and select it as the input file under Setup > Primary System.");
+#endif
   EXPECT_EQ(records().SessionInfo, "Sea trial");
 
   // Nothing in it that can be analysed: it can be looked at, and not opened.
