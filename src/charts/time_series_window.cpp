@@ -95,8 +95,8 @@ void frmTimeSeries::MakeCharts() {
     const bool whole = satellites || WholeValues(row.rule);
     std::string unit =
         row.unit.empty() && row.rule != FeedRule::Station ? UnitIn(axis) : std::string(row.unit);
-    if (WholeValues(row.rule) || (satellites && row.kind == SeriesKind::Bar)) unit.clear();
-    const bool bars = row.kind == SeriesKind::Bar;
+    const bool bars = row.kind == SeriesKind::Bar;  // of counts and codes
+    if (bars || WholeValues(row.rule)) unit.clear();
     Series& series = chart.AddSeries({.title = std::string(row.title),
                                       .kind = row.kind,
                                       .colour = row.colour,
