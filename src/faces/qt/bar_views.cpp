@@ -154,7 +154,10 @@ void MenuView::Add(MenuItem& item) {
   }
   const MenuItem* const above = item.Menu();
   QAction* action = nullptr;
-  if (parent || above == nullptr) {
+  if (!parent && above == nullptr) {
+    // It acts at once: an empty menu would open instead.
+    action = bar_.addAction(QString());
+  } else if (parent) {
     auto* const menu = new QMenu(&bar_);
     menu->setObjectName(ToQt(item.Name()));
     menus_.insert(&item, menu);

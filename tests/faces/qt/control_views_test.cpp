@@ -247,7 +247,9 @@ TEST_F(ControlViews, MenusFollowTheirItems) {
   MenuItem file{window, "mnuFile", "&File"};
   MenuItem open{file, "mnuOpen", "&Open"};
   MenuItem check{file, "mnuCheck", "&Check"};
+  MenuItem act{window, "mnuAct", "&Act"};
   open.onClick = count;
+  act.onClick = count;
   Show();
   auto* const bar = face.HostOf(window)->findChild<QMenuBar*>();
   ASSERT_NE(bar, nullptr);
@@ -259,6 +261,8 @@ TEST_F(ControlViews, MenusFollowTheirItems) {
   EXPECT_TRUE(menu->actions()[1]->isChecked());
   menu->actions()[0]->trigger();
   EXPECT_EQ(handled, 1);
+  QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(bar->actions()[1]).center());
+  EXPECT_EQ(handled, 2) << "a word of the bar without a menu acts at once";
 }
 
 TEST_F(ControlViews, AListOfFewRowsLeavesTheRoomToOthers) {
