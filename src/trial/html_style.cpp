@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/look.h"
+#include "page_css.h"
 
 namespace fathomline::trial {
 namespace {
@@ -70,130 +71,6 @@ std::string Variables(LookMode mode) {
   return css;
 }
 
-constexpr std::string_view kPage = R"(
-*{box-sizing:border-box}
-html{background:var(--page);color:var(--ink);font:16px/1.5 system-ui,-apple-system,"Segoe UI",Roboto,"Noto Sans","DejaVu Sans",sans-serif;-webkit-text-size-adjust:100%}
-body{margin:0}
-main{max-width:46rem;margin:0 auto;padding:32px 16px 64px}
-h1{font-size:1.75rem;line-height:1.2;margin:0 0 8px;overflow-wrap:anywhere}
-h2{font-size:1.3rem;line-height:1.3;margin:56px 0 8px;padding-top:16px;border-top:1px solid var(--grid)}
-h3{font-size:1.1rem;margin:24px 0 8px}
-p{margin:8px 0}
-a{color:var(--accent)}
-:focus-visible{outline:2px solid var(--focus);outline-offset:2px}
-.kicker{color:var(--muted);font-size:.9rem;letter-spacing:.04em;margin:0 0 4px}
-.lede{margin:0 0 4px}
-time{white-space:nowrap}
-.note{white-space:pre-line}
-.verdict{margin:24px 0;padding:16px 16px 16px 20px;background:var(--window);border-left:6px solid var(--edge)}
-.verdict.kept{border-color:var(--kept)}
-.verdict.missed{border-color:var(--missed)}
-.verdict p{margin:4px 0}
-.verdict .word{font-size:1.3rem;line-height:1.3;font-weight:bold}
-.kept .word,td .kept{color:var(--kept)}
-.missed .word,td .missed{color:var(--missed)}
-td .kept,td .missed{font-weight:bold;white-space:nowrap}
-ul.mind{list-style:none;margin:16px 0;padding:0}
-ul.mind li{margin:8px 0;padding-left:24px;text-indent:-24px}
-ul.mind li::before{content:"▲";color:var(--warn);display:inline-block;width:24px;text-indent:0}
-nav ol{columns:2;column-gap:16px;margin:8px 0;padding:0}
-nav li{margin:0 0 4px 32px;break-inside:avoid}
-.defs,figcaption,.absent,.under{color:var(--muted);font-size:.9rem}
-.defs b{color:var(--ink);font-weight:normal}
-figure{margin:16px 0 24px}
-figcaption{margin-top:4px}
-svg{display:block;max-width:100%;height:auto;margin:0 auto}
-.scroll{overflow-x:auto;margin:16px 0}
-.under{margin:-8px 0 16px}
-table{border-collapse:collapse;min-width:100%;font-size:.9rem;font-variant-numeric:tabular-nums lining-nums}
-caption{text-align:left;font-weight:bold;padding:0 0 4px}
-thead th,thead td{background:var(--header);vertical-align:bottom;line-height:1.3}
-th,td{padding:4px 8px;text-align:right;vertical-align:top}
-thead th:first-child,thead td:first-child,tbody th{text-align:left;font-weight:normal}
-tbody tr{border-bottom:1px solid var(--grid)}
-tbody tr.first{border-top:1px solid var(--axis)}
-tbody th small{display:block;color:var(--muted);font-size:.8rem;line-height:1.35;max-width:24rem}
-table.beside tbody th{width:28.5rem}
-table.below tbody th{min-width:13rem}
-table.wide tbody th small{min-width:9rem}
-table.beside tbody th span{display:inline-block;width:11.5rem;vertical-align:top}
-table.beside tbody th small{display:inline-block;width:15.25rem;padding-top:.1rem;vertical-align:top}
-td i{color:var(--muted)}
-td{white-space:nowrap}
-table.slim{min-width:20rem}
-table.wide{font-size:.8rem}
-table.wide th,table.wide td{padding:4px 5px}
-table.words td,table.words thead th{text-align:left;white-space:normal}
-code{font:.85em/1.4 ui-monospace,"DejaVu Sans Mono",Menlo,Consolas,monospace;overflow-wrap:anywhere}
-footer{margin-top:56px;color:var(--muted);font-size:.9rem}
-svg text{font-size:12px;fill:var(--muted);font-variant-numeric:tabular-nums}
-svg .b{font-weight:bold;fill:var(--ink)}
-svg .unit{fill:var(--ink)}
-svg .e{text-anchor:end}
-svg .m{text-anchor:middle}
-svg .small{font-size:10px}
-svg .halo{paint-order:stroke;stroke:var(--page);stroke-width:3px;stroke-linejoin:round;fill:var(--ink)}
-svg path,svg line,svg circle,svg ellipse{fill:none}
-.grid{stroke:var(--grid)}
-.axis{stroke:var(--axis)}
-.zero{stroke:var(--muted);stroke-dasharray:4 3}
-.ring{stroke:var(--ink);stroke-width:1.5;stroke-dasharray:6 3}
-.ellipse{stroke:var(--ink);stroke-width:1.5}
-.mean{stroke:var(--ink);stroke-width:2}
-.sky{stroke:var(--sky)}
-.line{stroke:var(--line);stroke-linejoin:round;stroke-linecap:round}
-.thin{stroke-width:1;stroke-dasharray:none}
-.dots{stroke-linecap:round}
-.o0{stroke-opacity:.6}.o1{stroke-opacity:.7}.o2{stroke-opacity:.85}
-.heard{fill:var(--axis)}
-.silent{fill:var(--page);stroke:var(--missed);stroke-width:.6}
-svg .unused{fill:var(--page)}
-)";
-
-constexpr std::string_view kNarrow = R"(
-@media screen and (max-width:40rem){
-main{padding:16px 12px 40px}
-nav ol{columns:1}
-table.beside tr{display:flex;flex-wrap:wrap;background:none}
-table.beside thead td{display:none}
-table.beside thead tr{background:var(--header)}
-table.beside thead th,table.beside td{flex:1}
-table.beside tbody th{flex:1 0 100%;width:auto;padding-bottom:0}
-table.beside tbody th span{display:inline;margin-right:8px}
-table.beside tbody th small{display:inline;max-width:none}
-svg text{font-size:19px}
-svg.square text{font-size:14px}
-svg .row{font-size:15px}
-svg .small{font-size:15px}
-svg .w{display:none}
-svg{overflow:visible}
-svg path,svg line,svg circle,svg ellipse{stroke-width:1.6}
-}
-)";
-
-constexpr std::string_view kPaper = R"(
-@page{size:A4;margin:16mm;@bottom-right{content:counter(page) " / " counter(pages);font:8pt system-ui,sans-serif}}
-@media print{
-html{font-size:10.5pt;line-height:1.4;-webkit-print-color-adjust:exact;print-color-adjust:exact}
-main{max-width:none;padding:0}
-nav{display:none}
-h2{margin-top:24pt}
-h1,h2,h3,caption{break-after:avoid}
-tr:nth-child(-n+3),tr:last-child,.defs,.under{break-before:avoid}
-figure,tr,.verdict,li,.short{break-inside:avoid}
-p{orphans:3;widows:3}
-thead{display:table-header-group}
-.scroll{overflow:visible}
-table{font-size:8pt;min-width:0;width:100%}
-table.wide{font-size:7.5pt}
-table.beside tbody th{width:31rem}
-table.beside tbody th small{width:18rem}
-table.wide th,table.wide td{padding:2pt 3pt}
-tbody th small{font-size:7.5pt}
-a{color:inherit;text-decoration:none}
-}
-)";
-
 // Series differ in their dashes too.
 std::string SeriesClasses() {
   constexpr std::array<std::string_view, 8> kDashes = {"none", "8 4",         "2 3", "8 3 2 3",
@@ -238,11 +115,10 @@ std::string SeriesClasses() {
 std::string StyleSheet() {
   std::string css = ":root{color-scheme:light dark;" + Variables(LookMode::Light) + "}\n";
   css += "@media screen and (prefers-color-scheme:dark){:root{" + Variables(LookMode::Dark) + "}}";
+  css += '\n';
   css += kPage;
   css += SeriesClasses();
-  css += "svg .dense{stroke-width:.8}\n";
-  css += kNarrow;
-  css += kPaper;
+  css += kPageMedia;
   return css;
 }
 

@@ -185,6 +185,12 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   records().OutlierLimit = 7;
   records().SatelliteLimit = 5;
   records().RejectNonDifferential = true;
+  for (int system = 1; system <= kSystems; ++system) {
+    records().Emptybuffer[system] = records().SetTimeFromPC[system] = true;
+    records().NotDisplayDGPS[system] = true;
+    records().MessagesToAnalyse[system][7] = "ZDA";
+    records().References[system].ReferenceUsed = kTruePosition;
+  }
   face.ExpectFile(kVoyage);
   mainWindow().mnuFileOpenRecording.Click();
   EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.nmea;*.aivdm;*.txt;*.dat|"));
@@ -193,6 +199,12 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   EXPECT_TRUE(records().HdopLimit == 0.0F && records().SatelliteLimit == 0 &&
               !records().RejectNonDifferential);
   EXPECT_EQ(records().OutlierLimit, 15);
+  for (int system = 1; system <= kSystems; ++system) {
+    EXPECT_FALSE(records().Emptybuffer[system] || records().SetTimeFromPC[system] ||
+                 records().NotDisplayDGPS[system]);
+    EXPECT_EQ(records().MessagesToAnalyse[system][7], system == 1 ? "DBT" : "");
+    EXPECT_EQ(records().References[system].ReferenceUsed, ReferenceSetup().ReferenceUsed);
+  }
   face.ExpectFile(folder.Write("other.ini", "\"REM Mode\"\r\n\"OFFLINE\"\r\n"));
   mainWindow().mnuFileOpen.Click();
   EXPECT_EQ(records().SessionInfo, "Sea trial") << "the file says nothing of it";

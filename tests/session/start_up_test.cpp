@@ -10,7 +10,9 @@
 namespace fathomline {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -144,7 +146,18 @@ TEST_F(Starting, WhatKeepsTheProgramFromStartingIsTold) {
   EXPECT_FALSE(second.windows.main.Loaded());
   face.Expect({});
   EXPECT_FALSE(second.session.startUp.Start({.programFolder = folder.Write("file", "") + "/x"}));
-  EXPECT_THAT(face.Boxes().back().text, HasSubstr(folder / "file/x"));
+  EXPECT_THAT(face.Boxes().back().text,
+              AllOf(StartsWith("Fathomline cannot start. "), HasSubstr(folder / "file/x")));
+
+  // The folder is named in the settings, which say where.
+  IniSettings stored(folder / "kept.ini");
+  stored.Set("Settings", "ProgramFolder", folder / "file/x");
+  Program third({face, clock, stored, [] {}});
+  face.Expect({});
+  EXPECT_FALSE(third.session.startUp.Start({}));
+  EXPECT_THAT(face.Boxes().back().text,
+              EndsWith("\r\n\r\nAnother folder can be named in " + folder / "kept.ini" +
+                       " :\r\n\r\n[Settings]\r\nProgramFolder="));
 }
 
 // Whichever file was read: the program writes the default one anew when it ends.

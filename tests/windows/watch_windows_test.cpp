@@ -188,6 +188,11 @@ TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
   log.Show();
   log.Refresh();
   EXPECT_EQ(log.lblShown.Text(), "0 of 0 shown");
+  // The choices begin anew too.
+  for (const std::string& line : {hdt, zda, vdm}) Send(1, line);
+  log.Refresh();
+  EXPECT_EQ(log.cmbTalker.Count(), 4);
+  EXPECT_EQ(log.cmbSentence.Count(), 4);
 }
 
 TEST_F(WatchWindows, SatellitesOfTheChosenSystemAreListedSortedAndDrawn) {
