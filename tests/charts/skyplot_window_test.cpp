@@ -89,6 +89,12 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
   EXPECT_EQ(DrawnShapes(sky.picSkyplot.Transient()),
             "dot 30 0 red width 5 hollow\ntext 30 0 red width 5 at -1 -1 9\n");
+  SendSatellite(9, 60, 90, "01");
+  EXPECT_EQ(Row(1), "9|60   |090   |1");
+  EXPECT_EQ(sky.lblSNR(1).ShownColour(), 0);
+  SendSatellite(9, 60, 90, "00");
+  EXPECT_EQ(Row(1), "9|60   |090   |0");
+  EXPECT_EQ(sky.lblSNR(1).ShownColour(), kRed);
   SendSatellite(9, 0, 90);
   EXPECT_EQ(Row(1), "|||");
   EXPECT_EQ(sky.lblColor(1).ShownColour(), kWhite);

@@ -175,6 +175,7 @@ TEST_F(Menu, OptionsAreTickedAndKeptInTheSettings) {
   EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
   EXPECT_TRUE(menu.mnuOptionsLookChoice(0).Checked());
   menu.mnuOptionsLookChoice(2).Click();
+  EXPECT_FALSE(menu.mnuOptionsLookChoice(0).Checked());
   menu.UserClose();
   ASSERT_TRUE(Start());
   for (int look = 0; look < 3; ++look) {

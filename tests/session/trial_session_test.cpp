@@ -72,6 +72,7 @@ TEST_F(TrialReport, HoldsTheSessionAboutTheReferenceOfTheSetup) {
   EXPECT_EQ(meta["written_at"], "2026-01-02T03:04:05.000Z");
   EXPECT_EQ(meta["unchecked"], false);
   const auto& file = meta["files"][0];
+  EXPECT_EQ(file["file"], kSourceFolder + "/samples/moored.log");
   EXPECT_EQ(file["bytes"], ReadWholeFile(kSourceFolder + "/samples/moored.log").size());
   ASSERT_EQ(figures["systems"].size(), 1U);
   const auto& system = figures["systems"][0];
