@@ -18,12 +18,12 @@ namespace {
 
 constexpr std::string_view kReportFolder = "Reports";
 constexpr std::int16_t kCoordinateDecimals = 3;
-constexpr std::array<std::string_view, 3> kReferenceNames = {" First sample", " Average over time",
-                                                             " True position"};
+constexpr auto kReferenceNames =
+    std::to_array<std::string_view>({" First sample", " Average over time", " True position"});
 // The columns of the deviation table.
-constexpr std::array<StatSource, 4> kColumns = {
-    StatOf<GGARecord, &Deviations::dRad>, StatOf<GGARecord, &Deviations::dN>,
-    StatOf<GGARecord, &Deviations::dE>, StatOf<GGARecord, &Deviations::dHgt>};
+constexpr auto kColumns = std::to_array<StatSource>(
+    {StatOf<GGARecord, &Deviations::dRad>, StatOf<GGARecord, &Deviations::dN>,
+     StatOf<GGARecord, &Deviations::dE>, StatOf<GGARecord, &Deviations::dHgt>});
 
 // Lines of the report, with tab stops counted in characters.
 class Paper {
@@ -96,10 +96,10 @@ void WriteDeviationTable(Paper& paper, const SystemStatistics& statistics) {
     float SingleStat::*figure;
     bool dashes;
   };
-  constexpr std::array<Row, 4> kRows = {{{"Mean", &SingleStat::Mean, false},
-                                         {"Sdev", &SingleStat::Sdev, true},
-                                         {"Max", &SingleStat::Max, false},
-                                         {"Min", &SingleStat::Min, true}}};
+  constexpr auto kRows = std::to_array<Row>({{"Mean", &SingleStat::Mean, false},
+                                             {"Sdev", &SingleStat::Sdev, true},
+                                             {"Max", &SingleStat::Max, false},
+                                             {"Min", &SingleStat::Min, true}});
   constexpr std::array<std::size_t, kColumns.size()> kFigureTabs = {10, 22, 34, 46};
   for (const Row& row : kRows) {
     paper.Text(row.caption);

@@ -171,10 +171,11 @@ struct SatelliteGroup {
 
 // The ranges from which an SNR is filed. PRN 64 and PRN 100 fall before the first entry of their
 // group, which is a fault.
-inline constexpr std::array<SatelliteGroup, 4> kSatelliteGroups = {{{"GPS", 1, 1, 32, 32},
-                                                                    {"SBAS", 33, 33, 63, 32},
-                                                                    {"GLONASS", 65, 64, 99, 46},
-                                                                    {"BeiDou", 101, 100, 149, 50}}};
+inline constexpr auto kSatelliteGroups =
+    std::to_array<SatelliteGroup>({{"GPS", 1, 1, 32, 32},
+                                   {"SBAS", 33, 33, 63, 32},
+                                   {"GLONASS", 65, 64, 99, 46},
+                                   {"BeiDou", 101, 100, 149, 50}});
 
 struct SystemStatistics {
   DoubleStat LatitudeMean;   // radians
@@ -250,9 +251,9 @@ constexpr PositionStats PositionStatsOf() {
   return {kTypeOf<Record>, StatOf<Record, &Deviations::dRad>, StatOf<Record, &Deviations::dN>,
           StatOf<Record, &Deviations::dE>};
 }
-inline constexpr std::array<PositionStats, 4> kPositionStats = {
-    PositionStatsOf<GGARecord>(), PositionStatsOf<GNSRecord>(), PositionStatsOf<GLLRecord>(),
-    PositionStatsOf<RMCRecord>()};
+inline constexpr auto kPositionStats =
+    std::to_array<PositionStats>({PositionStatsOf<GGARecord>(), PositionStatsOf<GNSRecord>(),
+                                  PositionStatsOf<GLLRecord>(), PositionStatsOf<RMCRecord>()});
 // None for a type without a position.
 constexpr const PositionStats* FindPositionStats(SentenceType type) {
   for (const PositionStats& row : kPositionStats) {

@@ -11,8 +11,8 @@ namespace fathomline {
 namespace {
 
 constexpr int kUnixEpochDay = 25569;  // 1 January 1970
-constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr auto kMonths = std::to_array<std::string_view>(
+    {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"});
 
 // The nearest whole second, halves away from zero. As std::llround, whose call costs more than all
 // the rest of a difference.

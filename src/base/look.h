@@ -23,10 +23,10 @@ struct LookChoiceText {
   std::string_view key;  // in the settings
   std::string_view caption;
 };
-inline constexpr std::array<LookChoiceText, 3> kLookChoices = {
-    {{LookChoice::System, "system", "As the &Desktop"},
-     {LookChoice::Light, "light", "&Light"},
-     {LookChoice::Dark, "dark", "Dar&k"}}};
+inline constexpr auto kLookChoices =
+    std::to_array<LookChoiceText>({{LookChoice::System, "system", "As the &Desktop"},
+                                   {LookChoice::Light, "light", "&Light"},
+                                   {LookChoice::Dark, "dark", "Dar&k"}});
 
 // What a colour is painted as. A text needs more contrast than a line; a fill lies behind lines.
 enum class ColourUse : std::uint8_t { Line, Fill, Text };
@@ -233,10 +233,11 @@ constexpr int SatelliteRound(int slot) {
 }
 
 // Told colours of what is shown everywhere in the same ones. The systems 1 to 4:
-inline constexpr std::array<Colour, 4> kSystemColours = {kBlue, kDarkGreen, kRed, kDarkYellow};
+inline constexpr auto kSystemColours =
+    std::to_array<Colour>({kBlue, kDarkGreen, kRed, kDarkYellow});
 // Qualities of fix, 0 (none) to 9:
-inline constexpr std::array<Colour, 10> kQualityColours = {
-    kBlack, kRed, kBlue, kGreen, kMagenta, kYellow, kCyan, kWhite, kYellow, kOrange};
+inline constexpr auto kQualityColours = std::to_array<Colour>(
+    {kBlack, kRed, kBlue, kGreen, kMagenta, kYellow, kCyan, kWhite, kYellow, kOrange});
 
 // Shapes that tell apart what colours do not.
 enum class MarkShape : std::uint8_t {

@@ -17,8 +17,8 @@ std::int16_t CountAbove(const std::array<Step, Size>& steps, std::int32_t value)
 }
 
 // One follows the points already drawn, the other the span chosen; they differ on purpose.
-constexpr std::array<Step, 4> kByPoints = {{{7200, 20}, {3600, 10}, {1800, 5}, {600, 2}}};
-constexpr std::array<Step, 3> kByWindow = {{{3600, 20}, {1800, 10}, {900, 5}}};
+constexpr auto kByPoints = std::to_array<Step>({{7200, 20}, {3600, 10}, {1800, 5}, {600, 2}});
+constexpr auto kByWindow = std::to_array<Step>({{3600, 20}, {1800, 10}, {900, 5}});
 
 }  // namespace
 

@@ -28,14 +28,14 @@ struct TimeSpan {
   std::string_view text;
   std::int32_t seconds;
 };
-inline constexpr std::array<TimeSpan, 8> kTimeSpans = {{{"10 min", 600},
-                                                        {"15 min", 900},
-                                                        {"30 min", 1800},
-                                                        {"01 hour", 3600},
-                                                        {"02 hours", 7200},
-                                                        {"06 hours", 21600},
-                                                        {"12 hours", 43200},
-                                                        {"24 hours", 86400}}};
+inline constexpr auto kTimeSpans = std::to_array<TimeSpan>({{"10 min", 600},
+                                                            {"15 min", 900},
+                                                            {"30 min", 1800},
+                                                            {"01 hour", 3600},
+                                                            {"02 hours", 7200},
+                                                            {"06 hours", 21600},
+                                                            {"12 hours", 43200},
+                                                            {"24 hours", 86400}});
 
 // What stands for "Off": 65535 in a signed field of 16 bits.
 inline constexpr auto kFilterOff = static_cast<std::int16_t>(std::uint16_t{65535});
@@ -44,14 +44,14 @@ struct FilterChoice {
   std::string_view text;
   std::int16_t count;  // samples per point; 0 follows from the points or the time span
 };
-inline constexpr std::array<FilterChoice, 8> kFilterChoices = {{{"Automatic", 0},
-                                                                {"Off", kFilterOff},
-                                                                {"2 fix", 2},
-                                                                {"5 fix", 5},
-                                                                {"10 fix", 10},
-                                                                {"30 fix", 30},
-                                                                {"60 fix", 60},
-                                                                {"100 fix", 100}}};
+inline constexpr auto kFilterChoices = std::to_array<FilterChoice>({{"Automatic", 0},
+                                                                    {"Off", kFilterOff},
+                                                                    {"2 fix", 2},
+                                                                    {"5 fix", 5},
+                                                                    {"10 fix", 10},
+                                                                    {"30 fix", 30},
+                                                                    {"60 fix", 60},
+                                                                    {"100 fix", 100}});
 
 struct ChartSettings {
   std::string TimeAxisMode;     // one of the texts above

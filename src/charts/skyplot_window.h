@@ -24,11 +24,11 @@ struct UsedGroup {
   std::string_view caption;
   int lastPRN;
 };
-inline constexpr std::array<UsedGroup, 5> kUsedGroups = {{{"GPS           : ", 32},
-                                                          {"SBAS         : ", 64},
-                                                          {"GLONASS : ", 99},
-                                                          {"BeiDou      : ", 149},
-                                                          {"GALILEO   : ", 32767}}};
+inline constexpr auto kUsedGroups = std::to_array<UsedGroup>({{"GPS           : ", 32},
+                                                              {"SBAS         : ", 64},
+                                                              {"GLONASS : ", 99},
+                                                              {"BeiDou      : ", 149},
+                                                              {"GALILEO   : ", 32767}});
 
 class frmSkyplot : public SystemView {
  public:

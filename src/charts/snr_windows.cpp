@@ -255,7 +255,7 @@ void SNRFeeds::FeedSNRSeries(int system, int slot) {
   Chart* const chart = window.ChartOf(slot);
   if (chart == nullptr) return;
   // In the order of the series; the charts of GSV keep elevation, azimuth and ratio.
-  constexpr std::array<std::size_t, 3> kFilterChart = {2, 0, 1};
+  constexpr auto kFilterChart = std::to_array<std::size_t>({2, 0, 1});
   const auto values = ValuesOf(satellite);
   for (std::size_t i = 0; i < values.size(); ++i) {
     AddChartPoint(

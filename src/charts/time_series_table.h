@@ -24,7 +24,7 @@ struct TimeSeriesClass {
   bool CommSetup::*analysed = FindAnalyseFlag(type)->flag;
 };
 
-inline constexpr std::array<TimeSeriesClass, 13> kTimeSeriesClasses = {
+inline constexpr auto kTimeSeriesClasses = std::to_array<TimeSeriesClass>(
     {{SentenceType::GGA, "frmTimeSeriesGGA", "Position Time Series ", 0, 4,
       WindowFlag::TimeSeriesGGA},
      {SentenceType::GNS, "frmTimeSeriesGNS", "GNS Time Series ", 11, 4, WindowFlag::TimeSeriesGNS},
@@ -39,7 +39,7 @@ inline constexpr std::array<TimeSeriesClass, 13> kTimeSeriesClasses = {
      {SentenceType::ROT, "frmTimeSeriesROT", "ROT Time Series ", 8, 1, WindowFlag::TimeSeriesROT},
      {SentenceType::VHW, "frmTimeSeriesVHW", "VHW Time Series ", 9, 1, WindowFlag::TimeSeriesVHW},
      {SentenceType::DBT, "frmTimeSeriesDBT", "DBT Time Series ", 10, 1,
-      WindowFlag::TimeSeriesDBT}}};
+      WindowFlag::TimeSeriesDBT}});
 
 inline constexpr std::string_view kSatelliteCountNote =
     "Svs Bar Colors : Yellow>4, Violet =4, Red <4";
@@ -55,33 +55,33 @@ struct TimeSeriesChart {
   std::string_view note = {};
 };
 
-inline constexpr std::array<TimeSeriesChart, 26> kTimeSeriesCharts = {
-    {{SentenceType::GGA, 0, "m"},
-     {SentenceType::GGA, 1, "m"},
-     {SentenceType::GGA, 2, "Svs, hdop", {}, kSatelliteCountNote},
-     {SentenceType::GGA, 3, "Quality, s", "Stn ID", kQualityNote},
-     {SentenceType::GNS, 0, "m"},
-     {SentenceType::GNS, 1, "m"},
-     {SentenceType::GNS, 2, "Svs, hdop", {}, kSatelliteCountNote},
-     {SentenceType::GNS, 3, "s", "Stn ID"},
-     {SentenceType::GLL, 0, "m"},
-     {SentenceType::RMC, 0, "m"},
-     {SentenceType::RMC, 1, "knots", "deg"},
-     {SentenceType::VTG, 0, "knots", "deg"},
-     {SentenceType::GSA, 0, "dop"},
-     {SentenceType::GSA, 1, "PRN"},
-     {SentenceType::GST, 0, "m"},
-     {SentenceType::GST, 1, "m"},
-     {SentenceType::GST, 2, "m", "deg"},
-     {SentenceType::GSV, 0, "Elevation (deg)"},
-     {SentenceType::GSV, 1, "Azimuth (deg)"},
-     {SentenceType::GSV, 2, "SNR (dB)"},
-     {SentenceType::HDT, 0, "deg", "Heading (deg)"},
-     {SentenceType::ATT, 0, "deg"},
-     {SentenceType::ATT, 1, "deg"},
-     {SentenceType::ROT, 0, "deg/min"},
-     {SentenceType::VHW, 0, "knots, deg", "deg"},
-     {SentenceType::DBT, 0, "m"}}};
+inline constexpr auto kTimeSeriesCharts =
+    std::to_array<TimeSeriesChart>({{SentenceType::GGA, 0, "m"},
+                                    {SentenceType::GGA, 1, "m"},
+                                    {SentenceType::GGA, 2, "Svs, hdop", {}, kSatelliteCountNote},
+                                    {SentenceType::GGA, 3, "Quality, s", "Stn ID", kQualityNote},
+                                    {SentenceType::GNS, 0, "m"},
+                                    {SentenceType::GNS, 1, "m"},
+                                    {SentenceType::GNS, 2, "Svs, hdop", {}, kSatelliteCountNote},
+                                    {SentenceType::GNS, 3, "s", "Stn ID"},
+                                    {SentenceType::GLL, 0, "m"},
+                                    {SentenceType::RMC, 0, "m"},
+                                    {SentenceType::RMC, 1, "knots", "deg"},
+                                    {SentenceType::VTG, 0, "knots", "deg"},
+                                    {SentenceType::GSA, 0, "dop"},
+                                    {SentenceType::GSA, 1, "PRN"},
+                                    {SentenceType::GST, 0, "m"},
+                                    {SentenceType::GST, 1, "m"},
+                                    {SentenceType::GST, 2, "m", "deg"},
+                                    {SentenceType::GSV, 0, "Elevation (deg)"},
+                                    {SentenceType::GSV, 1, "Azimuth (deg)"},
+                                    {SentenceType::GSV, 2, "SNR (dB)"},
+                                    {SentenceType::HDT, 0, "deg", "Heading (deg)"},
+                                    {SentenceType::ATT, 0, "deg"},
+                                    {SentenceType::ATT, 1, "deg"},
+                                    {SentenceType::ROT, 0, "deg/min"},
+                                    {SentenceType::VHW, 0, "knots, deg", "deg"},
+                                    {SentenceType::DBT, 0, "m"}});
 
 // What the values of a sentence are read from.
 struct FeedSource {

@@ -48,15 +48,15 @@ struct TypedUnit {
   std::u32string_view closingMarks;
 };
 constexpr std::u32string_view kDegreeMarks = U"\u00B0\u00F8";
-constexpr std::array<TypedUnit, 3> kDegreesMinutesSeconds = {{
+constexpr auto kDegreesMinutesSeconds = std::to_array<TypedUnit>({
     {&TypedAngle::degrees, false, kDegreeMarks},
     {&TypedAngle::minutes, false, U"'"},
     {&TypedAngle::seconds, true, U"\""},
-}};
-constexpr std::array<TypedUnit, 2> kDegreesMinutes = {{
+});
+constexpr auto kDegreesMinutes = std::to_array<TypedUnit>({
     {&TypedAngle::degrees, false, kDegreeMarks},
     {&TypedAngle::minutes, true, U"'"},
-}};
+});
 
 // Tells the user what is wrong, in the dress of its parser.
 class Complaint {

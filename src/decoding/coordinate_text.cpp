@@ -9,8 +9,8 @@
 namespace fathomline {
 namespace {
 
-constexpr std::array<std::string_view, 7> kLastUnitPictures = {
-    "00", "00.0", "00.00", "00.000", "00.0000", "00.00000", "00.000000"};
+constexpr auto kLastUnitPictures = std::to_array<std::string_view>(
+    {"00", "00.0", "00.00", "00.000", "00.0000", "00.00000", "00.000000"});
 constexpr int kMostSecondDecimals = 4;
 constexpr int kMostMinuteDecimals = 6;
 
@@ -21,10 +21,10 @@ struct AngleForm {
   std::string_view positive;
   std::string_view negative;
 };
-constexpr std::array<AngleForm, 2> kPositionForms = {{
+constexpr auto kPositionForms = std::to_array<AngleForm>({
     {"LAT", "00", "N", "S"},
     {"LON", "000", "E", "W"},
-}};
+});
 constexpr AngleForm kPlainForm = {"", "000", "", ""};
 
 const AngleForm& FormOf(std::string_view type) {

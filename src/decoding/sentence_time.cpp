@@ -20,8 +20,8 @@ struct TimeField {
   SentenceType type;
   int field;
 };
-constexpr std::array<TimeField, 6> kTimeFields = {
-    {{GGA, 1}, {RMC, 1}, {GNS, 1}, {GLL, 5}, {GST, 1}, {ZDA, 1}}};
+constexpr auto kTimeFields =
+    std::to_array<TimeField>({{GGA, 1}, {RMC, 1}, {GNS, 1}, {GLL, 5}, {GST, 1}, {ZDA, 1}});
 
 // Fields count from 1; the address is 0. Empty for one that is not there.
 std::string_view Field(std::string_view sentence, int number) {

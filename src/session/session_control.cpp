@@ -69,7 +69,7 @@ void SessionControl::Press(std::string_view key) {
     bool asks;
     void (*run)(SessionControl& session);
   };
-  static constexpr std::array<Work, 6> kWork = {{
+  static constexpr auto kWork = std::to_array<Work>({
       {"START", false, [](SessionControl& session) { session.records_.OnlinePaused = false; }},
       {"PAUSE", false, [](SessionControl& session) { session.Pause(); }},
       {"RESET ALL", true, [](SessionControl& session) { session.ResetAll(); }},
@@ -85,7 +85,7 @@ void SessionControl::Press(std::string_view key) {
          session.ResetScatter();
        }},
       {"LOG", false, [](SessionControl& session) { session.ToggleLog(); }},
-  }};
+  });
   for (const Work& work : kWork) {
     if (work.key == key && (!work.asks || Sure())) work.run(*this);
   }

@@ -23,7 +23,7 @@ struct Sentence {
   std::string_view systemType;  // what sends it
 };
 // Those first that would be missed most.
-constexpr std::array<Sentence, 16> kCandidates = {
+constexpr auto kCandidates = std::to_array<Sentence>(
     {{GGA, MeansOf::Position, "position, height, quality", "GPS/GLONASS"},
      {GNS, MeansOf::Position, "position, height, modes", "GPS/GLONASS"},
      {RMC, MeansOf::Position, "position, speed, course, date", "GPS/GLONASS"},
@@ -39,7 +39,7 @@ constexpr std::array<Sentence, 16> kCandidates = {
      {VHW, MeansOf::Itself, "speed through water", "Speed Log"},
      {DBT, MeansOf::Itself, "depth", "Echosounder"},
      {ROT, MeansOf::Itself, "rate of turn", "Gyro"},
-     {GST, MeansOf::Itself, "error estimates", "GPS/GLONASS"}}};
+     {GST, MeansOf::Itself, "error estimates", "GPS/GLONASS"}});
 
 constexpr std::int64_t kFarMore = 10;
 constexpr std::size_t kLongestName = 40;

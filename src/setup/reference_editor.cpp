@@ -19,20 +19,20 @@ struct SingleField {
   std::string_view picture;
   bool counts;  // a change of it is a change of the reference position
 };
-constexpr std::array<SingleField, 4> kSingles = {
+constexpr auto kSingles = std::to_array<SingleField>(
     {{ReferenceField::Height, &ReferenceSetup::ReferenceHeight, "0.000", true},
      {ReferenceField::Heading, &ReferenceSetup::ReferenceHeading, "000.00", true},
      {ReferenceField::Pitch, &ReferenceSetup::ReferencePitch, "0.00", false},
-     {ReferenceField::Roll, &ReferenceSetup::ReferenceRoll, "0.00", false}}};
+     {ReferenceField::Roll, &ReferenceSetup::ReferenceRoll, "0.00", false}});
 
 struct CoordinateField {
   ReferenceField field;
   double ReferenceSetup::*member;
   std::string_view type;
 };
-constexpr std::array<CoordinateField, 2> kCoordinates = {
+constexpr auto kCoordinates = std::to_array<CoordinateField>(
     {{ReferenceField::Latitude, &ReferenceSetup::ReferenceLatitude, "LAT"},
-     {ReferenceField::Longitude, &ReferenceSetup::ReferenceLongitude, "LON"}}};
+     {ReferenceField::Longitude, &ReferenceSetup::ReferenceLongitude, "LON"}});
 
 }  // namespace
 

@@ -28,10 +28,9 @@ enum class ReferenceField : std::uint8_t {
   Pitch,
   Roll,
 };
-inline constexpr std::array<ReferenceField, 7> kReferenceFields = {
-    ReferenceField::Name,   ReferenceField::Latitude, ReferenceField::Longitude,
-    ReferenceField::Height, ReferenceField::Heading,  ReferenceField::Pitch,
-    ReferenceField::Roll};
+inline constexpr auto kReferenceFields = std::to_array<ReferenceField>(
+    {ReferenceField::Name, ReferenceField::Latitude, ReferenceField::Longitude,
+     ReferenceField::Height, ReferenceField::Heading, ReferenceField::Pitch, ReferenceField::Roll});
 
 class ReferenceEditor {
  public:

@@ -49,7 +49,7 @@ struct Section {
   void (*walk)(SetupValues& values, Records& records);
 };
 
-constexpr std::array<Section, 20> kSections = {{
+constexpr auto kSections = std::to_array<Section>({
     {"REM Mode", [](SetupValues& values, Records& records) { values.Line(records.Mode); }},
     {"REM Systems",
      [](SetupValues& values, Records& records) {
@@ -129,7 +129,7 @@ constexpr std::array<Section, 20> kSections = {{
      [](SetupValues& values, Records& records) {
        values.Line(records.CoordinateFormatIsDMS, records.CoordinateDecimals);
      }},
-}};
+});
 
 }  // namespace
 

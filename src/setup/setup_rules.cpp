@@ -13,7 +13,7 @@ using enum SentenceType;
 constexpr std::string_view kPositions = "GGA/GNS/GLL/RMC";
 constexpr std::string_view kPositionData = "position data";
 
-constexpr std::array<Exclusion, 18> kExclusions = {{
+constexpr auto kExclusions = std::to_array<Exclusion>({
     {GGA, GNS, kPositions, kPositionData},
     {GGA, GLL, kPositions, kPositionData},
     {GGA, RMC, kPositions, kPositionData},
@@ -32,7 +32,7 @@ constexpr std::array<Exclusion, 18> kExclusions = {{
     {ZDA, RMC, "RMC/ZDA", "date"},
     {ATT, HDT, "HDT/ATT", "true heading"},
     {HDT, ATT, "HDT/ATT", "true heading"},
-}};
+});
 
 constexpr std::size_t kLongestAddress = 15;
 constexpr std::int32_t kHighestPort = 65535;

@@ -64,14 +64,14 @@ struct SystemTypeWord {
   std::string_view caption;
   std::string_view word;
 };
-inline constexpr std::array<SystemTypeWord, 8> kSystemTypes = {{{"GNSS", "GPS/GLONASS"},
-                                                                {"Loran C", "Loran C"},
-                                                                {"Gyro", "Gyro"},
-                                                                {"Speed Log", "Speed Log"},
-                                                                {"Echosounder", "Echosounder"},
-                                                                {"ARPA radar", "ARPA Radar"},
-                                                                {"AIS", "AIS"},
-                                                                {"other", "other"}}};
+inline constexpr auto kSystemTypes = std::to_array<SystemTypeWord>({{"GNSS", "GPS/GLONASS"},
+                                                                    {"Loran C", "Loran C"},
+                                                                    {"Gyro", "Gyro"},
+                                                                    {"Speed Log", "Speed Log"},
+                                                                    {"Echosounder", "Echosounder"},
+                                                                    {"ARPA radar", "ARPA Radar"},
+                                                                    {"AIS", "AIS"},
+                                                                    {"other", "other"}});
 
 // The button of a word of SystemType; the first where the word is none of them.
 int SystemTypeButton(std::string_view word);
@@ -81,10 +81,10 @@ struct ReferenceOption {
   std::string_view caption;
   std::int16_t used;
 };
-inline constexpr std::array<ReferenceOption, 3> kReferenceOptions = {
-    {{"Position/heading vs. first sample", kFirstSample},
-     {"Position/heading vs. true", kTruePosition},
-     {"Position/heading vs. average over time", kAverageOverTime}}};
+inline constexpr auto kReferenceOptions =
+    std::to_array<ReferenceOption>({{"Position/heading vs. first sample", kFirstSample},
+                                    {"Position/heading vs. true", kTruePosition},
+                                    {"Position/heading vs. average over time", kAverageOverTime}});
 inline constexpr int kTrueButton = 1;
 
 // The button of a stored ReferenceUsed; the first for a number that is none of the three.

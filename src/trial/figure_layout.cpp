@@ -7,7 +7,8 @@
 namespace fathomline::trial {
 namespace {
 
-constexpr std::array<double, 10> kPowersOfTen = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+constexpr auto kPowersOfTen =
+    std::to_array<double>({1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9});
 
 }  // namespace
 

@@ -10,9 +10,9 @@
 namespace fathomline::trial {
 namespace {
 
-constexpr std::array<std::string_view, 10> kQualityNames = {
-    "no fix",    "autonomous", "differential", "precise (PPS)", "RTK fixed",
-    "RTK float", "estimated",  "manual",       "simulated",     "other fix"};
+constexpr auto kQualityNames = std::to_array<std::string_view>(
+    {"no fix", "autonomous", "differential", "precise (PPS)", "RTK fixed", "RTK float", "estimated",
+     "manual", "simulated", "other fix"});
 
 // Whether any system has figures of its positions.
 bool AnyPositions(const TrialFigures& trial) {

@@ -33,8 +33,8 @@ constexpr auto kTokens = std::to_array<Token>({{"page", look::kChartGround},
 
 // Of the classes of lines: good, unreadable, unknown, wrong and no checksum, malformed, foreign,
 // empty.
-constexpr std::array<Colour, 8> kLineClassColours = {
-    kDarkGreen, kDarkYellow, look::kEdge, kRed, kOrange, kMagenta, kDarkRed, look::kGridLines};
+constexpr auto kLineClassColours = std::to_array<Colour>(
+    {kDarkGreen, kDarkYellow, look::kEdge, kRed, kOrange, kMagenta, kDarkRed, look::kGridLines});
 
 void Variable(std::string& css, std::string_view name, Colour shown) {
   css += "--";
@@ -73,8 +73,8 @@ std::string Variables(LookMode mode) {
 
 // Series differ in their dashes too.
 std::string SeriesClasses() {
-  constexpr std::array<std::string_view, 8> kDashes = {"none", "8 4",         "2 3", "8 3 2 3",
-                                                       "12 3", "5 2 2 2 2 2", "4 2", "1 2"};
+  constexpr auto kDashes = std::to_array<std::string_view>(
+      {"none", "8 4", "2 3", "8 3 2 3", "12 3", "5 2 2 2 2 2", "4 2", "1 2"});
   std::string css;
   const auto stroke = [&css](std::string_view name, std::size_t i, std::string_view more) {
     const std::string numbered = std::string(name) + std::to_string(i);

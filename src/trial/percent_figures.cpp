@@ -14,7 +14,7 @@ Value PercentFigure(std::vector<double>& values, std::size_t percent) {
 }
 
 std::array<Value, 4> PercentFigures(std::vector<double>& values) {
-  constexpr std::array<std::size_t, 4> kPercents = {50, 68, 95, 99};
+  constexpr auto kPercents = std::to_array<std::size_t>({50, 68, 95, 99});
   std::array<Value, 4> figures;
   // What lies below one figure needs no look for the next.
   auto sorted = values.begin();

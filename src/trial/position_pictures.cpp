@@ -203,9 +203,9 @@ struct ErrorAxis {
   std::string_view title;
   const std::vector<double> PositionTrack::*values;
 };
-constexpr std::array<ErrorAxis, 3> kErrorAxes = {{{"north, m", &PositionTrack::north},
-                                                  {"east, m", &PositionTrack::east},
-                                                  {"up, m", &PositionTrack::up}}};
+constexpr auto kErrorAxes = std::to_array<ErrorAxis>({{"north, m", &PositionTrack::north},
+                                                      {"east, m", &PositionTrack::east},
+                                                      {"up, m", &PositionTrack::up}});
 
 // Three plots under each other on one axis of time. Qualities may be none.
 void DrawErrors(SvgPicture& picture, const PositionTrack& track, const PlotScale& x, bool dated,

@@ -13,8 +13,8 @@ namespace {
 constexpr double kNotSent = std::numeric_limits<double>::quiet_NaN();
 
 // Mode letters and the quality of GGA that they stand for, the best first.
-constexpr std::array<std::pair<char, std::uint8_t>, 8> kModes = {
-    {{'R', 4}, {'F', 5}, {'P', 3}, {'D', 2}, {'A', 1}, {'E', 6}, {'M', 7}, {'S', 8}}};
+constexpr auto kModes = std::to_array<std::pair<char, std::uint8_t>>(
+    {{'R', 4}, {'F', 5}, {'P', 3}, {'D', 2}, {'A', 1}, {'E', 6}, {'M', 7}, {'S', 8}});
 
 std::uint8_t QualityOfModes(std::string_view letters) {
   for (const auto& [letter, quality] : kModes) {

@@ -28,7 +28,8 @@ constexpr struct {
 };
 
 // System identifiers of GSA 1 to 6, by the talkers that they stand for.
-constexpr std::array<std::string_view, 6> kSystemTalkers = {"GP", "GL", "GA", "GB", "GQ", "GI"};
+constexpr auto kSystemTalkers =
+    std::to_array<std::string_view>({"GP", "GL", "GA", "GB", "GQ", "GI"});
 
 constexpr std::int64_t kOldestUse = 10'000;  // milliseconds
 constexpr int kBinDegrees = 10;

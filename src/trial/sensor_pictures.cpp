@@ -26,10 +26,10 @@ struct AngleKind {
   const std::vector<AngleTrack> SystemPictures::*tracks;
   const std::vector<AngleErrors> SystemFigures::*figures;
 };
-constexpr std::array<AngleKind, 3> kAngleKinds = {
-    {{"heading, °", &SystemPictures::headings, &SystemFigures::heading},
-     {"pitch, °", &SystemPictures::pitches, &SystemFigures::pitch},
-     {"roll, °", &SystemPictures::rolls, &SystemFigures::roll}}};
+constexpr auto kAngleKinds =
+    std::to_array<AngleKind>({{"heading, °", &SystemPictures::headings, &SystemFigures::heading},
+                              {"pitch, °", &SystemPictures::pitches, &SystemFigures::pitch},
+                              {"roll, °", &SystemPictures::rolls, &SystemFigures::roll}});
 
 Value IntervalOf(const SystemFigures& system, std::string_view name) {
   for (const NameLedger& row : system.ledger.byName) {
@@ -185,14 +185,15 @@ std::string LinesPicture(const TrialFigures& trial) {
     std::string_view name;
     std::string_view cls;
   };
-  static constexpr std::array<Part, 8> kParts = {{{&LineClasses::good, "good", "cl0"},
-                                                  {&LineClasses::unreadable, "unreadable", "cl1"},
-                                                  {&LineClasses::unknown, "unknown", "cl2"},
-                                                  {&LineClasses::wrongChecksum, "wrong sum", "cl3"},
-                                                  {&LineClasses::noChecksum, "no sum", "cl4"},
-                                                  {&LineClasses::malformed, "malformed", "cl5"},
-                                                  {&LineClasses::foreign, "foreign", "cl6"},
-                                                  {&LineClasses::empty, "empty", "cl7"}}};
+  static constexpr auto kParts =
+      std::to_array<Part>({{&LineClasses::good, "good", "cl0"},
+                           {&LineClasses::unreadable, "unreadable", "cl1"},
+                           {&LineClasses::unknown, "unknown", "cl2"},
+                           {&LineClasses::wrongChecksum, "wrong sum", "cl3"},
+                           {&LineClasses::noChecksum, "no sum", "cl4"},
+                           {&LineClasses::malformed, "malformed", "cl5"},
+                           {&LineClasses::foreign, "foreign", "cl6"},
+                           {&LineClasses::empty, "empty", "cl7"}});
   Count most = 0;
   for (const SystemFigures& system : trial.systems) most = std::max(most, system.ledger.lines);
   if (most == 0) return {};

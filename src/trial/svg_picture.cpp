@@ -27,7 +27,7 @@ std::size_t CharacterLength(std::string_view text) {
     if ((byte(i) & 0xC0U) != 0x80U) return 0;
     code = code << 6 | (byte(i) & 0x3FU);
   }
-  constexpr std::array<unsigned long, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+  constexpr auto kLeast = std::to_array<unsigned long>({0, 0, 0x80, 0x800, 0x10000});
   const bool outside =
       code < kLeast[length] || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000);
   return outside || code == 0xFFFE || code == 0xFFFF ? 0 : length;
@@ -163,16 +163,10 @@ void SvgPicture::Text(double x, double y, std::string_view text, std::string_vie
 
 void SvgPicture::Mark(MarkShape shape, double x, double y, double radius, std::string_view cls) {
   // Corners to the right and down, in radii; none: a disc.
-  static constexpr std::array<std::string_view, 9> kCorners = {
-      "",
-      "-9 -9 9 -9 9 9 -9 9",
-      "0 -12 11 9 -11 9",
-      "0 -12 12 0 0 12 -12 0",
-      "-4 -12 4 -12 4 -4 12 -4 12 4 4 4 4 12 -4 12 -4 4 -12 4 -12 -4 -4 -4",
-      "",
-      "-9 -9 9 -9 9 9 -9 9",
-      "0 12 -11 -9 11 -9",
-      "0 -12 11 -4 7 10 -7 10 -11 -4"};
+  static constexpr auto kCorners = std::to_array<std::string_view>(
+      {"", "-9 -9 9 -9 9 9 -9 9", "0 -12 11 9 -11 9", "0 -12 12 0 0 12 -12 0",
+       "-4 -12 4 -12 4 -4 12 -4 12 4 4 4 4 12 -4 12 -4 4 -12 4 -12 -4 -4 -4", "",
+       "-9 -9 9 -9 9 9 -9 9", "0 12 -11 -9 11 -9", "0 -12 11 -4 7 10 -7 10 -11 -4"});
   std::string_view corners = kCorners[static_cast<std::size_t>(shape)];
   if (corners.empty()) {
     Circle(x, y, radius, cls);

@@ -17,12 +17,12 @@ constexpr double kSecond = 1000.0;
 constexpr double kMinute = 60.0 * kSecond;
 constexpr double kHour = 60.0 * kMinute;
 constexpr double kDay = 24.0 * kHour;
-constexpr std::array<double, 27> kClockSteps = {
-    100.0,          200.0,          500.0,          kSecond,    2.0 * kSecond, 5.0 * kSecond,
-    10.0 * kSecond, 15.0 * kSecond, 30.0 * kSecond, kMinute,    2.0 * kMinute, 5.0 * kMinute,
-    10.0 * kMinute, 15.0 * kMinute, 30.0 * kMinute, kHour,      2.0 * kHour,   3.0 * kHour,
-    6.0 * kHour,    12.0 * kHour,   kDay,           2.0 * kDay, 5.0 * kDay,    10.0 * kDay,
-    20.0 * kDay,    50.0 * kDay,    100.0 * kDay};
+constexpr auto kClockSteps = std::to_array<double>(
+    {100.0,          200.0,          500.0,          kSecond,    2.0 * kSecond, 5.0 * kSecond,
+     10.0 * kSecond, 15.0 * kSecond, 30.0 * kSecond, kMinute,    2.0 * kMinute, 5.0 * kMinute,
+     10.0 * kMinute, 15.0 * kMinute, 30.0 * kMinute, kHour,      2.0 * kHour,   3.0 * kHour,
+     6.0 * kHour,    12.0 * kHour,   kDay,           2.0 * kDay, 5.0 * kDay,    10.0 * kDay,
+     20.0 * kDay,    50.0 * kDay,    100.0 * kDay});
 
 // The least of 1, 2, 5 times a power of ten that is no smaller than `least`.
 double NiceStep(double least) {
@@ -54,8 +54,8 @@ std::string DayText(double milliseconds, bool dated) {
   const int days = static_cast<int>(std::floor(milliseconds / kDay));
   if (!dated) return "day +" + std::to_string(days);
   const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{days}}};
-  constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  constexpr auto kMonths = std::to_array<const char*>(
+      {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"});
   return std::to_string(static_cast<unsigned>(date.day())) + " " +
          kMonths[static_cast<unsigned>(date.month()) - 1];
 }

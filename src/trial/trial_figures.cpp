@@ -5,12 +5,12 @@
 namespace fathomline::trial {
 
 std::string_view ToText(ReferenceKind kind) {
-  constexpr std::array<std::string_view, 4> kTexts = {"mean", "first", "given", "system"};
+  constexpr auto kTexts = std::to_array<std::string_view>({"mean", "first", "given", "system"});
   return kTexts[static_cast<std::size_t>(kind)];
 }
 
 std::string_view ToText(HeightKind kind) {
-  constexpr std::array<std::string_view, 3> kTexts = {"none", "ellipsoid", "geoid"};
+  constexpr auto kTexts = std::to_array<std::string_view>({"none", "ellipsoid", "geoid"});
   return kTexts[static_cast<std::size_t>(kind)];
 }
 

@@ -49,7 +49,7 @@ struct Row {
   TargetCell value = nullptr;  // of a heading, and of what nobody writes: none
 };
 
-constexpr std::array<Row, 35> kRows = {{
+constexpr auto kRows = std::to_array<Row>({
     {0, "MMSI", NineDigits},
     {0, "AIS Class", TargetText<&AISTarget::AISClass>},
     {0, "Latitude", TargetLatitude},
@@ -85,7 +85,7 @@ constexpr std::array<Row, 35> kRows = {{
     {4, "Special msg's"},
     {4, "Passengers"},
     {4, "Height over keel"},
-}};
+});
 
 constexpr int kLabelColumn = 0;
 constexpr int kValueColumn = 1;

@@ -59,7 +59,7 @@ struct ListColumn {
   bool holdsText = false;  // no figures
 };
 
-constexpr std::array<ListColumn, 10> kColumns = {{
+constexpr auto kColumns = std::to_array<ListColumn>({
     {"MMSI", MMSIText, Key<&AISTarget::MMSI>},
     {"Name", TargetText<&AISTarget::Name>, nullptr, 3200, true},
     {"Lat", TargetLatitude, Key<&AISTarget::Latitude>, 1500},
@@ -70,7 +70,7 @@ constexpr std::array<ListColumn, 10> kColumns = {{
     {"ROT", ROTText, Key<&AISTarget::ROT>},
     {"Time last msg", TargetTime<&AISTarget::LastMessage>, TimeKey},
     {"Index", IndexText, IndexKey},
-}};
+});
 constexpr int kMMSIColumn = 0;
 constexpr int kNameColumn = 1;
 
@@ -89,7 +89,7 @@ struct IdColumns {
   std::int16_t id;
   std::uint16_t columns;
 };
-constexpr std::array<IdColumns, 9> kIdColumns = {{
+constexpr auto kIdColumns = std::to_array<IdColumns>({
     {1, Bits({2, 3, 4, 5, 6, 7})},
     {2, Bits({2, 3, 4, 5, 6, 7})},
     {3, Bits({2, 3, 4, 5, 6, 7})},
@@ -99,7 +99,7 @@ constexpr std::array<IdColumns, 9> kIdColumns = {{
     {18, Bits({1, 2, 3, 4, 5, 6})},
     {19, Bits({1, 2, 3, 4, 5, 6})},
     {21, Bits({1, 2, 3})},
-}};
+});
 constexpr std::uint16_t ColumnsOf(std::int16_t messageId) {
   for (const IdColumns& row : kIdColumns) {
     if (row.id == messageId) return row.columns;

@@ -48,7 +48,7 @@ struct ListColumn {
   bool holdsText = false;  // no figures
 };
 
-constexpr std::array<ListColumn, 15> kColumns = {{
+constexpr auto kColumns = std::to_array<ListColumn>({
     {"No", Number, 400},
     {"Name", Text<&TTMRecord::Name>, 3200, true},
     {"Distance", Value<&TTMRecord::Distance>},
@@ -64,7 +64,7 @@ constexpr std::array<ListColumn, 15> kColumns = {{
     {"Ref Target", Text<&TTMRecord::ReferenceTarget>, 0, true},
     {"First msg", Time<&ARPATarget::firstMessage>},
     {"Last msg", Time<&ARPATarget::lastMessage>},
-}};
+});
 
 }  // namespace
 

@@ -30,8 +30,8 @@ struct ReplaySpeed {
   int times;
   std::string_view caption;
 };
-inline constexpr std::array<ReplaySpeed, 5> kReplaySpeeds = {
-    {{0, "As Fast as &Possible"}, {1, "&1x"}, {2, "&2x"}, {10, "1&0x"}, {60, "&60x"}}};
+inline constexpr auto kReplaySpeeds = std::to_array<ReplaySpeed>(
+    {{0, "As Fast as &Possible"}, {1, "&1x"}, {2, "&2x"}, {10, "1&0x"}, {60, "&60x"}});
 
 class frmMain : public Window {
  public:

@@ -27,7 +27,7 @@ struct StateText {
   bool withHost;
   int interval;  // milliseconds
 };
-constexpr std::array<StateText, 9> kStateTexts = {{
+constexpr auto kStateTexts = std::to_array<StateText>({
     {LinkState::Closed, "Closed", false, 10000},
     {LinkState::Listening, "Listening", false, 1000},
     {LinkState::ConnectionPending, "Connection pending", false, 1000},
@@ -37,7 +37,7 @@ constexpr std::array<StateText, 9> kStateTexts = {{
     {LinkState::Connected, "Connected to ", true, 10000},
     {LinkState::Closing, "Closing", false, 1000},
     {LinkState::Error, "Error", false, 1000},
-}};
+});
 
 // Received text in one line: each of its line ends is a blank.
 std::string InOneLine(std::string_view bytes) {

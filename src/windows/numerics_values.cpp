@@ -11,15 +11,9 @@
 namespace fathomline {
 namespace {
 
-constexpr std::array<std::string_view, 9> kQualities = {" - Invalid",
-                                                        " - GPS",
-                                                        " - dGPS",
-                                                        " - PPS",
-                                                        " - RTK, fixed integers",
-                                                        " - RTK, floating integers",
-                                                        " - Estimated (DR)",
-                                                        " - Manual input",
-                                                        " - Simulator mode"};
+constexpr auto kQualities = std::to_array<std::string_view>(
+    {" - Invalid", " - GPS", " - dGPS", " - PPS", " - RTK, fixed integers",
+     " - RTK, floating integers", " - Estimated (DR)", " - Manual input", " - Simulator mode"});
 
 // How a row is written: from a record, or from the member that it is a template of.
 

@@ -23,7 +23,7 @@ struct StatisticsGrid {
 
 namespace statistics_grids {
 
-inline constexpr std::array<StatisticsColumn, 9> kGGA = {
+inline constexpr auto kGGA = std::to_array<StatisticsColumn>(
     {{"dRad", StatOf<GGARecord, &Deviations::dRad>},
      {"dN", StatOf<GGARecord, &Deviations::dN>},
      {"dE", StatOf<GGARecord, &Deviations::dE>},
@@ -32,8 +32,8 @@ inline constexpr std::array<StatisticsColumn, 9> kGGA = {
      {"Svs", StatOf<GGARecord, &GGARecord::Satellites>},
      {"hdop", StatOf<GGARecord, &GGARecord::HDOP>},
      {"Geoid", StatOf<GGARecord, &GGARecord::GeoidalSeparation>, true},
-     {"Age", StatOf<GGARecord, &GGARecord::DGPSAge>}}};
-inline constexpr std::array<StatisticsColumn, 9> kGNS = {
+     {"Age", StatOf<GGARecord, &GGARecord::DGPSAge>}});
+inline constexpr auto kGNS = std::to_array<StatisticsColumn>(
     {{"dRad", StatOf<GNSRecord, &Deviations::dRad>},
      {"dN", StatOf<GNSRecord, &Deviations::dN>},
      {"dE", StatOf<GNSRecord, &Deviations::dE>},
@@ -42,53 +42,53 @@ inline constexpr std::array<StatisticsColumn, 9> kGNS = {
      {"Svs", StatOf<GNSRecord, &GNSRecord::Satellites>},
      {"hdop", StatOf<GNSRecord, &GNSRecord::HDOP>},
      {"Geoid", StatOf<GNSRecord, &GNSRecord::GeoidalSeparation>, true},
-     {"Age", StatOf<GNSRecord, &GNSRecord::DGPSAge>}}};
-inline constexpr std::array<StatisticsColumn, 3> kGLL = {
-    {{"dRad", StatOf<GLLRecord, &Deviations::dRad>},
-     {"dN", StatOf<GLLRecord, &Deviations::dN>},
-     {"dE", StatOf<GLLRecord, &Deviations::dE>}}};
+     {"Age", StatOf<GNSRecord, &GNSRecord::DGPSAge>}});
+inline constexpr auto kGLL =
+    std::to_array<StatisticsColumn>({{"dRad", StatOf<GLLRecord, &Deviations::dRad>},
+                                     {"dN", StatOf<GLLRecord, &Deviations::dN>},
+                                     {"dE", StatOf<GLLRecord, &Deviations::dE>}});
 // The course has its percentiles here, unlike the one of VTG.
-inline constexpr std::array<StatisticsColumn, 5> kRMC = {
-    {{"dRad", StatOf<RMCRecord, &Deviations::dRad>},
-     {"dN", StatOf<RMCRecord, &Deviations::dN>},
-     {"dE", StatOf<RMCRecord, &Deviations::dE>},
-     {"SOG (Knots)", StatOf<RMCRecord, &RMCRecord::SOG>},
-     {"COG (True)", StatOf<RMCRecord, &RMCRecord::COG>}}};
-inline constexpr std::array<StatisticsColumn, 2> kVTG = {
-    {{"SOG (Knots)", StatOf<VTGRecord, &VTGRecord::SOGKnots>},
-     {"COG (True)", StatOf<VTGRecord, &VTGRecord::COGTrue>, true}}};
-inline constexpr std::array<StatisticsColumn, 1> kHDT = {
-    {{"deltaHdg", StatOf<HDTRecord, &Deviations::deltaHdg>}}};
-inline constexpr std::array<StatisticsColumn, 3> kATT = {
-    {{"deltaHdg", StatOf<ATTRecord, &Deviations::deltaHdg>},
-     {"deltaPitch", StatOf<ATTRecord, &Deviations::deltaPitch>},
-     {"deltaRoll", StatOf<ATTRecord, &Deviations::deltaRoll>}}};
-inline constexpr std::array<StatisticsColumn, 1> kROT = {
-    {{"Rate Of Turn", StatOf<ROTRecord, &ROTRecord::RateOfTurn>}}};
-inline constexpr std::array<StatisticsColumn, 3> kVHW = {
+inline constexpr auto kRMC =
+    std::to_array<StatisticsColumn>({{"dRad", StatOf<RMCRecord, &Deviations::dRad>},
+                                     {"dN", StatOf<RMCRecord, &Deviations::dN>},
+                                     {"dE", StatOf<RMCRecord, &Deviations::dE>},
+                                     {"SOG (Knots)", StatOf<RMCRecord, &RMCRecord::SOG>},
+                                     {"COG (True)", StatOf<RMCRecord, &RMCRecord::COG>}});
+inline constexpr auto kVTG =
+    std::to_array<StatisticsColumn>({{"SOG (Knots)", StatOf<VTGRecord, &VTGRecord::SOGKnots>},
+                                     {"COG (True)", StatOf<VTGRecord, &VTGRecord::COGTrue>, true}});
+inline constexpr auto kHDT =
+    std::to_array<StatisticsColumn>({{"deltaHdg", StatOf<HDTRecord, &Deviations::deltaHdg>}});
+inline constexpr auto kATT =
+    std::to_array<StatisticsColumn>({{"deltaHdg", StatOf<ATTRecord, &Deviations::deltaHdg>},
+                                     {"deltaPitch", StatOf<ATTRecord, &Deviations::deltaPitch>},
+                                     {"deltaRoll", StatOf<ATTRecord, &Deviations::deltaRoll>}});
+inline constexpr auto kROT =
+    std::to_array<StatisticsColumn>({{"Rate Of Turn", StatOf<ROTRecord, &ROTRecord::RateOfTurn>}});
+inline constexpr auto kVHW = std::to_array<StatisticsColumn>(
     {{"Water Speed", StatOf<VHWRecord, &VHWRecord::SpeedKnots>},
      {"Hdg (true)", StatOf<VHWRecord, &VHWRecord::HeadingTrue>},
-     {"Hdg (magn)", StatOf<VHWRecord, &VHWRecord::HeadingMagnetic>}}};
-inline constexpr std::array<StatisticsColumn, 1> kDBT = {
-    {{"Depth (m)", StatOf<DBTRecord, &DBTRecord::DepthMetres>}}};
-inline constexpr std::array<StatisticsColumn, 3> kGSA = {
-    {{"pdop", StatOf<GSARecord, &GSARecord::PDOP>},
-     {"hdop", StatOf<GSARecord, &GSARecord::HDOP>},
-     {"vdop", StatOf<GSARecord, &GSARecord::VDOP>}}};
-inline constexpr std::array<StatisticsColumn, 1> kGSV = {{{"svs in view"}}};
-inline constexpr std::array<StatisticsColumn, 7> kGST = {
+     {"Hdg (magn)", StatOf<VHWRecord, &VHWRecord::HeadingMagnetic>}});
+inline constexpr auto kDBT =
+    std::to_array<StatisticsColumn>({{"Depth (m)", StatOf<DBTRecord, &DBTRecord::DepthMetres>}});
+inline constexpr auto kGSA =
+    std::to_array<StatisticsColumn>({{"pdop", StatOf<GSARecord, &GSARecord::PDOP>},
+                                     {"hdop", StatOf<GSARecord, &GSARecord::HDOP>},
+                                     {"vdop", StatOf<GSARecord, &GSARecord::VDOP>}});
+inline constexpr auto kGSV = std::to_array<StatisticsColumn>({{"svs in view"}});
+inline constexpr auto kGST = std::to_array<StatisticsColumn>(
     {{"RMS PseudoR", StatOf<GSTRecord, &GSTRecord::RMS>},
      {"Sd MajorAxis", StatOf<GSTRecord, &GSTRecord::SdMajor>},
      {"Sd MinorAxis", StatOf<GSTRecord, &GSTRecord::SdMinor>},
      {"Dir MajorAxis", StatOf<GSTRecord, &GSTRecord::DirMajor>, true},
      {"Sd Lat", StatOf<GSTRecord, &GSTRecord::SdLat>},
      {"Sd Lon", StatOf<GSTRecord, &GSTRecord::SdLon>},
-     {"Sd Alt", StatOf<GSTRecord, &GSTRecord::SdAlt>}}};
+     {"Sd Alt", StatOf<GSTRecord, &GSTRecord::SdAlt>}});
 
 }  // namespace statistics_grids
 
 // In the order of the window. GSV is filled from the record of the satellites in view.
-inline constexpr std::array<StatisticsGrid, 13> kStatisticsGrids = {{
+inline constexpr auto kStatisticsGrids = std::to_array<StatisticsGrid>({
     {SentenceType::GGA, statistics_grids::kGGA},
     {SentenceType::GNS, statistics_grids::kGNS},
     {SentenceType::GLL, statistics_grids::kGLL},
@@ -102,7 +102,7 @@ inline constexpr std::array<StatisticsGrid, 13> kStatisticsGrids = {{
     {SentenceType::GSA, statistics_grids::kGSA},
     {SentenceType::GSV, statistics_grids::kGSV},
     {SentenceType::GST, statistics_grids::kGST},
-}};
+});
 
 // The columns of the grid of signal-to-noise ratios, one for each PRN from 1.
 inline constexpr int kGPSSatellites = 32;

@@ -19,10 +19,10 @@ struct ReferenceTexts {
   std::string_view position;
   std::string_view attitude;
 };
-constexpr std::array<ReferenceTexts, 3> kReferenceTexts = {
-    {{"Ref is : First sample", "Ref is : First sample"},
-     {"Ref is : Average over time", "Ref is : Average over time"},
-     {"Ref is : True position", "Ref is : True value"}}};
+constexpr auto kReferenceTexts =
+    std::to_array<ReferenceTexts>({{"Ref is : First sample", "Ref is : First sample"},
+                                   {"Ref is : Average over time", "Ref is : Average over time"},
+                                   {"Ref is : True position", "Ref is : True value"}});
 
 }  // namespace
 

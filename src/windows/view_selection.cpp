@@ -30,7 +30,7 @@ struct Entry {
   const char* text;
   Need need;
 };
-constexpr std::array<Entry, 13> kEntries = {{
+constexpr auto kEntries = std::to_array<Entry>({
     {ViewKind::Numerics, "Numerics", kNothing},
     {ViewKind::Statistics, "Statistics", kNothing},
     {ViewKind::TimeSeries, "Time Serie Plot", kNothing},
@@ -44,7 +44,7 @@ constexpr std::array<Entry, 13> kEntries = {{
     {ViewKind::SNRGLONASS, "SNR GLONASS", kSNR},
     {ViewKind::SNRBeiDou, "SNR BeiDou", kSNR},
     {ViewKind::SNRGalileo, "SNR Galileo", kSNR},
-}};
+});
 
 }  // namespace
 

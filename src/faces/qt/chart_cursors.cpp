@@ -19,7 +19,7 @@ constexpr double kGrip = 5.0;
 constexpr int kInset = 6;
 constexpr int kChipAcross = 4;
 
-constexpr std::array<QChar, 2> kLetters = {u'A', u'B'};
+constexpr auto kLetters = std::to_array<QChar>({u'A', u'B'});
 const QString kDifference = QStringLiteral("B \u2212 A");
 
 // The x nearest to `to` of the points that lie from `from` on in a direction: -1, 1, or 0 for all.
