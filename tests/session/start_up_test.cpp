@@ -148,13 +148,14 @@ TEST_F(Starting, WhatKeepsTheProgramFromStartingIsTold) {
   EXPECT_FALSE(second.session.startUp.Start({.programFolder = folder.Write("file", "") + "/x"}));
   EXPECT_THAT(face.Boxes().back().text,
               AllOf(StartsWith("Fathomline cannot start. "), HasSubstr(folder / "file/x")));
+}
 
-  // The folder is named in the settings, which say where.
+TEST_F(Starting, AFolderOfTheSettingsThatCannotBeMadeIsToldWithTheirPlace) {
   IniSettings stored(folder / "kept.ini");
-  stored.Set("Settings", "ProgramFolder", folder / "file/x");
-  Program third({face, clock, stored, [] {}});
+  stored.Set("Settings", "ProgramFolder", folder.Write("file", "") + "/x");
+  Program other({face, clock, stored, [] {}});
   face.Expect({});
-  EXPECT_FALSE(third.session.startUp.Start({}));
+  EXPECT_FALSE(other.session.startUp.Start({}));
   EXPECT_THAT(face.Boxes().back().text,
               EndsWith("\r\n\r\nAnother folder can be named in " + folder / "kept.ini" +
                        " :\r\n\r\n[Settings]\r\nProgramFolder="));
