@@ -20,9 +20,11 @@ set(CMAKE_CROSSCOMPILING_EMULATOR /usr/bin/wine)
 # One file that needs only what every Windows has.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 
-# GNU's linker takes two minutes for the test program, LLVM's less than a second. This compiler asks for
-# its own by path whatever it is told, and the other would reserve half of the usual stack.
+# GNU's archiver and linker take two minutes each for what LLVM's do in a second. The compiler asks for
+# its own linker by path whatever it is told, and the other would reserve half of the usual stack.
 if(FATHOMLINE_QUICK_LINK)
+  set(CMAKE_AR /usr/bin/llvm-ar CACHE FILEPATH "")
+  set(CMAKE_RANLIB /usr/bin/llvm-ranlib CACHE FILEPATH "")
   string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT " -fno-use-linker-plugin -Wl,--stack,2097152"
     " -wrapper ${project_folder}/scripts/windows/link-quickly")
 endif()

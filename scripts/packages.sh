@@ -8,7 +8,7 @@ test_packages="libgtest-dev libgmock-dev locales-all appstream
   desktop-file-utils"
 bench_packages="libbenchmark-dev"
 # For ./test windows and scripts/windows: the cross compiler, and wine to run what it makes.
-windows_packages="g++ cmake ninja-build lld g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev googletest
+windows_packages="g++ cmake ninja-build llvm lld g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev googletest
   libcli11-dev nlohmann-json3-dev libgeographiclib-dev"
 windows_qt_packages="qt6-base-dev qt6-base-dev-tools libgl-dev librsvg2-bin icoutils nsis zip unzip
   xvfb xauth xdotool imagemagick fonts-dejavu-core"
