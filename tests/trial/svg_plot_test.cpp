@@ -28,10 +28,10 @@ TEST(Ticks, AreStepsOfOneTwoOrFiveAndWholeStepsOfAClock) {
             (Texts{"0.00", "0.01", "0.02", "0.03", "0.04", "0.05"}));
   EXPECT_EQ(Labels(NumberTicks({-40, 1234, 160, 0})), (Texts{"0", "500", "1000"}));
   // However narrow, at least two of them.
-  EXPECT_EQ(Labels(NumberTicks({0.9, 2.4, 0, 30})), (Texts{"1", "2"}));
-  // One value alone, and one so large that a step is lost in it.
-  EXPECT_GE(NumberTicks({7, 7, 0, 100}).size(), 2U);
-  EXPECT_LT(NumberTicks({1e300, 1.0000001e300, 0, 100}).size(), 250U);
+  EXPECT_EQ(Labels(NumberTicks({0.9, 2.4, 0, 8})), (Texts{"1", "2"}));
+  // One value alone, and more ticks than a picture can have.
+  EXPECT_EQ(Labels(NumberTicks({7, 7, 0, 100})), (Texts{"6", "7", "8"}));
+  EXPECT_EQ(NumberTicks({0, 1, 0, 16'000}).size(), 200U);
 
   const double second = 1000.0;
   const double day = 86'400'000.0;
@@ -50,10 +50,21 @@ TEST(Ticks, AreStepsOfOneTwoOrFiveAndWholeStepsOfAClock) {
   }
   EXPECT_EQ(Labels(TimeTicks({0, 400, 0, 300}, false)),
             (Texts{"00:00:00.0", "00:00:00.1", "00:00:00.2", "00:00:00.3", "00:00:00.4"}));
+  EXPECT_EQ(Labels(TimeTicks({58 * second, 61 * second, 0, 300}, false)),
+            (Texts{"00:00:58", "00:00:59", "00:01:00", "00:01:01"}));
   EXPECT_EQ(Labels(TimeTicks({0, 3 * day, 0, 300}, false)),
             (Texts{"day +0", "day +1", "day +2", "day +3"}));
   EXPECT_EQ(Labels(TimeTicks({-20 * second, 20 * second, 0, 300}, false)),
             (Texts{"23:59:40", "23:59:50", "00:00:00", "00:00:10", "00:00:20"}));
+}
+
+TEST(Range, HasRoomToEitherSide) {
+  const auto range = [](double low, double high, double least) {
+    const PlotRange roomy = RoomyRange(low, high, least);
+    return std::pair{roomy.low, roomy.high};
+  };
+  EXPECT_EQ(range(10, 60, 1), (std::pair{8.0, 62.0}));
+  EXPECT_EQ(range(10, 60, 90), (std::pair{-10.0, 80.0}));
 }
 
 // A peak of one sample among a hundred thousand is in the line, and a gap stays one.
@@ -76,6 +87,20 @@ TEST(Columns, KeepTheExtremesOfEveryColumn) {
   PlotColumns alone(x);
   alone.Add(500, 1000);
   EXPECT_EQ(alone.Line(y), "M2 0h0");
+
+  // The first, the extremes in the order in which they were met, and the last.
+  PlotColumns order({0, 4, 0, 4});
+  double at = 0.0;
+  for (const double value : {5, 3, 8, 6, 5, 8, 3, 6, 5, 3, 5, 4, 1, 3, 1, 2}) {
+    order.Add(at, value);
+    at += 0.25;
+  }
+  EXPECT_EQ(order.Line(y), "M0 995V997V992V994L1 995V992V997V994L2 995V997V996L3 999V997V998");
+  PlotColumns few({0, 4, 0, 4});
+  for (const bool dense : {false, false, false, true}) {
+    few.Add(1, 1);
+    EXPECT_EQ(few.Dense(), dense);
+  }
 }
 
 TEST(Bands, GoFromTheLeastToTheGreatestAndHaveHoles) {
@@ -84,8 +109,10 @@ TEST(Bands, GoFromTheLeastToTheGreatestAndHaveHoles) {
   band.Add(6, 6, 30);
   band.Add(21, 39, 20);
   band.Add(95, 95, 20);
+  band.Add(100, 100, 20);
   const PlotScale y(0, 100, 100, 0);
-  EXPECT_EQ(band.Area(y, 2), "M0 70h2v9h2v2h-2v9h-2zM8 79h2v2h-2z");
+  EXPECT_EQ(band.Area(y, 2), "M0 70h2v9h2v2h-2v9h-2zM8 79h4v2h-4z");
+  EXPECT_EQ(band.Area(y, 0), "M0 70h2v10h2h-2v10h-2zM8 80h4h-4z");
 }
 
 TEST(Stretches, AreNeverTooShortToBeSeen) {
@@ -97,32 +124,51 @@ TEST(Stretches, AreNeverTooShortToBeSeen) {
 }
 
 TEST(Dots, AreAllSeenAndTheFarOnesStandOnTheRim) {
-  PlotDots dots({-10, 10, 100, 300}, {-10, 10, 300, 100});
+  const PlotScale x(-10, 10, 100, 300);
+  const PlotScale y(-10, 10, 300, 100);
+  PlotDots dots(x, y);
   for (int i = 0; i < 1000; ++i) dots.Add(0, 0);
   dots.Add(5, 5);
-  dots.Add(400, -3);
   dots.Add(std::nan(""), 1);
-  EXPECT_EQ(dots.Beyond(), 1);
+  // On the rim by themselves, and just within.
+  for (const double at : {-10.0, -9.96, 9.96, 10.0}) dots.Add(at, at);
+  EXPECT_EQ(dots.Beyond(), 0);
+  for (const auto& [right, up] : {std::pair{400, -3}, {-11, 2}, {4, 11}, {2, -400}}) {
+    dots.Add(right, up);
+  }
+  EXPECT_EQ(dots.Beyond(), 4);
   const std::vector<std::string> levels = dots.Levels();
-  EXPECT_EQ(levels.front(), "M250 150h0M300 230h0");
+  EXPECT_EQ(levels.front(),
+            "M240 100h0M300 100h0M250 150h0M100 180h0M300 230h0M100 300h0M220 300h0");
   EXPECT_EQ(levels.back(), "M200 200h0");
 
-  PlotDots many({-10, 10, 100, 300}, {-10, 10, 300, 100});
-  for (int i = 0; i < 200; ++i) {
-    for (int j = 0; j < 100; ++j) many.Add(-10 + i * 0.1, -10 + j * 0.1);
-  }
   // Rows of neighbours are one stroke.
-  int strokes = 0;
-  for (const std::string& level : many.Levels()) {
-    strokes += static_cast<int>(std::count(level.begin(), level.end(), 'M'));
+  PlotDots many(x, y);
+  std::vector<double> widths;
+  for (int i = 0; i < 20'000; ++i) {
+    many.Add(-10 + i % 200 * 0.1, -10 + i / 200 * 0.1);
+    if (i != 299 && i != 300 && i != 2999 && i != 3000) continue;
+    widths.push_back(many.Width() + (many.Levels().front().ends_with("h0") ? 100.0 : 0.0));
   }
-  EXPECT_EQ(strokes, 51);
+  EXPECT_EQ(widths, (std::vector<double>{104.0, 102.5, 102.5, 2.0}));
+  for (int i = 0; i < 12; ++i) many.Add(0, -5);
+  for (const double right : {-10.0, 9.9, 10.0}) many.Add(right, 10);
+  many.Add(-10, 9.8);
+  const std::vector<std::string> strokes = many.Levels();
+  EXPECT_EQ(strokes[0], "M100 101h2M298 101h4M100 103h2");
+  EXPECT_EQ(strokes[1], "M100 201h200M100 301h200");
+  EXPECT_NE(strokes[2].find("M100 251h100M202 251h98M100 253h200"), std::string::npos);
+  EXPECT_EQ(strokes[3], "M200 251h2");
 }
 
 TEST(Shares, GrowByTheSamplesThatAreNoLarger) {
   PlotShares shares({0, 10, 0, 100});
   for (const double value : {1.0, 2.0, 2.01, 4.0, 50.0}) shares.Add(value);
   EXPECT_EQ(shares.Line({0, 1, 100, 0}), "M0 100H10V80H20V60H21V40H40V20H100");
+  PlotShares ends({0, 10, 7, 107});
+  EXPECT_EQ(ends.Line({0, 1, 100, 0}), "");
+  for (const double value : {0.0, 10.0}) ends.Add(value);
+  EXPECT_EQ(ends.Line({0, 1, 100, 0}), "M7 50H107V0");
 }
 
 // A quarter of a circle as whole units tell it, then out and back along one line.
@@ -162,6 +208,20 @@ TEST(Ways, PassEveryPlaceWithFewCorners) {
     }
     EXPECT_LE(nearest, kWithin + 0.1) << x << ' ' << y;
   }
+}
+
+TEST(Ways, GoDownTheMiddleOfWhatPassesTheirPlaces) {
+  const auto path = [](const std::vector<std::pair<double, double>>& places) {
+    PlotWay way(0.8);
+    for (const auto& [x, y] : places) std::isnan(x) ? way.Break() : way.Add(x, y);
+    return std::move(way).Path();
+  };
+  EXPECT_EQ(path({{0, 0}, {10, 0}, {20, 0.5}, {30, -0.5}}), "M0 0h0l30 -0.1");
+  EXPECT_EQ(path({{0, 0}, {-10, 0.1}, {-20, -0.1}}), "M0 0h0l-20 -0.1");
+  EXPECT_EQ(path({{0, 0}, {10, 0}, {9.6, 0}, {8, 0}, {8, 10}}), "M0 0h0l10 0l-2 0l0 10");
+  // What ends leaves nothing to what begins.
+  EXPECT_EQ(path({{0, 0}, {1.4, 0}, {std::nan(""), 0}, {5, 5}, {5.9, 5}}),
+            "M0 0h0l1.4 0M5 5h0l0.9 0");
 }
 
 TEST(Xml, HoldsAnyBytes) {

@@ -222,8 +222,11 @@ bool Agree(const std::string& written, const std::string& came) {
   return std::abs(number - wanted) <= 0.5000001 * std::pow(10.0, -decimals);
 }
 
-// The elements of a picture of the page, each in a line.
-std::string PictureOf(const std::string& page, const std::string& name) {
+// The elements of a picture of the page, each in a line; those alone that begin in a certain way,
+// if that stands behind the name.
+std::string PictureOf(const std::string& page, const std::string& wanted) {
+  const std::string name = wanted.substr(0, wanted.find(' '));
+  const std::string front = name == wanted ? "" : wanted.substr(name.size() + 1);
   static const std::regex kElement(R"re(<(/?\w+)([^>]*?)/?>([^<\n]*))re");
   static const std::regex kAttribute(R"re(([\w-]+)="([^"]*)")re");
   const std::size_t title = page.find("<title id=\"" + name + "-t\"");
@@ -233,37 +236,67 @@ std::string PictureOf(const std::string& page, const std::string& name) {
   std::string elements;
   for (std::sregex_iterator it(svg.begin(), svg.end(), kElement), end; it != end; ++it) {
     if ((*it)[1] == "title" || (*it)[1] == "desc" || (*it)[1].str().starts_with("/")) continue;
-    elements += (*it)[1];
+    std::string element = (*it)[1];
     const std::string said = (*it)[2];
     for (std::sregex_iterator at(said.begin(), said.end(), kAttribute); at != end; ++at) {
       if ((*at)[1] == "role" || (*at)[1] == "aria-labelledby") continue;
-      elements += " " + (*at)[2].str();
+      element += " " + (*at)[2].str();
     }
-    elements += ((*it)[3].length() == 0 ? "" : " ") + (*it)[3].str() + "\n";
+    if (!element.starts_with(front)) continue;
+    elements += element + ((*it)[3].length() == 0 ? "" : " ") + (*it)[3].str() + "\n";
   }
   return elements;
 }
 
-// The rows of all tables of the page.
-std::string TablesOf(const std::string& page) {
-  static const std::regex kPiece(R"re(<caption>(.*?)</caption>|<t[hd][^>]*>(.*?)</t[hd]>|</tr>)re");
+// The rows of all tables of the page that begin in a certain way, captions with their classes.
+std::string TablesOf(const std::string& page, const std::string& front) {
+  static const std::regex kPiece(
+      R"re(<(?:div|table) class="(?:scroll ?)?(\w*)"|<caption>(.*?)</caption>|<t[hd][^>]*>(.*?)</t[hd]>|</tr>)re");
   static const std::regex kBreak("<br/>|<small>");
   static const std::regex kTag("<[^>]*>");
   std::string text;
   std::string row;
+  std::string classes;
+  const auto endRow = [&] {
+    if (row.starts_with(front)) text += row + "\n";
+    row.clear();
+  };
   for (std::sregex_iterator it(page.begin(), page.end(), kPiece), end; it != end; ++it) {
     if ((*it)[1].matched) {
-      text += "= " + (*it)[1].str() + "\n";
+      classes += ((*it)[1].length() == 0 ? "" : " | ") + (*it)[1].str();
     } else if ((*it)[2].matched) {
-      const std::string parted = std::regex_replace((*it)[2].str(), kBreak, " / ");
+      row = "= " + (*it)[2].str() + classes;
+      classes.clear();
+      endRow();
+    } else if ((*it)[3].matched) {
+      const std::string parted = std::regex_replace((*it)[3].str(), kBreak, " / ");
       row += (row.empty() ? "" : " | ") + std::regex_replace(parted, kTag, "");
       if (row.empty()) row = "-";
     } else {
-      text += row + "\n";
-      row.clear();
+      endRow();
     }
   }
   return text;
+}
+
+// The sections that the page has, with what they are called, and their headings, paragraphs and
+// lists, up to the files.
+std::string WordsOf(const std::string& page) {
+  static const std::regex kTag("<[^>]*>");
+  std::string words;
+  const std::size_t files = page.find("<section id=\"files\"");
+  for (std::size_t at = page.find("<h1>"); at < files; at = page.find('<', at + 1)) {
+    const std::size_t behind = page.find('>', at);
+    const std::string tag = page.substr(at + 1, behind - at - 1);
+    const std::string name = tag.substr(0, tag.find(' '));
+    if (name == "section") {
+      words += tag + "\n";
+    } else if (name == "h1" || name == "h3" || name == "p" || name == "li") {
+      const std::string text = page.substr(behind + 1, page.find("</" + name, at) - behind - 1);
+      words += std::regex_replace(text, kTag, "") + "\n";
+    }
+  }
+  return words;
 }
 
 struct Line {
@@ -281,11 +314,12 @@ class Case {
     const auto words = Split(text, " ");
     if (isHead) {
       section_ = words[0];
-      of_ = words.size() > 1 ? words[1] : "";
+      of_ = text.substr(std::min(section_.size() + 1, text.size()));
       if (section_ == "trial") TakeOptions(text);
       if (section_ == "picture") pictures_[of_];
       if (section_ == "summary") summary_.emplace();
-      if (section_ == "tables") tables_.emplace();
+      if (section_ == "tables") tables_[of_];
+      if (section_ == "words") words_.emplace();
       if (section_ == "status") status_ = std::stoi(of_);
       if (section_ == "recording") recordings_.emplace_back(of_, RecordingText());
     } else if (section_ == "recording") {
@@ -295,7 +329,9 @@ class Case {
     } else if (section_ == "summary") {
       *summary_ += text + "\n";
     } else if (section_ == "tables") {
-      *tables_ += text + "\n";
+      tables_[of_] += text + "\n";
+    } else if (section_ == "words") {
+      *words_ += text + "\n";
     } else {
       figures_.push_back({line.number, of_ + " " + text});
     }
@@ -342,8 +378,9 @@ class Case {
     for (const auto& [name, wanted] : pictures_) {
       EXPECT_EQ(PictureOf(page, name), wanted) << name;
     }
-    if (tables_) {
-      EXPECT_EQ(TablesOf(page), *tables_);
+    for (const auto& [front, wanted] : tables_) EXPECT_EQ(TablesOf(page, front), wanted);
+    if (words_) {
+      EXPECT_EQ(WordsOf(page), *words_);
     }
   }
 
@@ -380,9 +417,8 @@ class Case {
   std::vector<std::string> options_;
   std::vector<std::pair<std::string, RecordingText>> recordings_;
   std::vector<Line> figures_;
-  std::map<std::string, std::string> pictures_;
-  std::optional<std::string> summary_;
-  std::optional<std::string> tables_;
+  std::map<std::string, std::string> pictures_, tables_;
+  std::optional<std::string> summary_, words_;
 };
 
 class TrialCases : public testing::TestWithParam<std::string> {};

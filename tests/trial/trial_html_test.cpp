@@ -290,18 +290,6 @@ TEST_F(Document, SaysWhatIsListedAndDrawsWithinItsPictures) {
   EXPECT_EQ(Words(seen), ReadWholeFile(kSourceFolder + "/tests/trial/page.lst"));
 }
 
-TEST_F(Document, TellsTheVerdictAndWhatToBearInMind) {
-  Take(recorder, Sample("voyage.log"));
-  Add("A", recorder);
-  TrialFigures figures = WorkOut(systems, options);
-  EXPECT_THAT(ToHtml(figures), HasSubstr("– No limit was tested"));
-  EXPECT_THAT(ToHtml(figures), HasSubstr("System A was moving"));
-  JudgeLimits(figures, {ReadLimit("availability.share>=0.5"), ReadLimit("availability.share>2")});
-  EXPECT_THAT(ToHtml(figures), HasSubstr("✘ 1 of 2 limits is missed"));
-  JudgeLimits(figures, {ReadLimit("availability.share>=0.5")});
-  EXPECT_THAT(ToHtml(figures), HasSubstr("✔ The limit is kept"));
-}
-
 TEST_F(Document, OfNothingUsableSaysSo) {
   for (const char* bytes : {"", "\n\n\x7F\xFF\n$GPGGA,1*00\nhello\n"}) {
     SystemRecorder empty;
