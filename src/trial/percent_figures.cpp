@@ -4,6 +4,18 @@
 #include <cmath>
 
 namespace fathomline::trial {
+namespace {
+
+// From each time to the next, in milliseconds.
+std::vector<double> StepsOf(const Times& times) {
+  if (times.empty()) return {};
+  std::vector<double> steps(times.size() - 1);
+  std::transform(times.begin() + 1, times.end(), times.begin(), steps.begin(),
+                 [](auto time, auto before) { return static_cast<double>(time - before); });
+  return steps;
+}
+
+}  // namespace
 
 Value PercentFigure(std::vector<double>& values, std::size_t percent) {
   if (values.size() < LeastForPercent(percent)) return std::nullopt;
@@ -30,20 +42,13 @@ std::array<Value, 4> PercentFigures(std::vector<double>& values) {
 }
 
 Value MedianStep(const Times& times) {
-  if (times.size() < 2) return std::nullopt;
-  std::vector<double> steps(times.size() - 1);
-  for (std::size_t i = 0; i < steps.size(); ++i) {
-    steps[i] = static_cast<double>(times[i + 1] - times[i]);
-  }
+  std::vector<double> steps = StepsOf(times);
   return PercentFigure(steps, 50);
 }
 
 Value StepJitter(const Times& times, double median) {
-  if (times.size() < 2) return std::nullopt;
-  std::vector<double> deviations(times.size() - 1);
-  for (std::size_t i = 0; i < deviations.size(); ++i) {
-    deviations[i] = std::abs(static_cast<double>(times[i + 1] - times[i]) - median);
-  }
+  std::vector<double> deviations = StepsOf(times);
+  for (double& step : deviations) step = std::abs(step - median);
   return PercentFigure(deviations, 95);
 }
 

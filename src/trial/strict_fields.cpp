@@ -109,11 +109,10 @@ std::optional<std::int64_t> ReadStrictTime(std::string_view text) {
 }
 
 std::optional<std::int64_t> ReadStrictDate(std::string_view text) {
-  if (text.size() != 6) return std::nullopt;
+  if (text.size() != 6 || !std::all_of(text.begin(), text.end(), IsDigit)) return std::nullopt;
   const int day = TwoDigits(text, 0);
   const int month = TwoDigits(text, 2);
   const int year = TwoDigits(text, 4);
-  if (day < 0 || month < 0 || year < 0) return std::nullopt;
   return DayOfDate(year + (year >= 80 ? 1900 : 2000), month, day);
 }
 

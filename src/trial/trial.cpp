@@ -234,7 +234,6 @@ void WorkOutPositions(SystemFigures& figures, const Work& work, const Comparison
                         work.window);
   const bool nothingStill = figures.moving && comparison.told.kind != ReferenceKind::System;
   if (nothingStill && figures.gst.why != why::kNoneSent && figures.gst.why != why::kNoFix) {
-    figures.gst = {};
     figures.gst.why = why::kMoving;
   }
 }
@@ -261,9 +260,9 @@ SystemFigures WorkOutSystem(const Work& work, const Work* reference, const Trial
   figures.roll = AnglesOf(SeriesOf(samples.Rolls(), work), options.roll, AngleRange::Signed, clock,
                           pictures.rolls);
 
-  const std::array<std::vector<ValueSeries>, 4> series = {
-      SeriesOf(samples.Depths(), work), SeriesOf(samples.RatesOfTurn(), work), speeds,
-      SeriesOf(samples.SpeedsThroughWater(), work)};
+  const std::array series = {SeriesOf(samples.Depths(), work),
+                             SeriesOf(samples.RatesOfTurn(), work), speeds,
+                             SeriesOf(samples.SpeedsThroughWater(), work)};
   for (std::size_t i = 0; i < series.size(); ++i) {
     for (const ValueSeries& one : series[i]) {
       figures.series[i].names.push_back(SeriesFiguresOf(one, clock));

@@ -28,9 +28,9 @@ Json Of(const Moment& moment, int) {
   return ToText(moment);
 }
 template <class Type>
-Json Of(const std::optional<Type>& value, int decimals);
+Json Of(const std::optional<Type>& value, int decimals = 0);
 template <class Type>
-Json Of(const std::vector<Type>& elements, int decimals);
+Json Of(const std::vector<Type>& elements, int decimals = 0);
 template <class Block>
 requires requires {
   Block::Layout();
@@ -79,7 +79,7 @@ Json Why(std::string_view why) {
 
 Json Of(const Reference& reference) {
   Json object = {{"kind", ToText(reference.kind)},
-                 {"name", Of(reference.name, 0)},
+                 {"name", Of(reference.name)},
                  {"lat_deg", Of(reference.latitude, decimals::kPlace)},
                  {"lon_deg", Of(reference.longitude, decimals::kPlace)},
                  {"height_m", Of(reference.height, decimals::kLength)}};
@@ -95,7 +95,7 @@ Json Of(const StreamFigures& stream) {
           {"heights", ToText(stream.heights)},
           {"interval_s", Of(stream.interval, decimals::kSeconds)},
           {"conflicting", stream.conflicting},
-          {"matched", Of(stream.matched, 0)},
+          {"matched", Of(stream.matched)},
           {"median_distance_m", Of(stream.medianDistance, decimals::kLength)}};
 }
 
@@ -119,7 +119,7 @@ Json Of(const QualityFigures& quality) {
 
 Json Of(const Claim& claim) {
   if (!claim.why.empty()) return Why(claim.why);
-  return {{"talker", Of(claim.talker, 0)},
+  return {{"talker", Of(claim.talker)},
           {"north", Of(claim.north)},
           {"east", Of(claim.east)},
           {"up", Of(claim.up)}};
@@ -132,9 +132,9 @@ Json Of(const SeriesFigures& series, std::string_view unit) {
   object[key("mean_")] = Of(series.mean, kDecimals);
   object[key("std_")] = Of(series.std, kDecimals);
   object[key("least_")] = Of(series.least, kDecimals);
-  object["least_at"] = Of(series.leastAt, 0);
+  object["least_at"] = Of(series.leastAt);
   object[key("greatest_")] = Of(series.greatest, kDecimals);
-  object["greatest_at"] = Of(series.greatestAt, 0);
+  object["greatest_at"] = Of(series.greatestAt);
   object["gaps"] = Of(series.gaps);
   return object;
 }
@@ -142,7 +142,7 @@ Json Of(const SeriesFigures& series, std::string_view unit) {
 Json Of(const SignalFigures& signal) {
   Json bins = Json::array();
   for (const ElevationBin& bin : signal.byElevation) bins.push_back(Of(bin));
-  return {{"signal", Of(signal.signal, 0)}, {"cn0_by_elevation", std::move(bins)}};
+  return {{"signal", Of(signal.signal)}, {"cn0_by_elevation", std::move(bins)}};
 }
 
 Json Of(const ConstellationFigures& constellation) {
@@ -164,7 +164,7 @@ Json Of(const Satellites& satellites) {
   return {{"groups_whole", satellites.groupsWhole},
           {"groups_broken", satellites.groupsBroken},
           {"constellations", std::move(constellations)},
-          {"satellites", Of(satellites.satellites, 0)}};
+          {"satellites", Of(satellites.satellites)}};
 }
 
 Json Of(const SystemFigures& system);
@@ -181,7 +181,7 @@ Json ArrayOf(const std::vector<Type>& elements) {
 Json Of(const SystemFigures& system) {
   Json object = {{"name", system.name},
                  {"reference", Of(system.reference)},
-                 {"stream", Of(system.stream, 0)},
+                 {"stream", Of(system.stream)},
                  {"moving", system.moving},
                  {"streams", ArrayOf(system.streams)},
                  {"ledger", Of(system.ledger)},
@@ -190,9 +190,9 @@ Json Of(const SystemFigures& system) {
                  {"vertical", Of(system.vertical)},
                  {"by_quality", ArrayOf(system.byQuality)},
                  {"gst", Of(system.gst)},
-                 {"heading", Of(system.heading, 0)},
-                 {"pitch", Of(system.pitch, 0)},
-                 {"roll", Of(system.roll, 0)}};
+                 {"heading", Of(system.heading)},
+                 {"pitch", Of(system.pitch)},
+                 {"roll", Of(system.roll)}};
   for (const SeriesList& list : system.series) {
     Json names = Json::array();
     for (const SeriesFigures& series : list.names) names.push_back(Of(series, list.unit));
@@ -215,7 +215,7 @@ Json Of(const PairFigures& pair) {
 
 Json Of(const LimitFigures& limit) {
   return {{"limit", limit.limit},
-          {"system", Of(limit.system, 0)},
+          {"system", Of(limit.system)},
           // Rounded as the figure that it is.
           {"value", limit.value ? Json(*limit.value) : Json()},
           {"kept", limit.kept}};
