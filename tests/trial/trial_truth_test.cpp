@@ -165,11 +165,28 @@ TEST(Trial, IsTheSameHoweverTheBytesCome) {
   Record(inPieces, recording + "\r\n$GPGGA", 7);
   Record(inPieces, ",1\n");
   inPieces.Clear();
-  EXPECT_EQ(inPieces.Bytes(), SystemRecorder().Bytes());
+  EXPECT_EQ(inPieces.Bytes(), 0U);
   Record(inPieces, recording.substr(0, recording.size() - 1), 13);
   EXPECT_EQ(JsonText(Figures(inPieces, {})), JsonText(Figures(whole, {})));
   // 10 sentences a second of ten minutes, at some 20 bytes for each column.
   EXPECT_LT(whole.Bytes(), 1'000'000U);
+  // The JSON stands a value on a line, as the library would write it.
+  const std::string nothing = JsonText(Figures(SystemRecorder(), {}));
+  EXPECT_EQ(nothing, nlohmann::ordered_json::parse(nothing).dump(2) + "\n");
+}
+
+TEST(Trial, CutsALineThatFindsNoEnd) {
+  SystemRecorder recorder;
+  LineCutter cutter(recorder);
+  const auto lines = [&] { return Figures(recorder, {}).systems[0].ledger.lines; };
+  cutter.TakeBytes(std::string(LineCutter::kLongestLine, 'x'));
+  EXPECT_EQ(lines(), 0);
+  cutter.TakeBytes("x");
+  EXPECT_EQ(lines(), 1);
+  cutter.TakeBytes("\nx");
+  cutter.End();
+  cutter.End();
+  EXPECT_EQ(lines(), 3);
 }
 
 struct Outcome {
@@ -210,7 +227,8 @@ TEST(TrialCommand, TellsWhatItReadAndWhetherLimitsAreKept) {
 TEST(TrialCommand, RefusesAWrongUseInOneLine) {
   const std::string moored = kSourceFolder + "/samples/moored.log";
   const TemporaryFolder folder;
-  const std::vector<std::vector<std::string>> wrong = {
+  const std::string limits = folder.Write("limits", "a<1\nb\n");
+  std::vector<std::vector<std::string>> wrong = {
       {},
       {"--nothing", moored},
       {moored, moored, moored, moored, moored},
@@ -224,7 +242,6 @@ TEST(TrialCommand, RefusesAWrongUseInOneLine) {
       {moored, "--heading", "north"},
       {moored, "--stream", "GGA"},
       {moored, "--stream", "B:GPGGA"},
-      {moored, "--from", "10:00"},
       {moored, "--to", "2026-02-31T10:00:00"},
       {moored, "--now", "10:00:00"},
       {moored, "--limit", "availability.share"},
@@ -233,10 +250,15 @@ TEST(TrialCommand, RefusesAWrongUseInOneLine) {
       {moored, "--limit", "Z:availability.share<1"},
       {moored, "--limit", "A:pairs.A-B.horizontal.n<1"},
       {moored, "--limits", folder / "missing"},
-      {moored, "--limits", folder.Write("limits", "a<1\nb\n")},
+      {moored, "--limits", limits},
       {moored, "--json", folder / "missing/json"},
       {moored, "--csv", "/dev/null/csv"},
   };
+  for (const char* time : {"10:00", "10.00:00", "10:00.00", "10:00:0", "2026/01-02T10:00:00",
+                           "2026-01/02", "T10:00:00", "+0.5T10:00:00", "+1000001T10:00:00"}) {
+    wrong.push_back({moored, "--from", time});
+  }
+  EXPECT_NE(Command({moored, "--limits", limits}).err.find(" line 2: "), std::string::npos);
   for (const auto& arguments : wrong) {
     const Outcome run = Command(arguments);
     SCOPED_TRACE(run.err);
