@@ -34,6 +34,8 @@ struct TrialReport : ::testing::Test, Session {
       reference.ReferenceLongitude = kLongitude * std::numbers::pi / 180.0;
       reference.ReferenceHeight = 20.0F;
       reference.ReferenceHeading = 137.0F;
+      reference.ReferencePitch = 0.5F;
+      reference.ReferenceRoll = -0.25F;
     });
     EXPECT_TRUE(Start());
     // However slow the machine is.
@@ -83,6 +85,8 @@ TEST_F(TrialReport, HoldsTheSessionAboutTheReferenceOfTheSetup) {
   EXPECT_NEAR(system["reference"]["lat_deg"].get<double>(), kLatitude, 1e-9);
   EXPECT_NEAR(system["reference"]["lon_deg"].get<double>(), kLongitude, 1e-9);
   EXPECT_EQ(system["heading"][0]["reference_deg"], 137.0);
+  EXPECT_EQ(system["pitch"][0]["reference_deg"], 0.5);
+  EXPECT_EQ(system["roll"][0]["reference_deg"], -0.25);
   // Asked for above the sea, and never compared with heights above the ellipsoid.
   EXPECT_EQ(system["vertical"]["reference"]["why"], "other heights");
   const std::string html = ReadWholeFile(page);

@@ -6,6 +6,7 @@
 #include <numbers>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/trial_command.h"
@@ -173,6 +174,24 @@ TEST(Trial, IsTheSameHoweverTheBytesCome) {
   // The JSON stands a value on a line, as the library would write it.
   const std::string nothing = JsonText(Figures(SystemRecorder(), {}));
   EXPECT_EQ(nothing, nlohmann::ordered_json::parse(nothing).dump(2) + "\n");
+}
+
+TEST(Trial, CountsTheBytesOfItsColumns) {
+  // A power of two, so that vectors that double are full.
+  constexpr int kMany = 1024;
+  const std::pair<const char*, int> kinds[] = {
+      {"GPGGA,100000,0000.000,N,01000.000,E,1,8,1.0,5,M,40,M,,", 37},
+      {"GPGLL,0000.000,N,01000.000,E,100000,A", 21},
+      {"GPGST,100000,,,,,1,1,1", 28},
+      {"PFEC,GPatt,1,2,3", 36},
+      {"GPGSV,1,1,01,05,10,100,40", sizeof(SatelliteSample)},
+      {"AIVDO,1,1,,,100000@000E<if1e7P3P000:,1", 21}};
+  for (const auto& [body, bytes] : kinds) {
+    SystemRecorder recorder;
+    recorder.TakeLine(fathomline::Sentence("GPZDA,100000,02,03,2026,,"));
+    for (int i = 0; i < kMany; ++i) recorder.TakeLine(fathomline::Sentence(body));
+    EXPECT_NEAR(static_cast<double>(recorder.Bytes()), kMany * bytes, kMany / 2) << body;
+  }
 }
 
 TEST(Trial, CutsALineThatFindsNoEnd) {
