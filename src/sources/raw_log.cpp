@@ -1,5 +1,7 @@
 #include "sources/raw_log.h"
 
+#include <utility>
+
 namespace fathomline {
 namespace {
 
@@ -64,10 +66,8 @@ void RawLog::Stop() {
 }
 
 void RawLog::CloseLogs() {
-  for (int system = 1; system <= kSystems; ++system) {
-    std::int16_t& number = records_.LogFileNumber[system];
-    if (number != 0) files_.Close(number);
-    number = 0;
+  for (std::int16_t& number : records_.LogFileNumber) {
+    files_.Close(std::exchange(number, std::int16_t{0}));  // nothing where it is not open
   }
 }
 
