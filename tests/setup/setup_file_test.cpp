@@ -4,11 +4,12 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "support/expect_fault.h"
+#include "support/places.h"
 #include "support/recording_dialogs.h"
 #include "support/temporary_folder.h"
 
@@ -65,43 +66,11 @@ Records Filled() {
   return records;
 }
 
+// The reviewed file as the program writes it, but for line ends and the encoding.
 TEST(WriteSetup, WritesEachSectionByteForByte) {
-  const std::string emptySystem = "\"\",\"\",0,#FALSE#,\"\"\r\n";
-  const std::string emptyPort = "0,4800,8,\"none\",1\r\n";
-  const std::string noReference = "0,\"\",0,0,0,0\r\n";
-  const std::vector<std::pair<std::string_view, std::string>> sections = {
-      {"Mode", "\"OFFLINE\"\r\n"},
-      {"Systems", "\"Bridge GPS\",\"GPS/GLONASS\",12,#TRUE#,\"/home/k\xE5re/a,b \x80.log\"\r\n" +
-                      Repeated(emptySystem, 3)},
-      {"Comports", "2,115200,7,\"even\",2\r\n" + Repeated(emptyPort, 9)},
-      {"Comports, extended to 16",
-       "3,4800,8,\"none\",1\r\n" + Repeated(emptyPort, 4) + "0,4800,8,\"odd\",1\r\n"},
-      {"TCP/IP", "#TRUE#,\"10.0.0.1\",8041\r\n" + Repeated("#FALSE#,\"\",0\r\n", 3)},
-      {"IP List", "2\r\n\"10.0.0.1\"\r\n\"10.0.0.2\"\r\n"},
-      {"Base data", "15,-1\r\n"},
-      {"Reference positions & heading",
-       noReference + "2,\"Quay\",0.3333333333333333,-0.0000001,-0.5,359.9\r\n" +
-           Repeated(noReference, 2)},
-      {"Reference pitch & roll", "0,0\r\n0.1,-0.000001\r\n0,0\r\n0,0\r\n"},
-      {"Checksum Test", "#TRUE#,#FALSE#,#FALSE#,#FALSE#\r\n"},
-      {"Emptybuffer", "#FALSE#,#TRUE#,#FALSE#,#FALSE#\r\n"},
-      {"Set time from PC", "#FALSE#,#FALSE#,#TRUE#,#FALSE#\r\n"},
-      {"Not display dGPS timeserie", "#FALSE#,#FALSE#,#FALSE#,#TRUE#\r\n"},
-      {"Visibleform", "#TRUE#,#FALSE#,#TRUE#,#FALSE#,#TRUE#,#FALSE#\r\n" +
-                          Repeated("#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#,#FALSE#\r\n", 3)},
-      {"NMEA Messages to analyse", "\"GGA\",\"\",\"\",\"\"\r\n\"\",\"HDT\",\"\",\"\"\r\n" +
-                                       Repeated("\"\",\"\",\"\",\"\"\r\n", 7) +
-                                       "\"\",\"\",\"\",\"VDM\"\r\n"},
-      {"Session info", "\"two\r\nlines, one comma\"\r\n"},
-      {"Visibleform SNR", "#FALSE#\r\n#FALSE#\r\n#TRUE#\r\n#FALSE#\r\n"},
-      {"Visible SNR Timeseries", Repeated("4,0\r\n" + Repeated("#TRUE#\r\n", 32), 4) + "3,-7\r\n" +
-                                     Repeated("#TRUE#\r\n", 31) + "#FALSE#\r\n"},
-      {"UDP", Repeated("#FALSE#,0\r\n", 3) + "#TRUE#,70000\r\n"},
-      {"LatLon Format", "#TRUE#,2\r\n"}};
   std::string expected;
-  for (const auto& [marker, body] : sections) {
-    expected.append("\"REM ").append(marker).append("\"\r\n").append(body);
-  }
+  LineReader reviewed(kSourceFolder + "/tests/setup/written_setup.txt");
+  while (!reviewed.AtEnd()) expected += ToWindows1252(reviewed.Next()) + "\r\n";
   Records records = Filled();
   EXPECT_EQ(WriteSetup(records), expected);
   // The monitor is closed by it, in memory as well.
