@@ -1,13 +1,15 @@
 // From the name of a recording to its figures.
 #include <gmock/gmock.h>
+#include <set>
+#include <sstream>
 
+#include "session/figure_windows.h"
 #include "support/places.h"
 #include "support/session.h"
 
 namespace fathomline {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -41,6 +43,30 @@ struct RecordingsTest : ::testing::Test, Session {
     Drop(path);
     EXPECT_FALSE(Dialog().Visible());
     return face.Boxes().back().text;
+  }
+  // Opens the figures in each area of the reviewed file.
+  void ExpectReviewedPlaces() {
+    std::istringstream file(ReadWholeFile(kSourceFolder + "/tests/session/figure_windows.txt"));
+    std::set<std::string> told, shown;
+    for (std::string line; std::getline(file, line);) {
+      if (line.empty() || line.starts_with('#')) continue;
+      if (!line.starts_with("area")) {
+        told.insert(line);
+        continue;
+      }
+      EXPECT_EQ(std::exchange(shown, {}), std::exchange(told, {}));
+      Desktop::Area area;
+      std::istringstream(line.substr(4)) >> area.width >> area.height;
+      program->desktop.SetChildArea(area);
+      OpenFigureWindows(program->desktop, program->windows, 1);
+      for (const Window* const window : program->desktop.ShownChildren()) {
+        const auto& [left, top, width, height] = window->Place();
+        std::ostringstream place;
+        place << window->FullName() << ' ' << left << ' ' << top << ' ' << width << ' ' << height;
+        if (window->State() != WindowState::Minimised) shown.insert(place.str());
+      }
+    }
+    EXPECT_EQ(shown, told);
   }
   std::vector<std::string> Analysed() {
     std::vector<std::string> words;
@@ -82,6 +108,7 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   EXPECT_TRUE(Dialog().chkTestCheckSum.Checked());
   EXPECT_THAT(Dialog().lblNote.Text(), EndsWith("Not ticked: GST, ROT."));
   Dialog().cmdOk.Click();
+  EXPECT_TRUE(links.Winsock1(1).statesAtConnect.empty()) << "not even for a moment";
   EXPECT_TRUE(records().OfflineRunning);
   RunToTheEnd();
 
@@ -90,29 +117,12 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   EXPECT_EQ(program->engine.statistics[1].Of(SentenceType::DBT)[0].Stat.Count, 120);
   EXPECT_EQ(records().References[1].ReferenceUsed, kFirstSample);
   EXPECT_EQ(records().SessionInfo, "");
+  EXPECT_TRUE(records().ChecksumTest[1]);
   EXPECT_THAT(mainWindow().Caption(), EndsWith("- voyage.log (not saved)"));
-  const std::vector<std::string> views = Views();
-  for (const char* const view : {"frmStatistics-1", "frmStatisticsSNR-1", "frmNumerics-1",
-                                 "frmTimeSeriesGGA-1", "frmTimeSeriesATT-1", "frmScatter-1",
-                                 "frmSkyplot-1", "frmARPATargets-1", "frmAISTargets-1"}) {
-    EXPECT_THAT(views, Contains(view));
-  }
-  // What is tiled lies side by side and within the room, the status of the replay included.
-  std::vector<Window*> tiled = program->desktop.ShownChildren();
-  std::erase_if(tiled, [](const Window* w) { return w->State() == WindowState::Minimised; });
-  EXPECT_GE(tiled.size(), 5U);
-  const Desktop::Area area = program->desktop.ChildArea();
-  for (const Window* const one : tiled) {
-    const WindowPlace& a = one->Place();
-    EXPECT_LE(a.left + a.width, area.width) << one->FullName();
-    EXPECT_LE(a.top + a.height, area.height) << one->FullName();
-    for (const Window* const other : tiled) {
-      const WindowPlace& b = other->Place();
-      EXPECT_TRUE(one == other || a.left + a.width <= b.left || b.left + b.width <= a.left ||
-                  a.top + a.height <= b.top || b.top + b.height <= a.top)
-          << one->FullName() << " lies over " << other->FullName();
-    }
-  }
+  Drop(kVoyage);
+  Dialog().cmdCancel.Click();
+  EXPECT_TRUE(records().SetupIsPassing) << "what has begun stays";
+  ExpectReviewedPlaces();
 
   mainWindow().mnuOptionsReopen.Click();
   // Neither what the setup dialog applies nor the end of the program saves it.
@@ -150,6 +160,8 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
 
 TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
   ASSERT_TRUE(Start({.setupFile = kVoyage}));
+  Drop(kVoyage);
+  EXPECT_NE(links.Winsock1(1).State(), LinkState::Connected) << "nobody has cancelled the first";
   Dialog().cmdCancel.Click();
   EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
@@ -171,20 +183,13 @@ TEST_F(RecordingsTest, WhoCancelsHasTheSetupThatWasThere) {
   EXPECT_FALSE(records().CommSetups[1].Enabled);
 }
 
-TEST_F(RecordingsTest, AnotherRecordingTakesThePlaceOfTheOneThatIsOffered) {
-  ASSERT_TRUE(Start({.setupFile = kVoyage}));
-  Drop(kVoyage);
-  EXPECT_NE(links.Winsock1(1).State(), LinkState::Connected) << "nobody has cancelled";
-  Dialog().cmdCancel.Click();
-  EXPECT_EQ(links.Winsock1(1).State(), LinkState::Connected);
-}
-
 TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   ASSERT_TRUE(Start());
   records().HdopLimit = 4.0F;
   records().OutlierLimit = 7;
   records().SatelliteLimit = 5;
   records().RejectNonDifferential = true;
+  program->engine.statistics[2].HeightMean.Count = 5;
   for (int system = 1; system <= kSystems; ++system) {
     records().Emptybuffer[system] = records().SetTimeFromPC[system] = true;
     records().NotDisplayDGPS[system] = true;
@@ -199,6 +204,7 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   EXPECT_TRUE(records().HdopLimit == 0.0F && records().SatelliteLimit == 0 &&
               !records().RejectNonDifferential);
   EXPECT_EQ(records().OutlierLimit, 15);
+  EXPECT_EQ(program->engine.statistics[2].HeightMean.Count, 0);
   for (int system = 1; system <= kSystems; ++system) {
     EXPECT_FALSE(records().Emptybuffer[system] || records().SetTimeFromPC[system] ||
                  records().NotDisplayDGPS[system]);
@@ -243,15 +249,33 @@ TEST_F(RecordingsTest, TellsWhatItCannotOpen) {
 #endif
   EXPECT_EQ(records().SessionInfo, "Sea trial");
 
-  // Nothing in it that can be analysed: it can be looked at, and not opened.
-  Drop(folder.Write("e.log", Sentence("IIMTW,16.8,C") + "\n"));
-  Look();
-  EXPECT_FALSE(Dialog().cmdOk.Usable());
-  EXPECT_EQ(Dialog().lblSpan.Text(), "The sentences tell no time.");
-  Dialog().cmdCancel.Click();
   Drop(folder / kSetupFileName);
   EXPECT_FALSE(Dialog().Visible()) << "a setup is opened as such";
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
+}
+
+// Each row of the reviewed file: the sentences of a recording, and what its user is told of them.
+// Without one that can be analysed it can be looked at, and not opened.
+TEST_F(RecordingsTest, TellsSpanLinesAndSentences) {
+  ASSERT_TRUE(Start());
+  LineReader reviewed(kSourceFolder + "/tests/session/recordings.txt");
+  while (!reviewed.AtEnd()) {
+    const std::string row(reviewed.Next());
+    const std::size_t told = row.find(" = ");
+    if (told == row.npos) continue;
+    std::string bytes = row.substr(0, told + 1);
+    std::replace(bytes.begin(), bytes.end(), ' ', '\n');
+    Drop(folder.Write("row.log", bytes));
+    Look();
+    std::string shown = Dialog().lblSpan.Text() + "|" + Dialog().lblLines.Text();
+    const Grid& list = Dialog().fgSentences;
+    for (int cell = 0; cell < (list.Rows() - 1) * list.Columns(); ++cell) {
+      shown += "|" + list.Text(cell / list.Columns() + 1, cell % list.Columns());
+    }
+    EXPECT_EQ(shown, row.substr(told + 3));
+    EXPECT_EQ(Dialog().cmdOk.Usable(), shown.find("|yes, as") != shown.npos);
+    Dialog().cmdCancel.Click();
+  }
 }
 
 TEST_F(RecordingsTest, OpensWindowsForWhatIsThereAlone) {
@@ -280,8 +304,11 @@ TEST_F(RecordingsTest, TheDialogKeepsTheRulesOfTheSetup) {
   EXPECT_THAT(Dialog().lblNote.Text(), HasSubstr("GGA disabled."));
   EXPECT_TRUE(box("RMC").Checked());
   EXPECT_FALSE(box("GGA").Checked() || box("VTG").Checked() || box("ZDA").Checked());
+  EXPECT_TRUE(Dialog().lblNote.Visible());
   box("ROT").Click();
   EXPECT_TRUE(box("ROT").Checked());
+  box("RMC").Click();
+  EXPECT_FALSE(box("RMC").Checked() || Dialog().lblNote.Visible());
   Dialog().txtName.UserText("with a \"");
   face.ExpectBox("");
   Dialog().cmdOk.Click();
@@ -325,6 +352,7 @@ TEST_F(RecordingsTest, TellsWhyNothingShowsAndLeadsThere) {
     EXPECT_EQ(replay(lines), "All 3 lines of system 1 (Bridge) failed the checksum test.");
   }
   EXPECT_EQ(replay(lines + Sentence("SDDBT,1,f,2,M,3,F") + "\n"), "");
+  EXPECT_THAT(replay(Sentence("HEHDT,1,T") + "\n"), EndsWith("There are: HEHDT 1."));
 
   records().CommSetups[1].Enabled = false;
   mainWindow().Refresh();
