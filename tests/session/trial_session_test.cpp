@@ -24,7 +24,7 @@ struct TrialReport : ::testing::Test, Session {
   TrialReport() {
     Prepare([](Records& setup) {
       setup.Mode = kOffline;
-      setup.CommSetups[1].Name = "Quay DGPS";
+      setup.CommSetups[1].Name = "Quay/09:@AZ[`az{";
       setup.CommSetups[1].OfflineFile = kSourceFolder + "/samples/moored.log";
       setup.SessionInfo = "Sea trial";
       setup.ChecksumTest[1] = true;
@@ -78,7 +78,7 @@ TEST_F(TrialReport, HoldsTheSessionAboutTheReferenceOfTheSetup) {
   EXPECT_EQ(file["bytes"], ReadWholeFile(kSourceFolder + "/samples/moored.log").size());
   ASSERT_EQ(figures["systems"].size(), 1U);
   const auto& system = figures["systems"][0];
-  EXPECT_EQ(system["name"], "Quay_DGPS");
+  EXPECT_EQ(system["name"], "Quay_09__AZ__az_");
   EXPECT_EQ(file["system"], system["name"]);
   EXPECT_EQ(system["ledger"]["lines"], 3960);
   EXPECT_EQ(system["reference"]["kind"], "given");
@@ -92,6 +92,36 @@ TEST_F(TrialReport, HoldsTheSessionAboutTheReferenceOfTheSetup) {
   const std::string html = ReadWholeFile(page);
   EXPECT_THAT(html, HasSubstr("a given position"));
   EXPECT_THAT(html, HasSubstr(file["sha256"].get<std::string>()));
+}
+
+// Letters tell apart those of the same name; one that has sent nothing is not in it.
+TEST_F(TrialReport, HoldsEveryLiveSystemThatHasSentALine) {
+  Prepare([](Records& setup) {
+    for (int system = 1; system <= kSystems; ++system) {
+      CommSetup& link = setup.CommSetups[system];
+      link.Enabled = link.UseUDP = setup.ChecksumTest[system] = true;
+      link.Name = system == 1 || system == 4 ? "Aft" : "Mast";
+    }
+    setup.MessagesToAnalyse[3][0] = "HDT";
+    setup.ChecksumTest[4] = false;
+  });
+  ASSERT_TRUE(Start());
+  for (const int system : {1, 3, 4}) {
+    links.WinsockUDP(system).Arrive(Sentence("GPZDA,100000,02,01,2026,,") + "\r\n" +
+                                    Sentence("HEHDT,10,T") + "\r\n" + Sentence("HEHDT,13,T") +
+                                    "\r\n$HEHDT,16,T\r\n");
+  }
+  Deliver();
+  AskFor(folder / "live", Answer::No);
+  const auto figures = nlohmann::json::parse(ReadWholeFile(folder / "live.json"));
+  EXPECT_TRUE(figures["meta"]["unchecked"] == true && figures["meta"]["files"].empty());
+  std::string told;
+  for (const auto& system : figures["systems"]) {
+    const auto& heading = system["heading"][0];
+    told += system["name"].dump() + heading["n"].dump() + " " + heading["reference_deg"].dump();
+  }
+  EXPECT_EQ(told, "\"A\"2 11.5\"Mast\"2 10.0\"D\"3 13.0")
+      << "about the first of what is analysed, else about the mean";
 }
 
 TEST_F(TrialReport, BeginsAnewWithAReset) {
