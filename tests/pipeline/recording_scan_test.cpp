@@ -50,14 +50,24 @@ TEST(RecordingScanTest, CountsWhatItFindsAndLaysTheTimesInARow) {
   EXPECT_NEAR(contents.span->Seconds(), 4.35, 1e-4);
 }
 
+TEST(RecordingScanTest, KeepsSoManySentencesApartAndCountsAllLines) {
+  std::string bytes;
+  for (int i = 0; i < 510; ++i) bytes += Sentence("II" + std::to_string(100 + i) + ",1") + "\n";
+  const RecordingContents contents = ContentsOf(bytes + bytes);
+  EXPECT_EQ(contents.lines, 1020);
+  ASSERT_EQ(contents.sentences.size(), 500U);
+  EXPECT_EQ(contents.sentences.back().lines, 2);
+}
+
 TEST(RecordingScanTest, ProposesTheFullerSentenceUnlessItIsRare) {
   const std::string gga = Sentence("GPGGA,1,,,,,0") + "\n";
   const std::string gns = Sentence("GNGNS,1") + "\n";
   const std::string hdt = "$HEHDT,1,T\n";
   const auto choiceOf = [](const std::string& bytes) {
     std::string words;
-    const RecordingChoice choice = ProposeFor(ContentsOf(bytes), "/home/me/a \"b\".log");
-    EXPECT_EQ(choice.name, "a 'b'");
+    const RecordingChoice choice =
+        ProposeFor(ContentsOf(bytes), "/\u03A9 \"b\" 789012345678901234567890123456789012.log");
+    EXPECT_EQ(choice.name, "? 'b' 7890123456789012345678901234567890");
     for (const SentenceType type : choice.sentences.Ticked()) words += ToText(type) + " ";
     return words + (choice.checksumTest ? "tested" : "not tested");
   };
@@ -91,6 +101,7 @@ TEST(RecordingScanTest, TellsTheDateAndHowOftenTheTimeGoesBack) {
     const RecordingContents two = ContentsOf(at(from) + at(to));
     return StepsBack(two, ProposeFor(two, "a.log").sentences);
   };
+  EXPECT_EQ(stepsOf("", ""), 0) << "no time at all";
   EXPECT_EQ(stepsOf("120001", "120000"), 1) << "a whole second is a step";
   EXPECT_EQ(stepsOf("120000", "000001"), 1);
   EXPECT_EQ(stepsOf("120000", "000000"), 0) << "half a day is midnight";

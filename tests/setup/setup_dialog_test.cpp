@@ -98,15 +98,6 @@ TEST_F(SetupDialogTest, OkWithoutAChangeMovesNothing) {
   EXPECT_FALSE(FileExists(folder / kReferenceFileName));
 }
 
-TEST_F(SetupDialogTest, OkStoresTheTypeThatIsChosen) {
-  Open(2);
-  dialog.optType.UserChoose(2);
-  dialog.chkSetTimeFromPC.Click();
-  Ok();
-  EXPECT_EQ(SetupOf(2).SystemType, "Gyro");
-  EXPECT_TRUE(records.SetTimeFromPC[2]);
-}
-
 // Whatever is entered, by each kind of link: it is in force, and shown when the dialog opens again.
 TEST_F(SetupDialogTest, WhatIsEnteredIsShownAgain) {
   const auto entered = [this] {
@@ -174,6 +165,7 @@ TEST_F(SetupDialogTest, WhatIsEnteredIsShownAgain) {
     EXPECT_EQ(SetupOf(2).UseTCPIP, link == 1);
     EXPECT_EQ(SetupOf(2).UseUDP, link == 2);
   }
+  EXPECT_EQ(SetupOf(2).SystemType, "Speed Log");
   EXPECT_EQ(records.Comport(2).Baud, 2400);
   EXPECT_EQ(records.Comport(2).Parity, "odd");
   EXPECT_EQ(records.References[2].ReferenceHeading, 4.0F);
@@ -322,20 +314,39 @@ TEST_F(SetupDialogTest, PortsAreListedWithTheirState) {
   dialog.cmbComPort.UserChoose(3);
   Ok();
   EXPECT_EQ(SetupOf(1).ComPort, 12);
+  SetupOf(4).Enabled = true;  // and holds port 3
+  SetupOf(2).ComPort = 16;
+  Open(2);
+  EXPECT_EQ(dialog.cmbComPort.EntryText(3), "COM12 - busy") << "of the primary system";
+  EXPECT_EQ(dialog.cmbComPort.Text(), "COM16 - current");
+  dialog.cmbComPort.UserChoose(2);
+  EXPECT_EQ(dialog.lblComPortAdvice.Text(), "");
+  dialog.cmdCancel.Click();
   for (int port = 1; port <= kSerialPorts; ++port) links.MSComm1(port).info.present = false;
   Open();
   EXPECT_THAT(dialog.lblComPortAdvice.Text(), HasSubstr("No serial port has been found"));
 }
 
+TEST_F(SetupDialogTest, APortThatCannotBeLookedAtSaysSoOnce) {
+  struct : HeadlessLinks {
+    SerialPortInfo Probe(int) override { Raise(FaultNumber::DeviceError); }
+  } broken;
+  records.Comport(2).Status = "free";
+  ComportScan scan;
+  for (int times = 0; times < 2; ++times) scan.Run(records, broken, 1);
+  EXPECT_EQ(scan.EntryText(records, 1) + scan.EntryText(records, 2),
+            "COM1 - err noneCOM2 - err free");
+}
+
 TEST_F(SetupDialogTest, APortThatIsChosenShowsItsOwnSettings) {
-  records.Comport(2) = {0, true, "free", 38400, 7, "even", 2};
+  records.Comport(2) = {0, true, "free", 14400, 7, "even", 2};  // as no list has it
   records.MessagesToAnalyse[1] = {"GGA"};
   SetupOf(1).Enabled = true;
   Open();
   dialog.cmbComPort.UserChoose(1);
   EXPECT_THAT(
       Texts({&dialog.cmbBaudRate, &dialog.cmbDataBits, &dialog.cmbParity, &dialog.cmbStopBits}),
-      ElementsAre("38400", "7", "even", "2"));
+      ElementsAre("14400", "7", "even", "2"));
   dialog.cmbBaudRate.UserChoose(3);
   dialog.cmdRefreshPorts.Click();
   Ok();
@@ -365,6 +376,7 @@ TEST_F(SetupDialogTest, OfflineShowsTheInputFileOnly) {
     EXPECT_EQ(dialog.lblFileName.Text(), shown);
   }
   EXPECT_EQ(face.Files().back().title, "Open NMEA raw data File");
+  EXPECT_THAT(face.Files().back().folder, HasSubstr("data"));
   EXPECT_THAT(face.Files().back().filter, HasSubstr("|*.log;*.txt;*.nmea;*.aivdm|"));
   Ok();
   EXPECT_EQ(SetupOf(1).OfflineFile, file);

@@ -84,6 +84,7 @@ TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {
   OpenDialog();
   EXPECT_EQ(Dialog().cmbRefPositions.Count(), 2);
   Dialog().cmdCopyAvg.Click();
+  EXPECT_EQ(Dialog().txtHgt.Text(), "12.500");
   expectDeviations(0.0F, 0.0F);
   OpenDialog();
   Dialog().cmbRefPositions.UserChoose(0);
