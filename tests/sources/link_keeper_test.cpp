@@ -73,7 +73,9 @@ TEST_F(Keeper, TriesAConnectionAgainAfterGrowingDelaysAndNeverASilentOne) {
   input.OpenPorts();
   EXPECT_THAT(Pass(3600), ElementsAre()) << "an hour without a line";
   EXPECT_EQ(Stage(kTcp), LinkStage::Open);
+  EXPECT_NEAR(keeper.Look(kTcp).openFor, 3600.0, 0.1);
   EXPECT_EQ(keeper.Look(kTcp).address, "10.1.2.3:8040");
+  EXPECT_EQ(keeper.Look(kUdp).address, "port 10110");
   EXPECT_EQ(keeper.Look(kSerial).address, "COM5 (/dev/gyro) 4800,n,8,1");
 
   tcp.refusal = {10061, "Connection refused"};
@@ -110,6 +112,7 @@ TEST_F(Keeper, OpensADeviceAndAPortAsSoonAsTheyAreThere) {
     EXPECT_TRUE(records.CommSetups[system].Enabled);
   }
   Pass(600);
+  EXPECT_GT(keeper.Look(kSerial).nextTry, 0.9) << "it has just been looked for";
   serial.refusal.reset();
   serial.info.present = true;
   udp.refusal.reset();
@@ -173,11 +176,16 @@ TEST_F(Keeper, EndsWithTheLinkThatItWasAskedFor) {
   EXPECT_EQ(Stage(kTcp), LinkStage::Closed);
   input.OpenPort(kTcp);
   Pass(5);
+  records.CommSetups[kTcp].Enabled = false;
+  EXPECT_THAT(Pass(100), ElementsAre());
+  EXPECT_EQ(Stage(kTcp), LinkStage::Lost);
+  records.CommSetups[kTcp].Enabled = true;
   records.Mode = kOffline;
   records.CommSetups[kTcp].OfflineFile = "/a.log";
   input.CloseForOffline();
   EXPECT_THAT(Pass(100), ElementsAre());
   EXPECT_EQ(keeper.Look(kTcp).address, "/a.log");
+  EXPECT_EQ(Stage(kTcp), LinkStage::Closed);
   records.Mode = kOnline;
   input.OpenPort(kTcp);
   Pass(1);

@@ -62,6 +62,7 @@ TEST_F(Live, OpensOneLinkPerEnabledSystem) {
   UseSerial(1, 5);
   records.Comport(5).Baud = 38400;
   records.Comport(5).Parity = "even";
+  records.Comport(5).System = 0;  // as an old setup file leaves it
   UseSerial(2, 6);
   records.CommSetups[2].UseTCPIP = records.CommSetups[2].UseUDP = true;
   records.CommSetups[2].IPAddress = "10.1.2.3";
@@ -73,6 +74,7 @@ TEST_F(Live, OpensOneLinkPerEnabledSystem) {
   input.OpenPorts();
   EXPECT_EQ(links.MSComm1(5).Settings(), "38400,e,8,1");
   EXPECT_TRUE(links.MSComm1(5).PortOpen());
+  EXPECT_EQ(records.Comport(5).System, 1);
   EXPECT_EQ(links.Winsock1(2).RemoteHost(), "10.1.2.3");
   EXPECT_EQ(links.Winsock1(2).RemotePort(), 8040);
   EXPECT_EQ(links.Winsock1(2).State(), LinkState::Connected);
@@ -161,13 +163,17 @@ TEST_F(Live, AFaultOfALineGoesToTheErrorLogAndTheNextLineComes) {
 }
 
 TEST_F(Live, ADeviceThatGoesAwayIsToldAndItsSystemKeepsThePort) {
-  UseSerial(2, 5);
+  UseSerial(1, 5);
+  UseSerial(4, 6);
   input.OpenPorts();
   Receive(5, "half a li");
-  face.ExpectBox("The device has gone. Comport 5 has been closed! System 2 -Gyro");
-  links.MSComm1(5).Lose("The device has gone");
-  EXPECT_TRUE(records.CommSetups[2].Enabled);
-  EXPECT_EQ(records.CommSetups[2].ComPort, 5);
+  for (const int port : {5, 6}) {
+    face.ExpectBox("The device has gone. Comport " + std::to_string(port) +
+                   " has been closed! System " + (port == 5 ? "1" : "4") + " -Gyro");
+    links.MSComm1(port).Lose("The device has gone");
+  }
+  EXPECT_TRUE(records.CommSetups[1].Enabled);
+  EXPECT_EQ(records.CommSetups[1].ComPort, 5);
   input.OpenPorts();
   EXPECT_EQ(input.LineBuffer(5), "");
 }
