@@ -143,8 +143,10 @@ TEST_F(Arrangements, OfTheLastSessionComeBackIfTheUserWants) {
 
   // Lines that somebody has spoilt are passed over.
   settings.Set("Layouts", "LastSession",
-               "\nfrmNMEA-1,1,2\nfrmNMEA-9,0,0,900,900,0\n,\nfrmNMEA-1,"
-               "15,30,900,900,0,7\nfrmTimeSeriesGSV_SVbySV-1-0,0,0,9,9,0");
+               "\nfrmNMEA-1,1,2\nfrmNMEA-1,x,2,900,900,0\nfrmNMEA-1,1,2,0,900,0\nfrmNMEA-1,1,2,"
+               "900,0,0\nfrmNMEA-1,1,2,900,900,-1\nfrmNMEA-1,1,2,900,900,3\nfrmNMEA-9,0,0,900,"
+               "900,0\n,\nfrmNMEA-1,15,30,900,900,0,7\nfrmTimeSeriesGSV_SVbySV-1-0,0,0,9,9,0\n"
+               "frmTimeSeriesGSV_SVbySV-0-7,0,0,9,9,0\nfrmTimeSeriesGSV_SVbySV-5-7,0,0,9,9,0");
   mainWindow().mnuOptionsReopen.Click();
   EXPECT_EQ(settings.Get("Settings", "ReopenWindows", ""), "0");
   mainWindow().UserClose();

@@ -78,7 +78,12 @@ TEST_F(Menu, SaveAsWritesWhereItIsToldAndTellsAFailure) {
   EXPECT_EQ(program->session.errorLog.Written(), 1);
 }
 
-TEST_F(Menu, OpenPutsAnotherSetupIntoForce) {
+TEST_F(Menu, OpenPutsAnotherSetupIntoForceUnlessItHasVanished) {
+  face.ExpectFile(folder / "vanished.ini");
+  face.ExpectBox("File " + folder / "vanished.ini do not exist.");
+  menu.mnuFileOpen.Click();
+  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
+  EXPECT_EQ(records().CommSetups[1].Name, "Bridge");
   OpenFile("other.ini", [](Records& other) {
     other.CommSetups[2].Enabled = true;
     other.CommSetups[1].UseUDP = other.CommSetups[2].UseUDP = true;
@@ -107,21 +112,15 @@ TEST_F(Menu, OpenFromOfflineToOfflineShowsTheNewRecording) {
   EXPECT_EQ(program->windows.offlineStatus.lblStatus.Text(), "not started");
 }
 
-TEST_F(Menu, OpenOfAVanishedFileLeavesTheSetupInForce) {
-  const std::string path = folder / "vanished.ini";
-  face.ExpectFile(path);
-  face.ExpectBox("File " + path + " do not exist.");
-  menu.mnuFileOpen.Click();
-  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
-  EXPECT_EQ(records().CommSetups[1].Name, "Bridge");
-}
-
 TEST_F(Menu, NewBeginsWithTheDefaults) {
-  program->engine.statistics[1].LatitudeMean.Count = 5;
+  SystemStatistics& figures = program->engine.statistics[1];
+  figures.LatitudeMean.Count = figures.LongitudeMean.Count = figures.HeightMean.Count = 5;
+  records().SystemSetups[2][WindowFlag::Skyplot] = true;
   menu.mnuFileNew.Click();
   EXPECT_FALSE(records().CommSetups[1].Enabled);
   EXPECT_EQ(records().Mode, kOnline);
-  EXPECT_EQ(program->engine.statistics[1].LatitudeMean.Count, 0);
+  EXPECT_EQ(figures.LatitudeMean.Count + figures.LongitudeMean.Count + figures.HeightMean.Count, 0);
+  EXPECT_FALSE(Flags(2)[WindowFlag::Skyplot]);
   EXPECT_THAT(Views(), IsEmpty());
   EXPECT_EQ(menu.mnuSetupPrimarySystem.Text(), "&Primary System         - not defined");
 }

@@ -32,6 +32,10 @@ TEST_F(ModeChange, NoAndTheModeInForceChangeNothing) {
   EXPECT_TRUE(face.Boxes().back().defaultNo);
   EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Question);
   EXPECT_EQ(records().Mode, kOnline);
+  records().Emptybuffer[1] = true;
+  links.MSComm1(3).Arrive("1\n2\n3\n");
+  Deliver();
+  EXPECT_EQ(mainWindow().sbStatusBar.PanelText(9), "2") << "lines that were ignored";
   EXPECT_TRUE(mainWindow().mnuModeOnline.Checked());
   EXPECT_TRUE(mainWindow().tbOnline.Visible());
   EXPECT_FALSE(mainWindow().tbOffline.Visible());
@@ -144,7 +148,10 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
   // As its user has it: one maximised, one minimised, one very small, one in front, one hidden.
   Window& sky = program->windows.charts.SkyplotOf(1);
   Window& list = *program->windows.aisTargets[1];
-  Window& hidden = program->windows.charts.TimeSeriesOf(1, SentenceType::HDT);
+  frmTimeSeries& hidden = program->windows.charts.TimeSeriesOf(1, SentenceType::HDT);
+  const std::array plotted = {&hidden.TChart(0).Series(0),
+                              &program->windows.charts.ScatterOf(1).TChart1.Series(0)};
+  for (Series* const series : plotted) series->Add(1.0, 2.0);
   program->windows.statistics[1]->UserState(WindowState::Maximised);
   sky.UserState(WindowState::Minimised);
   list.UserPlace({150, 300, 2700, 1500});
@@ -156,6 +163,10 @@ TEST_F(OnlineToolBar, ResetsAskFirstAndBringBackEmptyWhatTheyFind) {
     face.ExpectBox("Are you sure ?", Answer::No);
     tbOnline.Click(key);
   }
+  for (const Series* const series : plotted) EXPECT_NE(series->Count(), 0);
+  face.ExpectBox("Are you sure ?", Answer::Yes);
+  tbOnline.Click("Reset Graphics");
+  for (const Series* const series : plotted) EXPECT_EQ(series->Count(), 0);
   EXPECT_EQ(Headings(), 1);
   face.ExpectBox("Are you sure ?", Answer::Yes);
   tbOnline.Click("Reset Statistics");

@@ -245,13 +245,6 @@ TEST_F(Starting, WhatIsNoSetupIsRefusedAndChangesNothing) {
   }
 }
 
-TEST_F(Starting, RunDesktopServesUntilTheMainWindowIsClosed) {
-  Prepare([](Records& records) { records.Mode = kOffline; });
-  Program desktopProgram({face, clock, settings, [] {}});
-  face.WhileWaiting([&] { desktopProgram.windows.main.UserClose(); });
-  EXPECT_EQ(RunDesktop(desktopProgram, {.programFolder = folder.Path()}), 0);
-}
-
 TEST_F(Ending, StopsTheLogAndSavesThePlaceUnlessTheProgramCloses) {
   Prepare([](Records& records) { records.CommSetups[1].UseUDP = true; });
   ASSERT_TRUE(Start());
