@@ -54,16 +54,14 @@ void DrawAngles(SvgPicture& picture, const SystemFigures& system, const AngleKin
       if (i > 0 && track.times[i] - track.times[i - 1] > longest) line.Break();
       line.Add(static_cast<double>(track.times[i]), track.deviations[i]);
     }
-    if (!line.Empty()) {
-      least = std::min(least, line.Least());
-      greatest = std::max(greatest, line.Greatest());
-    }
+    least = std::min(least, line.Least());
+    greatest = std::max(greatest, line.Greatest());
     legend.push_back({track.name, Numbered("n", lines.size() % 8 + 1)});
     lines.push_back(std::move(line));
   }
   const PlotRange range = RoomyRange(least, greatest, 0.01);
   const PlotScale y(range.low, range.high, below, above);
-  DrawAxes(picture, x, y, {TimeTicks(x, system.ledger.dated), NumberTicks(y, 30.0)},
+  DrawAxes(picture, x, y, {TimeTicks(x, system.ledger.dated), NumberTicks(y, kUnderEachOther)},
            lowest ? 17.0 : 0.0);
   picture.Line(x.From(), y.At(0.0), x.To(), y.At(0.0), "zero");
   for (std::size_t i = 0; i < lines.size(); ++i)

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
+#include <cstdlib>
 #include <numbers>
 #include <utility>
 
@@ -84,7 +85,7 @@ double Tenths(double length) {
 
 void AppendLength(std::string& text, double length) {
   const auto tenths = static_cast<long long>(std::llround(length * 10.0));
-  const long long size = tenths < 0 ? -tenths : tenths;
+  const long long size = std::llabs(tenths);
   std::array<char, 24> buffer{};
   if (tenths < 0) text += '-';
   text.append(buffer.data(),
@@ -144,7 +145,6 @@ PlotRange RoomyRange(double low, double high, double least) {
 
 void PlotColumns::Add(double x, double y) {
   const auto at = static_cast<std::int32_t>(std::floor(x_.At(x)));
-  if (columns_.empty()) least_ = greatest_ = y;
   ++samples_;
   least_ = std::min(least_, y);
   greatest_ = std::max(greatest_, y);
@@ -166,7 +166,6 @@ void PlotColumns::Add(double x, double y) {
 
 std::string PlotColumns::Line(const PlotScale& y) const {
   std::string path;
-  path.reserve(columns_.size() * 16);
   for (std::size_t i = 0; i < columns_.size(); ++i) {
     const Column& column = columns_[i];
     AppendPlace(path, column.begins ? 'M' : 'L', column.at, y.At(column.first));
@@ -197,9 +196,8 @@ void PlotBand::Add(double from, double to, double y) {
   };
   for (std::size_t i = at(from), end = at(to); i <= end; ++i) {
     Column& column = columns_[i];
-    column.least = column.any ? std::min(column.least, y) : y;
-    column.greatest = column.any ? std::max(column.greatest, y) : y;
-    column.any = true;
+    column.least = std::min(column.least, y);
+    column.greatest = std::max(column.greatest, y);
   }
 }
 
@@ -231,11 +229,11 @@ std::string PlotBand::Area(const PlotScale& y, double thick) const {
     run = 0;
   };
   for (std::size_t begin = 0; begin < columns_.size(); ++begin) {
-    if (!columns_[begin].any) continue;
+    if (!columns_[begin].Any()) continue;
     at = edge(begin, true);
     AppendPlace(path, 'M', x_.From() + static_cast<double>(begin) * width_, at / 10.0);
     std::size_t end = begin;
-    for (; end < columns_.size() && columns_[end].any; ++end) walk(edge(end, true), width_);
+    for (; end < columns_.size() && columns_[end].Any(); ++end) walk(edge(end, true), width_);
     halt();
     for (std::size_t i = end; i-- > begin;) walk(edge(i, false), -width_);
     halt();

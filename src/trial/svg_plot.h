@@ -2,8 +2,10 @@
 // down to as many places as a picture has, never by skipping. Lengths are user units of SVG.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -25,7 +27,7 @@ class PlotScale {
   double From() const { return from_; }
   double To() const { return to_; }
   double At(double value) const { return from_ + (value - low_) * slope_; }
-  double Pixels() const { return from_ < to_ ? to_ - from_ : from_ - to_; }
+  double Pixels() const { return std::abs(to_ - from_); }
 
  private:
   double low_;
@@ -69,6 +71,7 @@ class PlotColumns {
   bool Empty() const { return columns_.empty(); }
   // Whether there are more samples than a line can show one by one.
   bool Dense() const { return samples_ > 3 * columns_.size(); }
+  // More than the greatest while there is no sample.
   double Least() const { return least_; }
   double Greatest() const { return greatest_; }
   // One stroke after the other; a lone sample is a stroke of no length, a dot under round caps.
@@ -88,8 +91,8 @@ class PlotColumns {
   PlotScale x_;
   bool broken_ = true;
   std::size_t samples_ = 0;
-  double least_ = 0.0;
-  double greatest_ = 0.0;
+  double least_ = std::numeric_limits<double>::infinity();
+  double greatest_ = -std::numeric_limits<double>::infinity();
   std::vector<Column> columns_;
 };
 
@@ -106,9 +109,10 @@ class PlotBand {
 
  private:
   struct Column {
-    double least = 0.0;
-    double greatest = 0.0;
-    bool any = false;
+    double least = std::numeric_limits<double>::infinity();
+    double greatest = -std::numeric_limits<double>::infinity();
+
+    bool Any() const { return least <= greatest; }
   };
 
   PlotScale x_;

@@ -58,15 +58,6 @@ TEST(Ticks, AreStepsOfOneTwoOrFiveAndWholeStepsOfAClock) {
             (Texts{"23:59:40", "23:59:50", "00:00:00", "00:00:10", "00:00:20"}));
 }
 
-TEST(Range, HasRoomToEitherSide) {
-  const auto range = [](double low, double high, double least) {
-    const PlotRange roomy = RoomyRange(low, high, least);
-    return std::pair{roomy.low, roomy.high};
-  };
-  EXPECT_EQ(range(10, 60, 1), (std::pair{8.0, 62.0}));
-  EXPECT_EQ(range(10, 60, 90), (std::pair{-10.0, 80.0}));
-}
-
 // A peak of one sample among a hundred thousand is in the line, and a gap stays one.
 TEST(Columns, KeepTheExtremesOfEveryColumn) {
   const PlotScale x(0, 100'000, 0, 500);
@@ -119,8 +110,9 @@ TEST(Stretches, AreNeverTooShortToBeSeen) {
   PlotStretches stretches({0, 1000, 0, 10});
   stretches.Add(5, 6);
   stretches.Add(7, 120);
+  stretches.Add(210, 300);
   stretches.Add(501, 501);
-  EXPECT_EQ(stretches.Boxes(3, 4), "M0 3h2v4H0zM5 3h1v4H5z");
+  EXPECT_EQ(stretches.Boxes(3, 4), "M0 3h4v4H0zM5 3h1v4H5z");
 }
 
 TEST(Dots, AreAllSeenAndTheFarOnesStandOnTheRim) {
@@ -142,7 +134,12 @@ TEST(Dots, AreAllSeenAndTheFarOnesStandOnTheRim) {
             "M240 100h0M300 100h0M250 150h0M100 180h0M300 230h0M100 300h0M220 300h0");
   EXPECT_EQ(levels.back(), "M200 200h0");
 
-  // Rows of neighbours are one stroke.
+  PlotDots few(x, y);
+  for (const double right : {5.0, 5.1, 0.0, 0.0}) few.Add(right, 5);
+  EXPECT_EQ(few.Levels().front(), "M250 150h0M251 150h0");
+  EXPECT_EQ(few.Levels().back(), "M200 150h0");
+
+  // Rows of neighbours are one stroke where there are many.
   PlotDots many(x, y);
   std::vector<double> widths;
   for (int i = 0; i < 20'000; ++i) {
@@ -167,7 +164,9 @@ TEST(Shares, GrowByTheSamplesThatAreNoLarger) {
   EXPECT_EQ(shares.Line({0, 1, 100, 0}), "M0 100H10V80H20V60H21V40H40V20H100");
   PlotShares ends({0, 10, 7, 107});
   EXPECT_EQ(ends.Line({0, 1, 100, 0}), "");
-  for (const double value : {0.0, 10.0}) ends.Add(value);
+  ends.Add(0);
+  EXPECT_EQ(ends.Line({0, 1, 100, 0}), "M7 0H107");
+  ends.Add(10);
   EXPECT_EQ(ends.Line({0, 1, 100, 0}), "M7 50H107V0");
 }
 
@@ -226,9 +225,18 @@ TEST(Ways, GoDownTheMiddleOfWhatPassesTheirPlaces) {
 
 TEST(Xml, HoldsAnyBytes) {
   EXPECT_EQ(EscapedXml("<a href=\"x\">&'"), "&lt;a href=&quot;x&quot;&gt;&amp;&#39;");
-  EXPECT_EQ(EscapedXml("59° \xE5 \x01 \xED\xA0\x80 \xC0\x80"),
-            "59° \uFFFD \uFFFD \uFFFD\uFFFD\uFFFD \uFFFD\uFFFD");
-  EXPECT_EQ(EscapedXml("\xE2\x82"), "\uFFFD\uFFFD");
+  EXPECT_EQ(EscapedXml("59° \xE5 \xE2(\xA1"), "59° \uFFFD \uFFFD(\uFFFD");
+  // The first and the last characters of each length, and about those that XML does not hold.
+  const std::string held =
+      "\t\n\r \x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\uFFFD\U00010000\U0010FFFF";
+  EXPECT_EQ(EscapedXml(held), held);
+  for (const std::string bytes :
+       {"\x1F", "\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xED\xBF\xBF", "\xEF\xBF\xBE",
+        "\xEF\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xE2\x82"}) {
+    std::string replaced;
+    for (std::size_t i = 0; i < bytes.size(); ++i) replaced += "\uFFFD";
+    EXPECT_EQ(EscapedXml(bytes), replaced);
+  }
   std::string length;
   for (const double value : {-0.04, 1.0, -2.25, 0.96}) AppendLength(length += ' ', value);
   EXPECT_EQ(length, " 0 1 -2.3 1");

@@ -234,6 +234,10 @@ TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
   }
   // The day is told once, not with every time.
   EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
+
+  systems.clear();
+  Add("A", SystemRecorder());
+  ExpectWellFormed(ToHtml(WorkOut(systems, options)));
 }
 
 // But for what is cut off at a frame.
@@ -288,19 +292,6 @@ TEST_F(Document, SaysWhatIsListedAndDrawsWithinItsPictures) {
   options.meta = {};
   add("C", "satellites.log");
   EXPECT_EQ(Words(seen), ReadWholeFile(kSourceFolder + "/tests/trial/page.lst"));
-}
-
-TEST_F(Document, OfNothingUsableSaysSo) {
-  for (const char* bytes : {"", "\n\n\x7F\xFF\n$GPGGA,1*00\nhello\n"}) {
-    SystemRecorder empty;
-    Take(empty, bytes);
-    systems.clear();
-    Add("A", empty);
-    const std::string page = ToHtml(WorkOut(systems, options));
-    EXPECT_THAT(page, HasSubstr("– Nothing could be judged"));
-    EXPECT_THAT(page, Not(HasSubstr("Where do the positions lie?")));
-    ExpectWellFormed(page);
-  }
 }
 
 TEST(FigureWords, AllStandInTheReadersText) {
