@@ -50,11 +50,11 @@ void DrawLegend(SvgPicture& picture, double x, double y, double width,
   }
 }
 
-void DrawEmptyPlot(SvgPicture& picture, const PlotScale& x, double top, double bottom,
+void DrawEmptyPlot(SvgPicture& picture, double left, double right, double top, double bottom,
                    std::string_view why) {
-  picture.Line(x.From(), top, x.From(), bottom, "axis");
-  picture.Line(x.From(), bottom, x.To(), bottom, "axis");
-  picture.Text((x.From() + x.To()) / 2.0, (top + bottom) / 2.0 + 4.0, why, "m");
+  picture.Line(left, top, left, bottom, "axis");
+  picture.Line(left, bottom, right, bottom, "axis");
+  picture.Text((left + right) / 2.0, (top + bottom) / 2.0 + 4.0, why, "m");
 }
 
 }  // namespace fathomline::trial

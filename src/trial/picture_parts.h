@@ -26,6 +26,10 @@ inline constexpr double kPictureWidth = 736.0;
 inline constexpr double kPlotLeft = 62.0;
 inline constexpr double kPlotRight = kPictureWidth - 10.0;
 
+// How far apart the labels of numbers are at least.
+inline constexpr double kBesideEachOther = 56.0;
+inline constexpr double kUnderEachOther = 30.0;
+
 // A class or name with a number behind it.
 inline std::string Numbered(std::string_view name, std::size_t number) {
   return std::string(name) + std::to_string(number);
@@ -72,7 +76,7 @@ void DrawLegend(SvgPicture& picture, double x, double y, double width,
                 const std::vector<LegendEntry>& entries);
 
 // A frame without ticks that says why nothing is in it.
-void DrawEmptyPlot(SvgPicture& picture, const PlotScale& x, double top, double bottom,
+void DrawEmptyPlot(SvgPicture& picture, double left, double right, double top, double bottom,
                    std::string_view why);
 
 }  // namespace fathomline::trial

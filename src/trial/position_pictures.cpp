@@ -72,8 +72,7 @@ void DrawScatter(SvgPicture& picture, const SystemFigures& system, std::size_t n
   const PlotScale y(frame.north - frame.half, frame.north + frame.half, top + side, top);
   picture.Text(left, top - 10.0, "System " + system.name, "b");
   picture.Text(left + side, top - 10.0, "north ↑, east →, m", "e w");
-  const std::vector<PlotTick> ticks = NumberTicks(x, 56.0);
-  DrawAxes(picture, x, y, {ticks, NumberTicks(y, 56.0)});
+  DrawAxes(picture, x, y, {NumberTicks(x, kBesideEachOther), NumberTicks(y, kBesideEachOther)});
   picture.OpenClip(left, top, side, side);
   const auto cross = [&](double east, double north, double arm, std::string_view cls) {
     picture.Line(x.At(east) - arm, y.At(north), x.At(east) + arm, y.At(north), cls);
@@ -111,9 +110,8 @@ void DrawScatter(SvgPicture& picture, const SystemFigures& system, std::size_t n
 }
 
 // As far as the curves are worth a look: to the largest, but not far beyond the 99%.
-double FarEnough(const Value& p99, const Value& largest) {
-  if (!largest) return 0.0;
-  return p99 && *largest > 2.5 * *p99 ? 1.5 * *p99 : *largest;
+Value FarEnough(const Value& p99, const Value& largest) {
+  return p99 && largest && *largest > 2.5 * *p99 ? 1.5 * *p99 : largest;
 }
 
 struct ShareOfSystems {
@@ -126,23 +124,24 @@ void DrawShares(SvgPicture& picture, const TrialFigures& trial, const ShareOfSys
                 double left, double right) {
   constexpr double kTop = 50.0;
   constexpr double kBottom = 290.0;
-  double most = 0.0;
+  Value most;
   for (const SystemFigures& system : trial.systems) {
     const HorizontalErrors& h = system.horizontal.reference;
     const VerticalErrors& v = system.vertical.reference;
+    // What is not there is less than any other.
     most =
         std::max(most, what.vertical ? FarEnough(v.p99, v.largest) : FarEnough(h.r99, h.largest));
   }
   picture.Text(left, kTop - 10.0, what.title, "b");
-  if (most <= 0.0) {
-    DrawEmptyPlot(picture, {0.0, 1.0, left, right}, kTop, kBottom, what.none);
+  if (!most) {
+    DrawEmptyPlot(picture, left, right, kTop, kBottom, what.none);
     return;
   }
-  const PlotScale x(0.0, most * 1.02, left, right);
+  const PlotScale x(0.0, std::max(*most * 1.02, 0.001), left, right);
   const PlotScale y(0.0, 1.0, kBottom, kTop);
   const std::vector<PlotTick> shares = {
       {0.0, "0"}, {0.5, "50%"}, {0.68, "68%"}, {0.95, "95%"}, {1.0, ""}};
-  DrawAxes(picture, x, y, {NumberTicks(x, 56.0), shares});
+  DrawAxes(picture, x, y, {NumberTicks(x, kBesideEachOther), shares});
   for (std::size_t s = 0; s < trial.systems.size(); ++s) {
     const PositionTrack& track = trial.systems[s].pictures.positions;
     PlotShares curve(x);
@@ -165,18 +164,12 @@ QualityStretches StretchesOf(const PositionTrack& track, const PlotScale& x,
                              std::int64_t longestStep, std::int64_t interval) {
   QualityStretches stretches(kQualities, PlotStretches(x));
   const std::size_t size = track.times.size();
-  for (std::size_t begin = 0; begin < size;) {
-    std::size_t end = begin + 1;
-    while (end < size && track.quality[end] == track.quality[begin] &&
-           track.times[end] - track.times[end - 1] <= longestStep) {
-      ++end;
-    }
-    const bool goesOn = end < size && track.times[end] - track.times[end - 1] <= longestStep;
+  for (std::size_t i = 0; i < size; ++i) {
+    const std::int64_t time = track.times[i];
+    const std::int64_t next = i + 1 < size ? track.times[i + 1] : time;
     const std::int64_t until =
-        goesOn ? track.times[end] : std::min(track.times[end - 1] + interval, track.times.back());
-    stretches[std::min<std::size_t>(track.quality[begin], kQualities - 1)].Add(
-        static_cast<double>(track.times[begin]), static_cast<double>(until));
-    begin = end;
+        next - time <= longestStep ? next : std::min(time + interval, track.times.back());
+    stretches[track.quality[i]].Add(static_cast<double>(time), static_cast<double>(until));
   }
   return stretches;
 }
@@ -219,7 +212,8 @@ void DrawErrors(SvgPicture& picture, const PositionTrack& track, const PlotScale
     picture.Text(kPlotLeft, above - 8.0, kErrorAxes[axis].title, "unit");
     const PlotColumns line = FixLine(track, track.*kErrorAxes[axis].values, x, longestStep);
     if (line.Empty()) {
-      DrawEmptyPlot(picture, x, above, below, axis == 2 ? "no heights to compare" : "no fix");
+      DrawEmptyPlot(picture, x.From(), x.To(), above, below,
+                    axis == 2 ? "no heights to compare" : "no fix");
       continue;
     }
     for (const std::size_t quality : order) {
@@ -228,7 +222,7 @@ void DrawErrors(SvgPicture& picture, const PositionTrack& track, const PlotScale
     const PlotRange range = RoomyRange(line.Least(), line.Greatest(), 1e-3);
     const PlotScale y(range.low, range.high, below, above);
     const bool lowest = axis + 1 == kErrorAxes.size();
-    DrawAxes(picture, x, y, {times, NumberTicks(y, 30.0)}, lowest ? labelsBelow : 0.0);
+    DrawAxes(picture, x, y, {times, NumberTicks(y, kUnderEachOther)}, lowest ? labelsBelow : 0.0);
     if (range.low < 0.0 && range.high > 0.0) {
       picture.Line(x.From(), y.At(0.0), x.To(), y.At(0.0), "zero");
     }

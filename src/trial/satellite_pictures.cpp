@@ -363,7 +363,7 @@ std::string ElevationPicture(const SystemFigures& system, std::size_t number) {
   picture.Text(x.To(), kBottom + 36.0, "elevation, °", "e");
   std::vector<PlotTick> degrees;
   for (int at = 0; at <= 90; at += 10) degrees.push_back({double(at), std::to_string(at)});
-  DrawAxes(picture, x, y, {degrees, NumberTicks(y, 30.0)});
+  DrawAxes(picture, x, y, {degrees, NumberTicks(y, kUnderEachOther)});
   const double count = static_cast<double>(lines.size());
   // Names stand at the ends of their lines, pushed apart.
   std::vector<std::pair<double, std::size_t>> ends;
