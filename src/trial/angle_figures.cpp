@@ -147,15 +147,8 @@ const ValueSeries* ChosenHeading(const std::vector<ValueSeries>& headings) {
   const auto rank = [](const ValueSeries& series) {
     return std::tuple(series.name != kAttitudeName, series.values.size());
   };
-  const ValueSeries* chosen = nullptr;
-  for (const ValueSeries& series : headings) {
-    if (series.values.empty()) continue;
-    if (chosen == nullptr || rank(series) > rank(*chosen) ||
-        (rank(series) == rank(*chosen) && series.name < chosen->name)) {
-      chosen = &series;
-    }
-  }
-  return chosen;
+  const auto chosen = std::ranges::max_element(headings, {}, rank);
+  return chosen == headings.end() ? nullptr : &*chosen;
 }
 
 AngleErrors HeadingDifferences(const ValueSeries* first, const ValueSeries* second,

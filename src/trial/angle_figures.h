@@ -37,7 +37,7 @@ AngleTrack AngleTrackOf(const ValueSeries& series, const AngleErrors& figures);
 
 SeriesFigures SeriesFiguresOf(const ValueSeries& series, const TrialClock& clock);
 
-// That of HDT before that of ATT, then that of most samples; none where none has any.
+// That of HDT before that of ATT, then that of most samples, of equal ones the first; none of none.
 const ValueSeries* ChosenHeading(const std::vector<ValueSeries>& headings);
 
 // The second less the first, at the times of the one with the longer interval, the other

@@ -53,22 +53,17 @@ int TypeRank(SentenceType type) {
   }
 }
 
-// The one named; else with fixes, with heights, most fixes, most epochs, by type and name.
+// The one named; else with fixes, with heights, most fixes, most epochs, by type and name. They
+// stand by name.
 const PositionSeries* ChosenStream(const std::vector<PositionSeries>& streams,
                                    const std::optional<std::string>& named) {
   const auto rank = [](const PositionSeries& s) {
     return std::tuple(s.Fixes() > 0, s.Heights() != HeightKind::None, s.Fixes(), s.size(),
                       TypeRank(s.Type()));
   };
-  const PositionSeries* chosen = nullptr;
-  for (const PositionSeries& series : streams) {
-    if (named) {
-      if (series.Name() == *named) return &series;
-    } else if (chosen == nullptr || rank(series) > rank(*chosen)) {
-      chosen = &series;
-    }
-  }
-  return chosen;
+  const auto chosen = named ? std::ranges::find(streams, *named, &PositionSeries::Name)
+                            : std::ranges::max_element(streams, {}, rank);
+  return chosen == streams.end() ? nullptr : &*chosen;
 }
 
 Work Prepare(const TrialSystem& system, const Window& window) {
@@ -104,11 +99,9 @@ StreamFigures FiguresOfStream(const PositionSeries& series, const PositionSeries
 }
 
 bool IsMoving(const std::vector<ValueSeries>& speeds) {
-  const ValueSeries* most = nullptr;
-  for (const ValueSeries& series : speeds) {
-    if (most == nullptr || series.values.size() > most->values.size()) most = &series;
-  }
-  if (most == nullptr) return false;
+  const auto most = std::ranges::max_element(
+      speeds, {}, [](const ValueSeries& series) { return series.values.size(); });
+  if (most == speeds.end()) return false;
   std::vector<double> values = most->values;
   return PercentFigure(values, 50).value_or(0.0) > kMovingAbove;
 }

@@ -126,7 +126,7 @@ inline constexpr std::string_view kAttitudeName = "PFECATT";
 class TrialReader {
  public:
   // Whether lines without a checksum are used too; they keep their class.
-  explicit TrialReader(bool unchecked = false) : unchecked_(unchecked) {}
+  explicit TrialReader(bool unchecked) : unchecked_(unchecked) {}
 
   // Reads a line, with or without what ends it. What it returns lasts until the next call.
   const Sentence& Read(std::string_view line);
