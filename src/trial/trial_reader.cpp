@@ -146,7 +146,7 @@ bool IsOfTheLayouts(SentenceType type) {
 }  // namespace
 
 LineClass TrialReader::Split(std::string_view line) {
-  const std::size_t lastShown = line.find_last_not_of("\r ");
+  const std::size_t lastShown = line.find_last_not_of("\r\n ");
   line = CutTagBlock(line.substr(0, lastShown + 1));
   sentence_.tooLong = line.size() > kLongestLine;
   if (line.empty()) return LineClass::Empty;
