@@ -26,6 +26,11 @@ inline constexpr double kPictureWidth = 736.0;
 inline constexpr double kPlotLeft = 62.0;
 inline constexpr double kPlotRight = kPictureWidth - 10.0;
 
+// Of pictures that have rows from the top to the bottom instead of values.
+inline PlotScale ScaleOfRows(double top, double bottom) {
+  return {0.0, 1.0, bottom, top};
+}
+
 // How far apart the labels of numbers are at least.
 inline constexpr double kBesideEachOther = 56.0;
 inline constexpr double kUnderEachOther = 30.0;

@@ -373,7 +373,7 @@ std::string ClaimPicture(const TrialFigures& trial) {
                      "claimed standard deviations, beside the dashed lines of an honest claim at "
                      "68.3% and 95.4%.");
   const PlotScale x(0.0, 1.0, 110.0, kPlotRight - 10.0);
-  const PlotScale y(0.0, 1.0, bottom, kTop);
+  const PlotScale y = ScaleOfRows(kTop, bottom);
   DrawAxes(
       picture, x, y,
       {{{0.0, "0"}, {0.2, "20%"}, {0.4, "40%"}, {0.6, "60%"}, {0.8, "80%"}, {1.0, "100%"}}, {}});

@@ -77,8 +77,7 @@ std::vector<const SatelliteTrack*> OnePerSatellite(const SystemFigures& system) 
 }
 
 bool HasPlace(const SatelliteSample& sample) {
-  return sample.elevation >= 0 && sample.elevation <= 90 && sample.azimuth >= 0 &&
-         sample.azimuth <= 360;
+  return sample.elevation >= 0 && sample.azimuth != SatelliteSample::kNoAzimuth;
 }
 
 // Where a track ends, with a mark and a name.
@@ -309,7 +308,7 @@ std::string SignalPicture(const SystemFigures& system, std::size_t number) {
   DrawConstellationLegend(picture, 20.0, 14.0, kPictureWidth - 20.0, ConstellationsOf(system));
   picture.Text(kLeft, kTop - 10.0, "each row 15 to 55 dB-Hz", "unit");
   picture.Text(kPlotRight, kTop - 10.0, DayOfAxis(times, system.ledger.dated), "e");
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {TimeTicks(x, system.ledger.dated), {}});
+  DrawAxes(picture, x, ScaleOfRows(kTop, bottom), {TimeTicks(x, system.ledger.dated), {}});
   for (std::size_t i = 0; i < tracks.size(); ++i) {
     const double above = kTop + kRow * static_cast<double>(i);
     const PlotScale y(kLow, kHigh, above + kRow - 1.0, above + 1.0);
@@ -333,8 +332,8 @@ std::string ElevationPicture(const SystemFigures& system, std::size_t number) {
     const SignalFigures* signal;
   };
   std::vector<Line> lines;
-  double least = 100.0;
-  double greatest = 0.0;
+  double least = std::numeric_limits<double>::infinity();
+  double greatest = -least;
   for (const ConstellationFigures& constellation : system.satellites.constellations) {
     for (const SignalFigures& signal : constellation.signals) {
       bool any = false;

@@ -116,7 +116,7 @@ std::string AvailabilityPicture(const SystemFigures& system, std::size_t number)
                      "One line for each talker and type over time, broken where a gap of more than "
                      "three intervals is.");
   picture.Text(kPlotRight, kTop - 10.0, DayOfAxis(times, system.ledger.dated), "e");
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {TimeTicks(x, system.ledger.dated), {}});
+  DrawAxes(picture, x, ScaleOfRows(kTop, bottom), {TimeTicks(x, system.ledger.dated), {}});
   for (std::size_t i = 0; i < rows; ++i) {
     const NameSpans& name = system.pictures.availability[i];
     const double above = kTop + kRow * static_cast<double>(i);
@@ -167,7 +167,7 @@ std::string AisPicture(const TrialFigures& trial) {
                      "A bar for each number of message, as long as so many were received.");
   picture.Text(kPlotLeft, kTop - 10.0, "message", "e");
   picture.Text(kPlotRight, kTop - 10.0, "received", "e");
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {CountTicks(x, 70.0), {}});
+  DrawAxes(picture, x, ScaleOfRows(kTop, bottom), {CountTicks(x, 70.0), {}});
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const double above = kTop + kRow * static_cast<double>(i);
     const double length = std::max(x.At(static_cast<double>(rows[i].n)) - x.From(), 1.0);
@@ -211,7 +211,7 @@ std::string LinesPicture(const TrialFigures& trial) {
     picture.Text(right + 15.0, 15.0, part.name, "");
     right += 30.0 + 7.0 * static_cast<double>(part.name.size());
   }
-  DrawAxes(picture, x, {0.0, 1.0, bottom, kTop}, {CountTicks(x, 80.0), {}});
+  DrawAxes(picture, x, ScaleOfRows(kTop, bottom), {CountTicks(x, 80.0), {}});
   for (std::size_t s = 0; s < trial.systems.size(); ++s) {
     const double above = kTop + kRow * static_cast<double>(s);
     picture.Text(kPlotLeft - 6.0, above + 17.0, trial.systems[s].name, "e");

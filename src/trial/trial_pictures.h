@@ -34,9 +34,9 @@ struct SatelliteSample {
   static constexpr std::int16_t kNoAzimuth = -1;
 
   std::uint32_t epoch = 0;
-  float cn0 = 0.0F;  // 0: not tracked
-  std::int16_t azimuth = kNoAzimuth;
-  std::int8_t elevation = kNoElevation;
+  float cn0 = 0.0F;                      // 0: not tracked
+  std::int16_t azimuth = kNoAzimuth;     // else 0 to 360
+  std::int8_t elevation = kNoElevation;  // else -90 to 90
   bool inUse = false;
 };
 
