@@ -110,11 +110,24 @@ TEST(DeviationStat, CountsNoValueAsRejectedAndSortsTheSignedBins) {
   EXPECT_EQ(stat.AbsTotal, 3);
   EXPECT_EQ(stat.SignedCounts.front(), 1);
   EXPECT_EQ(stat.SignedCounts.back(), 2);
+  EXPECT_TRUE(stat.RejectedMax == NoValue && stat.RejectedMin == NoValue);
+
+  // With a centre and limits of its own: the bins of both signs, and the two outer ones.
+  DeviationStat signedBins;
+  signedBins.SignedCentre = 0.5F;
+  for (std::size_t i = 1; i <= 10; ++i) signedBins.SignedLimits[10 + i] = static_cast<float>(i);
+  Take(signedBins, {0.5F, 1.25F, 1.5F, -0.25F, -0.5F, 10.0F, -9.0F, 10.5F, -9.5F, -9.5F});
+  decltype(stat.SignedCounts) counts{};
+  counts[11 + 1] = 2;
+  counts[11 + 2] = counts[11 - 1] = counts[11 - 2] = counts[11 + 10] = counts[11 - 10] = 1;
+  counts[11 + 11] = 1;
+  counts[11 - 11] = 2;
+  EXPECT_EQ(signedBins.SignedCounts, counts);
 }
 
 TEST(DeviationStat, AResetForgetsTheLowerBinsOnly) {
   DeviationStat stat;
-  Take(stat, {3.0F, 3.0F, 3.0F, 2.505F, NoValue});
+  Take(stat, {3.0F, 3.0F, 3.0F, 2.505F, NoValue, NoValue});
   ResetDeviationStat(stat);
   EXPECT_EQ(stat.Stat.Count, 0);
   EXPECT_EQ(stat.RejectedCount, 0);

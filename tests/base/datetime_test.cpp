@@ -37,6 +37,9 @@ TEST(DateTime, DifferencesAreWholeSeconds) {
   EXPECT_EQ(DifferenceInSeconds(noon, noon + kOneDay), 86400);
   EXPECT_EQ(DifferenceInSeconds(noon + TimeFromParts(0, 0, 90), noon), -90);
   EXPECT_EQ(DateOnly(noon), DateFromParts(2020, 2, 28));
+  // 337.5 seconds, exactly: halves go away from zero.
+  EXPECT_EQ(DifferenceInSeconds({}, {1.0 / 256.0}), 338);
+  EXPECT_EQ(DifferenceInSeconds({}, {-1.0 / 256.0}), -338);
 }
 
 TEST(ReadTimeOfDay, TakesOneOrTwoDigitsBetweenColonsAndNothingElse) {
@@ -56,6 +59,7 @@ TEST(FormatDateTime, KnowsThePictures) {
   EXPECT_EQ(FormatDateTime(moment, "hh:nn:ss DD mmm yyyy"), "04:05:59 06 Sep 2019");
   EXPECT_EQ(FormatDateTime(moment, "dd.mm.yy hh:mm:ss"), "06.09.19 04:05:59");
   EXPECT_EQ(FormatDateTime(moment, "yyyymmdd_hhnnss"), "20190906_040559");
+  EXPECT_EQ(FormatDateTime({-1.25}, "dd.mm.yyyy hh:nn:ss"), "28.12.1899 18:00:00");
 }
 
 }  // namespace

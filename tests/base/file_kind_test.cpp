@@ -28,7 +28,15 @@ TEST(FileKind, IsToldByTheContent) {
                          {"$PFEC,GPatt,1", FileKind::Recording},
                          {ubx + ubx + "$GNRMC,1,A\r\n" + ubx, FileKind::Recording},
                          {"$GPGGA,1\n\"REM Mode\"\n", FileKind::Recording},
+                         // Addresses of four to ten characters.
+                         {"$PAZ0,x", FileKind::Recording},
+                         {"!AZ90AZ90AZ,x", FileKind::Recording},
+                         {"$PAZ,x", FileKind::OtherText},
+                         {"$AZ90AZ90AZA,x", FileKind::OtherText},
                          {ubx, FileKind::Binary},
+                         // A control character of twenty may be text.
+                         {"nineteen letters an" + "\x1F"s, FileKind::OtherText},
+                         {"eighteen letters a" + "\x7F"s, FileKind::Binary},
                          {"a few words and $5,000\n", FileKind::OtherText},
                          {"name;lat;lon\nM\xF8re;62;6\n", FileKind::OtherText}}) {
     EXPECT_EQ(KindOfContent(row.bytes), row.kind) << row.bytes;
@@ -37,8 +45,9 @@ TEST(FileKind, IsToldByTheContent) {
 
 TEST(FileKind, OfAFileIsToldByItsBeginning) {
   const TemporaryFolder folder;
-  EXPECT_EQ(KindOfFile(folder.Write("b", std::string(60000, ' ') + "$GPGGA,1,")),
+  EXPECT_EQ(KindOfFile(folder.Write("b", std::string(65527, ' ') + "$GPGGA,1,")),
             FileKind::Recording);
+  EXPECT_EQ(KindOfFile(folder.Write("b", std::string(65536, ' ') + "$GPGGA,1,")), FileKind::Empty);
   ExpectFault(FaultNumber::FileNotFound, [&] { KindOfFile(folder / "none"); });
   ExpectFault(FaultNumber::PathAccess, [&] { KindOfFile(folder.Path()); });
 }

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <utility>
 #include <vector>
 
 namespace fathomline {
@@ -126,8 +127,16 @@ TEST(Look, SatellitesBeyondTheTwentyAreToldApartByTheirRound) {
   EXPECT_EQ(SatelliteRound(151), 7);
 }
 
+// The told colours are integers that stand in setups and series.
 TEST(Look, ShownColoursAreWrittenAsInDocuments) {
-  EXPECT_EQ(HexOf(Shown(kBlue, ColourUse::Line, LookMode::Light)), "#0B5CE0");
+  const std::pair<Colour, const char*> kLight[] = {
+      {16711680, "#0B5CE0"}, {32768, "#2A7B55"},         {255, "#CB1E33"},
+      {49344, "#6B5F00"},    {65280, "#15853E"},         {0, "#10171D"},
+      {16777215, "#868C92"}, {65535, "#A88000"},         {16776960, "#0F8FA3"},
+      {16711935, "#C22BB8"}, {look::kStripe, "#F6F8FA"}, {look::kHeaderGround, "#E7ECF0"}};
+  for (const auto& [colour, hex] : kLight) {
+    EXPECT_EQ(HexOf(Shown(colour, ColourUse::Line, LookMode::Light)), hex);
+  }
   EXPECT_EQ(HexOf(Shown(look::kChartGround, ColourUse::Fill, LookMode::Dark)), "#11161B");
   const Colour unknown = RedGreenBlue(1, 2, 3);
   EXPECT_EQ(Shown(unknown, ColourUse::Line, LookMode::Dark), unknown);

@@ -122,6 +122,7 @@ TEST(SerialDevice, EveryPortHasADeviceUntilTheSettingsNameAnother) {
   settings.Set("Comports", "COM5", "/dev/serial/by-id/usb-gyro");
   EXPECT_EQ(SerialDevice(settings, 5), "/dev/serial/by-id/usb-gyro");
   for (const int port : {0, 17}) {
+    settings.Set("Comports", "COM" + std::to_string(port), "/dev/ttyS9");
     ExpectFault(FaultNumber::OutOfRange, [&] { SerialDevice(settings, port); });
   }
 }

@@ -1,6 +1,8 @@
 // Files where a POSIX system has what others have not: pipes, limits, devices, other users.
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -9,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/clock.h"
 #include "base/files.h"
 #include "support/expect_fault.h"
 #include "support/temporary_folder.h"
@@ -70,6 +73,19 @@ TEST(FileTable, WritesAllOfALineOrNothing) {
 
   files.OpenForOutput(7, "/dev/full");
   ExpectFault(FaultNumber::DiskFull, [&] { files.Write(7, "x"); });
+}
+
+TEST(SystemClock, TellsLocalTimeInAZoneOfQuarterHours) {
+  ::setenv("TZ", "QRT-5:45", 1);
+  ::tzset();
+  const SystemClock clock;
+  for (int i = 0; i < 2; ++i) {
+    const DateTime utc = clock.NowUtc();
+    EXPECT_NEAR((clock.NowLocal() - utc).days * kSecondsPerDay, 5.75 * 3600.0, 2.0);
+    EXPECT_NEAR((clock.NowLocalExact() - utc).days * kSecondsPerDay, 5.75 * 3600.0, 2.0);
+  }
+  ::setenv("TZ", "UTC", 1);
+  ::tzset();
 }
 
 TEST(ReplaceFile, KeepsTheOldContentInAFolderThatIsReadOnly) {

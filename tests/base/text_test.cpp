@@ -26,19 +26,24 @@ TEST(Characters, BytesThatAreNoUtf8CountAsOneEach) {
   EXPECT_EQ(CharacterCount("\xE0\x80\x80"), 3U);
   EXPECT_EQ(CharacterCount("\xE2\x82"), 2U);
   EXPECT_EQ(CharacterCount("\xF4\x90\x80\x80"), 4U);
-  EXPECT_EQ(CharacterCount("\xED\xA0\x80\xED\x9F\xBF"), 4U) << "half a surrogate pair";
+  EXPECT_EQ(CharacterCount("\xED\xA0\x80\xED\xBF\xBF"), 6U) << "halves of a surrogate pair";
   std::size_t at = 0;
   EXPECT_EQ(NextCharacter("\xE5", at), char32_t{0xE5});
 }
 
 TEST(UpperCase, FoldsAsciiAndLatin1) {
-  EXPECT_EQ(UpperCase("brg \u00F8\u00E5"), "BRG \u00D8\u00C5");
-  EXPECT_EQ(UpperCase("\u00F7\u00FF\u00DF"), "\u00F7\u00FF\u00DF");
+  EXPECT_EQ(UpperCase("`az{ \u00E0\u00F8\u00FE"), "`AZ{ \u00C0\u00D8\u00DE");
+  // Those beside, and the first and last characters of each length in bytes.
+  for (const char* const other :
+       {"\u00F7\u00FF\u00DF", "\x7F\u0080\u07FF\u0800\uD7FF\uE000\uFFFF", "\U00010000\U0010FFFF"}) {
+    EXPECT_EQ(UpperCase(other), other);
+  }
+  EXPECT_EQ(CharacterCount("\u07FF\u0800\uD7FF\uE000\uFFFF\U00010000\U0010FFFF"), 7U);
 }
 
 TEST(Windows1252, ConvertsBothWays) {
   EXPECT_EQ(ToWindows1252("\u20AC\u00E6\u0178\u2019"), "\x80\xE6\x9F\x92");
-  EXPECT_EQ(ToWindows1252("\u0416\U0001F6A2."), "??.");
+  EXPECT_EQ(ToWindows1252("\u0080\u0100\u0416\U0001F6A2."), "????.");
   EXPECT_EQ(FromLatin1("\x80\xE6"), "\u0080\u00E6");
   for (int code = 0; code < 256; ++code) {
     const std::string byte(1, static_cast<char>(code));

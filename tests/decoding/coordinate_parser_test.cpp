@@ -92,6 +92,12 @@ TEST(ParseCoordinateDMS, RepairsAndTells) {
       {"200 61 61 N", "LON", 180.0, "180°00'00.0000\"E",
        "LONGITUDE FORMAT ERROR. Max 180 deg allowedLONGITUDE FORMAT ERROR. Default, E, used"},
   });
+  // A letter behind the last number is none that separates.
+  for (const char* const letter : {"A", "Z", "a", "z", "\u00C0", "\u00FF"}) {
+    const std::string two = std::string(letter) + "S";
+    const std::string message = two + "!   LATITUDE CHARACTER FORMAT ERROR. Default, N, used";
+    CheckDMS({{"10 0 0" + two, "LAT", 10.0, "10°00'00.0000\"N", message.c_str()}});
+  }
 }
 
 TEST(ParseCoordinateDMS, ANumberBeyondItsWidthLeavesTheText) {
@@ -130,6 +136,8 @@ TEST(ParseCoordinateDM, RepairsAndTells) {
       {"725", "BRG", 5.0, "005° 00.00'", over.c_str()},
       {"360", "BRG", 0.0, "000° 00.00'", over.c_str()},
       {"99999", "BRG", 0.0, "99999", "AZIMUTH FORMAT ERROR. "},
+      {"5 30 XY", "BRG", 5.5, "005° 30.00'",
+       "XY!   AZIMUTH CHARACTER FORMAT ERROR. Default, N, used"},
   });
 }
 
