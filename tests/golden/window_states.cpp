@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "base/format.h"
 #include "base/numbers.h"
 #include "support/colour_names.h"
 #include "toolkit/bars.h"
@@ -53,7 +54,10 @@ void Collect(const Chart& chart, Parts& parts) {
                     ColourName(design.colour) + (design.rightAxis ? " right" : "") +
                     (design.unit.empty() ? "" : " in " + design.unit) +
                     (design.whole ? " whole" : "") + (design.steps ? " steps" : "") +
-                    (design.digits ? " digits" : ""));
+                    (design.digits ? " digits" : "") +
+                    (design.satellite < 0                             ? ""
+                     : Format(design.satellite, "00") == design.title ? " marked"
+                                                                      : " marked wrongly"));
   }
   for (int i = 0; i < chart.ToolCount(); ++i) {
     const MarkerDesign& design = chart.Tools(i).Design();
@@ -96,6 +100,7 @@ std::string StateOf(const Control& control) {
   add(!control.Enabled(), "disabled");
   add(!control.Visible(), "hidden");
   if (control.ShownColour()) parts.push_back(ColourName(*control.ShownColour()));
+  add(!control.Tag().empty(), "tagged " + control.Tag());
   add(bool{control.onLeave}, "asked when it is left");
   switch (control.Kind()) {
     case ControlKind::Label: {

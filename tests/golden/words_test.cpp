@@ -91,11 +91,15 @@ TEST(Words, StandInEveryWindow) {
   TestProgram session;
   session.Analyse({"GGA", "GNS", "GLL", "RMC", "VTG", "GSA", "GST", "GSV", "ZDA", "HDT", "ATT",
                    "ROT", "VHW", "DBT", "TTM", "VDM"});
+  session.program.windows.charts.OpenSatellite(1, 7);
   std::map<std::string, std::string> listed = ListedWindows();
   std::map<std::pair<std::string, int>, std::string> ofTheFirst;
   for (Window* window : session.program.desktop.Windows()) {
     // To show the main window is to start the program.
-    if (window != &session.program.windows.main) window->Show();
+    if (window != &session.program.windows.main) {
+      window->Show();
+      window->Refresh();
+    }
     std::string words = WordsOf(*window);
     std::string& first = ofTheFirst[{window->Name(), window->Part()}];
     if (window->Index() > 1) {
