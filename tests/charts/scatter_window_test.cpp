@@ -49,16 +49,16 @@ TEST_F(ScatterTest, TakesTheScaleOfItsDialogAtTheNextFix) {
     EXPECT_TRUE(dialog.chkAutomatic.Checked());
     EXPECT_EQ(dialog.txtMax.Text(), "1.0");
     dialog.chkAutomatic.Click();
-    dialog.txtMax.UserText("2.5");
+    dialog.txtMax.UserText("0.5");
     dialog.cmdOk.Click();
   });
   scatter.TChart1.ClickAxis(AxisSide::Right);
   scatter.AddScatterPoint(9.0F, 9.0F);
-  EXPECT_EQ(Shown(), (AxisRange{-2.5, 2.5}));
-  EXPECT_EQ(chart.Left().Title(), "Northing +/- 2.5 m");
+  EXPECT_EQ(Shown(), (AxisRange{-0.5, 0.5}));
+  EXPECT_EQ(chart.Left().Title(), "Northing +/- 0.5 m");
 
   face.WhileWaiting([this] {
-    EXPECT_EQ(dialog.txtMax.Text(), "2.5");
+    EXPECT_EQ(dialog.txtMax.Text(), "0.5");
     dialog.txtMax.UserText("0");
     face.ExpectBox("");
     dialog.cmdOk.Click();
@@ -67,13 +67,13 @@ TEST_F(ScatterTest, TakesTheScaleOfItsDialogAtTheNextFix) {
   });
   scatter.TChart1.ClickAxis(AxisSide::Right);
   scatter.AddScatterPoint(9.0F, 9.0F);
-  EXPECT_EQ(Shown(), (AxisRange{-2.5, 2.5}));
+  EXPECT_EQ(Shown(), (AxisRange{-0.5, 0.5}));
 
   scatter.Close();
   scatter.Show();
   EXPECT_EQ(chart.Left().Title(), "Northing +/- 1.0 m");
   scatter.AddScatterPoint(9.0F, 9.0F);
-  EXPECT_EQ(Shown(), (AxisRange{-2.5, 2.5})) << "the scale outlives the window";
+  EXPECT_EQ(Shown(), (AxisRange{-0.5, 0.5})) << "the scale outlives the window";
 }
 
 TEST_F(ScatterTest, TakesFixesOfPositionSentencesOnly) {

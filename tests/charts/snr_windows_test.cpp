@@ -111,9 +111,11 @@ TEST_F(SNRTest, PlotsASingleSatelliteAndHidesOnClose) {
   ASSERT_NE(found, windows.end());
   auto& window = static_cast<frmTimeSeriesGSV_SVbySV&>(**found);
   const auto flag = static_cast<WindowFlag>(14 + 7);
-  SendSatellite(7, 33);
+  window.cmbOption.UserChoose(1);
+  SendSatellite(7, 1);
   window.Refresh();
-  EXPECT_EQ(window.lblEl.Text(), "33");
+  EXPECT_EQ(window.lblEl.Text(), "1");
+  EXPECT_EQ(window.TChart(0).Bottom().Maximum(), records.MessageTime[1].days) << "it scrolls";
   EXPECT_EQ(Values(window.TChart(0).Series(0)), Points{40.0F});
   EXPECT_TRUE(records.SystemSetups[1][flag]);
   window.UserClose();

@@ -120,6 +120,8 @@ TEST_F(TimeSeriesWindowTest, GivesAllChartsOneTimeAxis) {
   attitude.TChart(0).UserUndoZoom();
   EXPECT_FALSE(attitude.TChart(1).Bottom().Zoom());
   EXPECT_TRUE(attitude.TChart(1).Bottom().Automatic());
+  attitude.TChart(0).UserZoom({.bottom = zoom, .left = {}, .right = {}});
+  EXPECT_EQ(attitude.TChart(1).Bottom().Range(), zoom) << "of the first chart, too";
 }
 
 TEST_F(TimeSeriesWindowTest, ChoosesTheFilterByHandOrByTheTable) {
@@ -208,10 +210,13 @@ TEST_F(TimeSeriesWindowTest, ShowsTheChartOfDifferentialDataOnlyWhereWanted) {
 TEST_F(TimeSeriesWindowTest, ForgetsTheRunOfAStationWhenClosed) {
   const std::string fix = "$GPGGA,120000,0000.0000,N,00000.1000,E,2,9,1.2,12.5,M,0.0,M,3.0,5*00";
   Send(fix);
+  Send("$GPGGA,120001,0000.0000,N,00000.2000,E,2,9,1.2,12.5,M,0.0,M,3.0,5*00");
   position.Close();
   charts.ResetTimeSeries();
   Send(fix);
   EXPECT_EQ(SeriesOf(SentenceType::GGA, 3, 2).Count(), 0);
+  EXPECT_EQ(Values(SeriesOf(SentenceType::GGA, 0, 1)), Values(SeriesOf(SentenceType::GGA, 0, 0)))
+      << "one fix is its own mean";
   Send(fix);
   EXPECT_EQ(SeriesOf(SentenceType::GGA, 3, 2).Count(), 1);
 }
