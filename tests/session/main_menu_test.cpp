@@ -140,13 +140,13 @@ TEST_F(Menu, TheReportAsksAboutTheSessionInfoAndWaitsForItsEditor) {
   face.ExpectBox(question, Answer::Yes);
   face.WhileWaiting([&] {
     EXPECT_EQ(document.txtText.Text(), "Sea trial");
-    document.txtText.UserText("Sea trial\n\"two\"");
+    document.txtText.UserText("Sea trial\r\n\n\"two\"");
     menu.mnuFilePrint.Click();  // held while the first one waits
     document.cmdOk.Click();
   });
   face.Expect({});
   menu.mnuFilePrint.Click();
-  EXPECT_EQ(records().SessionInfo, "Sea trial\r\n'two'");
+  EXPECT_EQ(records().SessionInfo, "Sea trial\r\n\r\n'two'");
 
   records().SessionInfo.clear();
   for (int system = 2; system <= kSystems; ++system) records().CommSetups[system].Enabled = true;

@@ -320,11 +320,13 @@ TEST_F(RecordingsTest, TellsWhyNothingShowsAndLeadsThere) {
   frmSetup& dialog = program->session.setupDialog;
   const auto why = [&] {
     status.Refresh();
+    mainWindow().Refresh();
     EXPECT_EQ(status.cmdReason.Visible(), status.lblReason.Visible());
+    EXPECT_EQ(mainWindow().lblReason.Visible(), status.lblReason.Visible());
+    EXPECT_EQ(mainWindow().cmdReason.Visible(), status.lblReason.Visible());
     return status.lblReason.Visible() ? status.lblReason.Text() : "";
   };
   EXPECT_EQ(why(), "No sentence is ticked for system 1 (Bridge).");
-  mainWindow().Refresh();
   EXPECT_EQ(mainWindow().lblReason.Text(), why()) << "in the empty frame, too";
   status.cmdReason.Click();
   EXPECT_TRUE(dialog.Visible());
@@ -344,6 +346,11 @@ TEST_F(RecordingsTest, TellsWhyNothingShowsAndLeadsThere) {
   EXPECT_EQ(replay(lines),
             "Nothing of what is ticked for system 1 (Bridge) has occurred in 3 lines. Ticked: GSV, "
             "DBT. There are: HEHDT 2, GPVTG 1.");
+  // The six most frequent ones are named.
+  EXPECT_THAT(replay(lines + "$GPZDA,1*00\n$GPGGA,1*00\n$GPRMC,1*00\n$GPGST,1*00\n"),
+              EndsWith(": HEHDT 2, GPGGA 1, GPGST 1, GPRMC 1, GPVTG 1, GPZDA 1."));
+  EXPECT_THAT(replay(lines + "$GPZDA,1*00\n$GPGGA,1*00\n$GPRMC,1*00\n$GPGST,1*00\n$GPGLL,1*00\n"),
+              EndsWith(", GPVTG 1, ...."));
   EXPECT_EQ(replay(lines + "$SDDBT,1,f,2,M,3,F\n"), "");
   records().ChecksumTest[1] = true;
   for (int times = 0; times < 2; ++times) {

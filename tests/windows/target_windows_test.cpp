@@ -121,6 +121,7 @@ TEST_F(TargetWindows, SearchMarksTheFirstMatch) {
   EXPECT_EQ(search("211000003"), 3);
   EXPECT_EQ(search("1000"), 0) << "an MMSI is typed from its beginning";
   EXPECT_EQ(search("cross"), 2);
+  EXPECT_EQ(search("n"), 1) << "the heads are no targets";
   EXPECT_EQ(search("north s "), 3);
   EXPECT_EQ(search(""), 0);
   EXPECT_EQ(RowOf(grid, 1)[0], "211000001") << "the order stays";
@@ -232,6 +233,10 @@ TEST_F(ARPAWindow, TargetNumbersBeyondTheTableAreFaults) {
   test.Feed("RATTM,32765,1,2,T,3,4,T,5,6,N,LAST,L,,,A");
   EXPECT_EQ(radar.Rows(), 32767);
   EXPECT_EQ(RowOf(radar, 32766)[1], "LAST");
+  for (const char* const name : {"NEXT", "AGAIN"}) {
+    test.Feed("RATTM,32765,1,2,T,3,4,T,5,6,N," + std::string(name) + ",L,,,A");
+    EXPECT_EQ(RowOf(radar, 32766)[1], name);
+  }
   ExpectFault(FaultNumber::Overflow, [&] { test.Feed("RATTM,32766,1,2,T,3,4,T,5,6,N,,L,,,A"); });
   ExpectFault(FaultNumber::OutOfRange, [&] { test.Feed("RATTM,-1,1,2,T,3,4,T,5,6,N,,L,,,A"); });
   EXPECT_EQ(RowOf(radar, 0)[0], "No");

@@ -81,6 +81,14 @@ TEST_F(WatchWindows, SourcesTellStateAndReasonAndOpenALinkAgain) {
   EXPECT_THAT(Row(sources.fgSentences, 2),
               ElementsAre("● alive", "1", "HE", "HDT", "1.00", "1.0 s", "21"));
   EXPECT_EQ(sources.fgSentences.Rows(), 3);
+  EXPECT_EQ(sources.fgSources.CellColour(1, 0), look::kAlive);
+  // In order of their age whatever its unit.
+  const std::vector<std::pair<const char*, double>> ages = {
+      {"9.5 s", 9.5}, {"119 s", 119.0}, {"2 min", 120.0}, {"3 h", 10800.0}};
+  for (const auto& [text, seconds] : ages) {
+    sources.fgSentences.Set(2, 5, text);
+    EXPECT_EQ(sources.fgSentences.sortKey(2, 5), seconds);
+  }
 
   // The link goes, with the box that is told; by hand it comes back, and nothing is forgotten.
   session.face.ExpectBox("TCP/IP Error, system 1 :10054 - The remote host closed the connection");
@@ -113,6 +121,25 @@ TEST_F(WatchWindows, SourcesTellStateAndReasonAndOpenALinkAgain) {
   sources.Refresh();
   EXPECT_FALSE(sources.chkReconnect.Checked());
   EXPECT_EQ(sources.fgSources.Text(1, 4), "Connection refused");
+
+  for (const int rows : {4, 3}) {
+    Send(3, Sentence("HEHDT,1.0,T"));
+    session.records().CommSetups[3].Enabled = rows == 4;
+    Second();
+    sources.Refresh();
+    EXPECT_EQ(sources.fgSentences.Rows(), rows) << "what is not enabled is not listed";
+  }
+}
+
+TEST(SourceTexts, HaveAsManyDigitsAsCanBeRead) {
+  std::string texts = AgeText(9.94, false);
+  for (const double seconds : {0.0, 9.94, 10.0, 119.4, 120.0, 7199.0, 7200.0, 86400.0}) {
+    texts += "|" + AgeText(seconds);
+  }
+  for (const double rate : {100.0, 99.94, 1.0, 0.0, 0.99, 0.1, 0.017})
+    texts += "|" + RateText(rate);
+  EXPECT_EQ(texts,
+            "9 s|0.0 s|9.9 s|10 s|119 s|2 min|120 min|2 h|24 h|100|99.9|1.0|0.0|0.99|0.10|0.017");
 }
 
 TEST_F(WatchWindows, TheSentenceLogFiltersPausesCopiesAndSaves) {
