@@ -14,12 +14,12 @@ Gaps FixGapsOf(const Times& epochs, const std::vector<bool>& isFix, double inter
   Gaps gaps;
   std::int64_t longest = 0;
   std::int64_t sum = 0;
-  std::optional<std::int64_t> lastFix;
+  const std::int64_t* lastFix = nullptr;
   for (std::size_t i = 0; i < epochs.size(); ++i) {
-    if (i > 0 && epochs[i] - epochs[i - 1] > kJump) lastFix.reset();
+    if (i > 0 && epochs[i] - epochs[i - 1] > kJump) lastFix = nullptr;
     const bool isLast = i + 1 == epochs.size();
     if (!isFix[i] && !isLast) continue;
-    if (lastFix) {
+    if (lastFix != nullptr) {
       const std::int64_t step = epochs[i] - *lastFix;
       if (static_cast<double>(step) > 3.0 * interval) {
         ++gaps.n;
@@ -31,7 +31,7 @@ Gaps FixGapsOf(const Times& epochs, const std::vector<bool>& isFix, double inter
         }
       }
     }
-    if (isFix[i]) lastFix = epochs[i];
+    if (isFix[i]) lastFix = &epochs[i];
   }
   gaps.sum = static_cast<double>(sum) / 1000.0;
   return gaps;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "ais/ais_messages.h"
 #include "base/numbers.h"
@@ -165,9 +166,7 @@ void frmAISTargets::UpdateAISTargets(SentenceType type) {
 
 void frmAISTargets::Refresh() {
   for (int row = 1; row < fgAISTargets.Rows(); ++row) {
-    std::uint16_t& columns = due_[static_cast<std::size_t>(row)];
-    if (columns != 0) WriteRow(row, columns);
-    columns = 0;
+    WriteRow(row, std::exchange(due_[static_cast<std::size_t>(row)], std::uint16_t{0}));
   }
   WriteDescription();
 }

@@ -4,6 +4,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/text.h"
@@ -103,8 +104,7 @@ void frmARPATargets::UpdateARPATargets(SentenceType type) {
   if (isNew) target.firstMessage = now;
   target.latest = record;
   target.lastMessage = now;
-  if (isNew || !target.due) dueRows_.push_back(row);
-  target.due = true;
+  if (!std::exchange(target.due, true)) dueRows_.push_back(row);
 }
 
 void frmARPATargets::Refresh() {

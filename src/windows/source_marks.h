@@ -38,7 +38,7 @@ SourceReading ReadSource(const Records& records, LinkDesk& links, const SourceAc
 
 // "0.4 s", or "0 s" without tenths, "12 s", "3 min", "2 h".
 std::string AgeText(double seconds, bool tenths = true);
-// "1250", "10.0", "0.2", "0.017".
+// "1250", "10.0", "0.20", "0.017".
 std::string RateText(double rate);
 
 // The marks at the right end of the status bar, one per enabled system. Renewed once a second, when

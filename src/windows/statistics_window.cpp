@@ -1,6 +1,7 @@
 #include "windows/statistics_window.h"
 
 #include <string>
+#include <utility>
 
 #include "analysis/geodesy.h"
 #include "base/format.h"
@@ -172,13 +173,11 @@ void frmStatistics::NoteReferenceAttitude() {
 
 void frmStatistics::Refresh() {
   WriteReference();
-  if (averagesDue_) WriteAverages();
-  averagesDue_ = false;
+  if (std::exchange(averagesDue_, false)) WriteAverages();
   if (timesOf_ != nullptr) WriteTimes();
   timesOf_ = nullptr;
   for (SentenceGrid& grid : grids_) {
-    if (grid.due) WriteGrid(grid);
-    grid.due = false;
+    if (std::exchange(grid.due, false)) WriteGrid(grid);
   }
 }
 
@@ -188,17 +187,16 @@ std::string frmStatistics::Coordinate(double radians, std::string_view type) con
 }
 
 void frmStatistics::WriteReference() {
-  if (positionDue_) {
+  if (std::exchange(positionDue_, false)) {
     lblRefLat.SetText(Coordinate(shownReference_.ReferenceLatitude, "LAT"));
     lblRefLon.SetText(Coordinate(shownReference_.ReferenceLongitude, "LON"));
     lblRefHgt.SetText(Format(shownReference_.ReferenceHeight, "0.000"));
   }
-  if (attitudeDue_) {
+  if (std::exchange(attitudeDue_, false)) {
     lblRefHdg.SetText(Format(shownReference_.ReferenceHeading, "000.00"));
     lblRefPitch.SetText(Format(shownReference_.ReferencePitch, "0.00"));
     lblRefRoll.SetText(Format(shownReference_.ReferenceRoll, "0.00"));
   }
-  positionDue_ = attitudeDue_ = false;
 }
 
 void frmStatistics::WriteAverages() {
