@@ -15,7 +15,7 @@ struct ARPATarget {
   TTMRecord latest;
   DateTime firstMessage;
   DateTime lastMessage;
-  bool due = true;
+  bool due = false;
 };
 
 class frmARPATargets : public SystemView {
