@@ -100,7 +100,7 @@ std::optional<std::int64_t> ReadStrictTime(std::string_view text) {
   if (text[6] != '.' || text.size() == 7) return std::nullopt;
   const std::string_view decimals = text.substr(7);
   if (!std::all_of(decimals.begin(), decimals.end(), IsDigit)) return std::nullopt;
-  constexpr auto kWeights = std::to_array<int>({100, 10, 1});
+  constexpr auto kWeights = std::to_array<std::int64_t>({100, 10, 1});
   for (std::size_t i = 0; i < std::min(decimals.size(), kWeights.size()); ++i) {
     milliseconds += kWeights[i] * (decimals[i] - '0');
   }

@@ -121,8 +121,10 @@ std::vector<PlotTick> NumberTicks(const PlotScale& scale, double apart) {
     values = Multiples(scale.Low(), scale.High(), step);
   }
   const int decimals = std::clamp(-static_cast<int>(std::floor(std::log10(step) + 1e-9)), 0, 9);
-  std::vector<PlotTick> ticks;
-  for (const double value : values) ticks.push_back({value, FigureText(value, decimals)});
+  std::vector<PlotTick> ticks(values.size());
+  std::transform(values.begin(), values.end(), ticks.begin(), [decimals](double value) {
+    return PlotTick{value, FigureText(value, decimals)};
+  });
   return ticks;
 }
 
