@@ -166,7 +166,8 @@ void frmAISTargets::UpdateAISTargets(SentenceType type) {
 
 void frmAISTargets::Refresh() {
   for (int row = 1; row < fgAISTargets.Rows(); ++row) {
-    WriteRow(row, std::exchange(due_[static_cast<std::size_t>(row)], std::uint16_t{0}));
+    auto& due = due_[static_cast<std::size_t>(row)];
+    if (due != 0) WriteRow(row, std::exchange(due, std::uint16_t{0}));
   }
   WriteDescription();
 }
