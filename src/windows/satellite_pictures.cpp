@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,16 +27,16 @@ const Constellation& ConstellationOf(const Satellite& satellite) {
 }
 
 struct Point {
-  double x = 0.0;
-  double y = 0.0;
+  double x;
+  double y;
 };
 
 // Upper left corner and size.
 struct Area {
-  double x = 0.0;
-  double y = 0.0;
-  double width = 0.0;
-  double height = 0.0;
+  double x;
+  double y;
+  double width;
+  double height;
 
   bool Meets(const Area& other) const {
     return x < other.x + other.width && other.x < x + width && y < other.y + other.height &&
@@ -72,17 +73,15 @@ class Sky {
 
   void DrawTrack(const Satellite& satellite) {
     picture_.SetPen({.width = 1, .colour = ConstellationOf(satellite).colour});
-    Point last;
-    bool first = true;
+    std::optional<Point> last;
     for (const auto& position : satellite.track) {
       const Point point = At(position);
-      if (!first && std::hypot(point.x - last.x, point.y - last.y) < kTrackStep) continue;
-      if (!first) picture_.Line(last.x, last.y, point.x, point.y);
+      if (last && std::hypot(point.x - last->x, point.y - last->y) < kTrackStep) continue;
+      if (last) picture_.Line(last->x, last->y, point.x, point.y);
       last = point;
-      first = false;
     }
     const Point now = At(*satellite.position);
-    if (!first) picture_.Line(last.x, last.y, now.x, now.y);
+    if (last) picture_.Line(last->x, last->y, now.x, now.y);
   }
 
   void DrawMark(const Satellite& satellite) {

@@ -123,6 +123,13 @@ TEST(Words, StandInEveryWindow) {
         "AISTargetsWidth2", "ARPATargetsHeight1", "TimeSeriesGGALeft2", "TimeSeriesGNSTop3"}) {
     EXPECT_TRUE(session.settings.Get("Settings", name)) << name;
   }
+  for (Window* window : session.program.desktop.Windows()) {
+    const std::string key = window->Name().substr(3) + "Width";
+    if (!session.settings.Get("Settings", key)) continue;
+    session.settings.Set("Settings", key, 7000);
+    window->Show();
+    EXPECT_EQ(window->Place().width, 7000) << key;
+  }
 }
 
 // Whoever points at the head of a table is told what stands there.
