@@ -26,6 +26,9 @@
 //   tables                         those of the page
 //     = Depth                      the caption, then the rows
 //     DBT | 12 | 3.2 / 4.1         cells; what stands in one on top of each other
+//   style svg .q                   the rules of the page's style sheet, or the colours, that begin
+//   in
+//     svg .q0{fill:var(--qf0)}     a certain way, each on a line
 //   csv angles                     angles.csv as it is
 //     system,angle,name,time,deviation_deg
 #include <charconv>
@@ -301,6 +304,16 @@ std::string WordsOf(const std::string& page) {
   return words;
 }
 
+// The lines of the style sheet that begin in a certain way. Each colour stands on one of its own.
+std::string StyleOf(const std::string& page, const std::string& front) {
+  const std::string head = page.substr(0, page.find("</style>"));
+  std::string rules;
+  for (const auto& rule : Split(std::regex_replace(head, std::regex(";--"), ";\n--"), "\n")) {
+    if (rule.starts_with(front)) rules += rule + "\n";
+  }
+  return rules;
+}
+
 struct Line {
   int number;
   std::string text;
@@ -377,6 +390,7 @@ class Case {
       EXPECT_EQ(kind == "picture"  ? PictureOf(page, of)
                 : kind == "tables" ? TablesOf(page, of)
                 : kind == "words"  ? WordsOf(page)
+                : kind == "style"  ? StyleOf(page, of)
                 : kind == "csv"    ? ReadWholeFile(folder_ / ("csv/" + of + ".csv"))
                                    : out.str(),
                 wanted)
