@@ -15,42 +15,42 @@ namespace fathomline {
 
 // Meteorological and hydrological data. Every field of all ones is NoValue.
 struct AISMetHydro {
-  double Latitude = 0.0;
-  double Longitude = 0.0;
-  std::int16_t Day = 0;
-  std::int16_t Hour = 0;
-  std::int16_t Minute = 0;
-  std::int16_t WindSpeed = 0;  // knots
-  std::int16_t WindGust = 0;
-  std::int16_t WindDirection = 0;  // degrees
-  std::int16_t WindGustDirection = 0;
-  float AirTemperature = 0.0F;  // degrees Celsius
-  std::int16_t Humidity = 0;    // percent
-  float DewPoint = 0.0F;
-  std::int16_t AirPressure = 0;  // hPa
-  std::int16_t PressureTendency = 0;
-  float Visibility = 0.0F;  // nautical miles
-  float WaterLevel = 0.0F;  // metres
-  std::int16_t WaterLevelTrend = 0;
-  float Current1Speed = 0.0F;  // knots
-  std::int16_t Current1Direction = 0;
-  float Current2Speed = 0.0F;
-  std::int16_t Current2Direction = 0;
-  std::int16_t Current2Level = 0;  // metres below the surface
-  float Current3Speed = 0.0F;
-  std::int16_t Current3Direction = 0;
-  std::int16_t Current3Level = 0;
-  float WaveHeight = 0.0F;      // metres
-  std::int16_t WavePeriod = 0;  // seconds
-  std::int16_t WaveDirection = 0;
-  float SwellHeight = 0.0F;
-  std::int16_t SwellPeriod = 0;
-  std::int16_t SwellDirection = 0;
-  std::int16_t SeaState = 0;
-  float WaterTemperature = 0.0F;
-  std::int16_t Precipitation = 0;
-  float Salinity = 0.0F;
-  std::int16_t Ice = 0;
+  double Latitude{};
+  double Longitude{};
+  std::int16_t Day{};
+  std::int16_t Hour{};
+  std::int16_t Minute{};
+  std::int16_t WindSpeed{};  // knots
+  std::int16_t WindGust{};
+  std::int16_t WindDirection{};  // degrees
+  std::int16_t WindGustDirection{};
+  float AirTemperature{};   // degrees Celsius
+  std::int16_t Humidity{};  // percent
+  float DewPoint{};
+  std::int16_t AirPressure{};  // hPa
+  std::int16_t PressureTendency{};
+  float Visibility{};  // nautical miles
+  float WaterLevel{};  // metres
+  std::int16_t WaterLevelTrend{};
+  float Current1Speed{};  // knots
+  std::int16_t Current1Direction{};
+  float Current2Speed{};
+  std::int16_t Current2Direction{};
+  std::int16_t Current2Level{};  // metres below the surface
+  float Current3Speed{};
+  std::int16_t Current3Direction{};
+  std::int16_t Current3Level{};
+  float WaveHeight{};         // metres
+  std::int16_t WavePeriod{};  // seconds
+  std::int16_t WaveDirection{};
+  float SwellHeight{};
+  std::int16_t SwellPeriod{};
+  std::int16_t SwellDirection{};
+  std::int16_t SeaState{};
+  float WaterTemperature{};
+  std::int16_t Precipitation{};
+  float Salinity{};
+  std::int16_t Ice{};
 
   static constexpr auto Layout() {
     using R = AISMetHydro;
@@ -103,20 +103,20 @@ struct AISMetHydro {
 
 struct AISDangerousCargo {
   std::string LastPort;
-  std::int16_t DepartureMonth = 0;
-  std::int16_t DepartureDay = 0;
-  std::int16_t DepartureHour = 0;
-  std::int16_t DepartureMinute = 0;
+  std::int16_t DepartureMonth{};
+  std::int16_t DepartureDay{};
+  std::int16_t DepartureHour{};
+  std::int16_t DepartureMinute{};
   std::string NextPort;
-  std::int16_t ArrivalMonth = 0;
-  std::int16_t ArrivalDay = 0;
-  std::int16_t ArrivalHour = 0;
-  std::int16_t ArrivalMinute = 0;
+  std::int16_t ArrivalMonth{};
+  std::int16_t ArrivalDay{};
+  std::int16_t ArrivalHour{};
+  std::int16_t ArrivalMinute{};
   std::string Goods;
   std::string IMDCategory;
-  std::int16_t UNNumber = 0;
-  std::int16_t Amount = 0;
-  std::int16_t Unit = 0;
+  std::int16_t UNNumber{};
+  std::int16_t Amount{};
+  std::int16_t Unit{};
 
   static constexpr auto Layout() {
     using R = AISDangerousCargo;
@@ -142,16 +142,16 @@ struct AISFairwayClosed {
   std::string Reason;
   std::string LocationFrom;
   std::string LocationTo;
-  std::int16_t Radius = 0;
-  std::int16_t Unit = 0;
-  std::int16_t StartDay = 0;
-  std::int16_t StartMonth = 0;
-  std::int16_t StartHour = 0;
-  std::int16_t StartMinute = 0;
-  std::int16_t EndDay = 0;
-  std::int16_t EndMonth = 0;
-  std::int16_t EndHour = 0;
-  std::int16_t EndMinute = 0;
+  std::int16_t Radius{};
+  std::int16_t Unit{};
+  std::int16_t StartDay{};
+  std::int16_t StartMonth{};
+  std::int16_t StartHour{};
+  std::int16_t StartMinute{};
+  std::int16_t EndDay{};
+  std::int16_t EndMonth{};
+  std::int16_t EndHour{};
+  std::int16_t EndMinute{};
 
   static constexpr auto Layout() {
     using R = AISFairwayClosed;
@@ -173,14 +173,14 @@ struct AISFairwayClosed {
 
 // The current at one position of a tidal window.
 struct AISTidalCurrent {
-  double Latitude = 0.0;
-  double Longitude = 0.0;
-  std::int16_t FromHour = 0;
-  std::int16_t FromMinute = 0;
-  std::int16_t ToHour = 0;
-  std::int16_t ToMinute = 0;
-  std::int16_t CurrentDirection = 0;  // degrees
-  float CurrentSpeed = 0.0F;          // knots
+  double Latitude{};
+  double Longitude{};
+  std::int16_t FromHour{};
+  std::int16_t FromMinute{};
+  std::int16_t ToHour{};
+  std::int16_t ToMinute{};
+  std::int16_t CurrentDirection{};  // degrees
+  float CurrentSpeed{};             // knots
 
   static constexpr auto Layout() {
     using R = AISTidalCurrent;
@@ -197,8 +197,8 @@ struct AISTidalCurrent {
 };
 
 struct AISTidalWindow {
-  std::int16_t Month = 0;
-  std::int16_t Day = 0;
+  std::int16_t Month{};
+  std::int16_t Day{};
   AISTidalCurrent Position1;
   AISTidalCurrent Position2;
   AISTidalCurrent Position3;
@@ -215,19 +215,19 @@ struct AISTidalWindow {
 // services, report type 1, as far as the pressure tendency. Of the other form only the type is
 // kept. Positions are hundredths of a degree on the air.
 struct AISWeatherReport {
-  std::int16_t ReportType = 0;
-  double Latitude = 0.0;
-  double Longitude = 0.0;
-  std::int16_t Month = 0;
-  std::int16_t Day = 0;
-  std::int16_t Hour = 0;
-  std::int16_t Minute = 0;      // in steps of ten
-  std::int16_t COG = 0;         // degrees, in steps of five
-  float SOG = 0.0F;             // metres a second, in steps of a half
-  std::int16_t Heading = 0;     // degrees, in steps of five
-  float AirPressure = 0.0F;     // hPa at sea level
-  float PressureChange = 0.0F;  // hPa over three hours
-  std::int16_t PressureTendency = 0;
+  std::int16_t ReportType{};
+  double Latitude{};
+  double Longitude{};
+  std::int16_t Month{};
+  std::int16_t Day{};
+  std::int16_t Hour{};
+  std::int16_t Minute{};   // in steps of ten
+  std::int16_t COG{};      // degrees, in steps of five
+  float SOG{};             // metres a second, in steps of a half
+  std::int16_t Heading{};  // degrees, in steps of five
+  float AirPressure{};     // hPa at sea level
+  float PressureChange{};  // hPa over three hours
+  std::int16_t PressureTendency{};
 
   static constexpr auto Layout() {
     using R = AISWeatherReport;
@@ -256,18 +256,18 @@ struct AISWeatherReport {
 // What the four binary messages have in common. A field that a message does not carry keeps what
 // an earlier message of the id said.
 struct AISApplicationData : AISRecord {
-  std::int16_t DAC = 0;
-  std::int16_t FI = 0;
+  std::int16_t DAC{};
+  std::int16_t FI{};
   std::string Description;
-  std::int32_t DestinationMMSI = 0;
-  std::int16_t RequestedDAC = 0;
-  std::int16_t RequestedFI = 0;
+  std::int32_t DestinationMMSI{};
+  std::int16_t RequestedDAC{};
+  std::int16_t RequestedFI{};
   AISMetHydro MetHydro;
   AISDangerousCargo DangerousCargo;
   AISFairwayClosed FairwayClosed;
   AISTidalWindow TidalWindow;
-  float HeightOverKeel = 0.0F;  // metres
-  std::int16_t Passengers = 0;
+  float HeightOverKeel{};  // metres
+  std::int16_t Passengers{};
   AISWeatherReport WeatherReport;
 };
 
@@ -295,8 +295,8 @@ struct AISBinaryRecord : AISApplicationData {
 
 // Ids 25 and 26.
 struct AISMultiSlotRecord : AISApplicationData {
-  std::int16_t Addressed = 0;
-  std::int16_t Structured = 0;
+  std::int16_t Addressed{};
+  std::int16_t Structured{};
 
   static constexpr auto Layout() {
     using R = AISMultiSlotRecord;

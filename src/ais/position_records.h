@@ -17,9 +17,9 @@ namespace fathomline {
 
 // What every record begins and ends with. `Received` is local time.
 struct AISRecord {
-  std::int16_t MsgId = 0;
-  std::int16_t Repeat = 0;
-  std::int32_t MMSI = 0;
+  std::int16_t MsgId{};
+  std::int16_t Repeat{};
+  std::int32_t MMSI{};
   DateTime Received;
 };
 
@@ -35,12 +35,12 @@ constexpr auto MessageLayout(const Rows&... rows) {
 // The common tail. Of the fields behind `SubMessage` a message sets those that its slot time-out
 // names; the others keep what an earlier message of the id said.
 struct AISRadioStatus {
-  std::int16_t SyncState = 0;
-  std::int16_t SlotTimeout = 0;
-  std::int16_t SubMessage = 0;
-  std::int16_t SlotOffset = 0;
-  std::int16_t SlotNumber = 0;
-  std::int16_t ReceivedStations = 0;
+  std::int16_t SyncState{};
+  std::int16_t SlotTimeout{};
+  std::int16_t SubMessage{};
+  std::int16_t SlotOffset{};
+  std::int16_t SlotNumber{};
+  std::int16_t ReceivedStations{};
 };
 
 constexpr bool SlotTimeoutTellsTime(const AISRadioStatus& r) {
@@ -61,8 +61,8 @@ constexpr auto RadioStatusRows() {
 }
 
 struct AISRadioTime {
-  std::int16_t UTCHour = 0;
-  std::int16_t UTCMinute = 0;
+  std::int16_t UTCHour{};
+  std::int16_t UTCMinute{};
 };
 
 constexpr auto RadioTimeRows() {
@@ -77,20 +77,20 @@ float RateOfTurn(int raw);
 
 // Ids 1, 2 and 3.
 struct AISPositionReport : AISRecord, AISRadioStatus, AISRadioTime {
-  std::int16_t NavStatus = 0;
+  std::int16_t NavStatus{};
   std::string NavStatusText;
-  float ROT = 0.0F;
-  float SOG = 0.0F;
-  std::int16_t PositionAccuracy = 0;
+  float ROT{};
+  float SOG{};
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  float COG = 0.0F;
-  float Heading = 0.0F;
-  std::int16_t Timestamp = 0;  // UTC second, and above 59 the reasons why there is none
-  std::int16_t Regional = 0;
-  std::int16_t Spare = 0;
-  std::int16_t RAIM = 0;
+  double Longitude{};
+  double Latitude{};
+  float COG{};
+  float Heading{};
+  std::int16_t Timestamp{};  // UTC second, and above 59 the reasons why there is none
+  std::int16_t Regional{};
+  std::int16_t Spare{};
+  std::int16_t RAIM{};
 
   static constexpr auto Layout() {
     using R = AISPositionReport;
@@ -118,21 +118,21 @@ struct AISPositionReport : AISRecord, AISRadioStatus, AISRadioTime {
 
 // Id 4. Hour and minute may come out of the radio status.
 struct AISBaseStationReport : AISRecord, AISRadioStatus {
-  std::int16_t Year = 0;
-  std::int16_t Month = 0;
-  std::int16_t Day = 0;
-  std::int16_t Hour = 0;
-  std::int16_t Minute = 0;
-  std::int16_t Second = 0;
-  std::int16_t PositionAccuracy = 0;
+  std::int16_t Year{};
+  std::int16_t Month{};
+  std::int16_t Day{};
+  std::int16_t Hour{};
+  std::int16_t Minute{};
+  std::int16_t Second{};
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  std::int16_t EPFSType = 0;
+  double Longitude{};
+  double Latitude{};
+  std::int16_t EPFSType{};
   std::string EPFSText;
-  std::int16_t LongRangeControl = 0;
-  std::int16_t Spare = 0;
-  std::int16_t RAIM = 0;
+  std::int16_t LongRangeControl{};
+  std::int16_t Spare{};
+  std::int16_t RAIM{};
 
   static constexpr auto Layout() {
     using R = AISBaseStationReport;
@@ -155,20 +155,20 @@ struct AISBaseStationReport : AISRecord, AISRadioStatus {
 
 // Id 9. The altitude is metres, the speed whole knots.
 struct AISSARReport : AISRecord, AISRadioStatus, AISRadioTime {
-  std::int16_t Altitude = 0;
-  float SOG = 0.0F;
-  std::int16_t PositionAccuracy = 0;
+  std::int16_t Altitude{};
+  float SOG{};
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  float COG = 0.0F;
-  std::int16_t Timestamp = 0;
-  std::int16_t AltitudeSensor = 0;
-  std::int16_t DTE = 0;
-  std::int16_t Spare = 0;
-  std::int16_t AssignedMode = 0;
-  std::int16_t RAIM = 0;
-  std::int16_t CommStateFlag = 0;
+  double Longitude{};
+  double Latitude{};
+  float COG{};
+  std::int16_t Timestamp{};
+  std::int16_t AltitudeSensor{};
+  std::int16_t DTE{};
+  std::int16_t Spare{};
+  std::int16_t AssignedMode{};
+  std::int16_t RAIM{};
+  std::int16_t CommStateFlag{};
 
   static constexpr auto Layout() {
     using R = AISSARReport;
@@ -191,15 +191,15 @@ struct AISSARReport : AISRecord, AISRadioStatus, AISRadioTime {
 
 // What ids 18 and 19 have in common.
 struct AISClassBReport : AISRecord {
-  std::int16_t Regional = 0;
-  float SOG = 0.0F;
-  std::int16_t PositionAccuracy = 0;
+  std::int16_t Regional{};
+  float SOG{};
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  float COG = 0.0F;
-  float Heading = 0.0F;
-  std::int16_t Timestamp = 0;
+  double Longitude{};
+  double Latitude{};
+  float COG{};
+  float Heading{};
+  std::int16_t Timestamp{};
 };
 
 constexpr auto ClassBRows() {
@@ -218,14 +218,14 @@ constexpr auto ClassBRows() {
 
 // Id 18.
 struct AISClassBPosition : AISClassBReport, AISRadioStatus, AISRadioTime {
-  std::int16_t UnitFlag = 0;
-  std::int16_t DisplayFlag = 0;
-  std::int16_t DSCFlag = 0;
-  std::int16_t BandFlag = 0;
-  std::int16_t Msg22Flag = 0;
-  std::int16_t AssignedMode = 0;
-  std::int16_t RAIM = 0;
-  std::int16_t CommStateFlag = 0;
+  std::int16_t UnitFlag{};
+  std::int16_t DisplayFlag{};
+  std::int16_t DSCFlag{};
+  std::int16_t BandFlag{};
+  std::int16_t Msg22Flag{};
+  std::int16_t AssignedMode{};
+  std::int16_t RAIM{};
+  std::int16_t CommStateFlag{};
 
   static constexpr auto Layout() {
     using R = AISClassBPosition;
@@ -243,16 +243,16 @@ struct AISClassBPosition : AISClassBReport, AISRadioStatus, AISRadioTime {
 
 // Id 27. Whole knots and whole degrees.
 struct AISLongRangeBroadcast : AISRecord {
-  std::int16_t PositionAccuracy = 0;
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  std::int16_t RAIM = 0;
-  std::int16_t NavStatus = 0;
+  std::int16_t RAIM{};
+  std::int16_t NavStatus{};
   std::string NavStatusText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  float SOG = 0.0F;
-  float COG = 0.0F;
-  std::int16_t PositionLatency = 0;
+  double Longitude{};
+  double Latitude{};
+  float SOG{};
+  float COG{};
+  std::int16_t PositionLatency{};
 
   static constexpr auto Layout() {
     using R = AISLongRangeBroadcast;

@@ -24,7 +24,7 @@ struct AISReceptionTime {
 
 // Id 10.
 struct AISUTCInquiry : AISRecord {
-  std::int32_t DestinationMMSI = 0;
+  std::int32_t DestinationMMSI{};
 
   static constexpr auto Layout() {
     using R = AISUTCInquiry;
@@ -34,10 +34,10 @@ struct AISUTCInquiry : AISRecord {
 
 // Id 12.
 struct AISSafetyText : AISRecord {
-  std::int16_t SequenceNumber = 0;
-  std::int32_t DestinationMMSI = 0;
-  std::int16_t Retransmit = 0;
-  std::int16_t Spare = 0;
+  std::int16_t SequenceNumber{};
+  std::int32_t DestinationMMSI{};
+  std::int16_t Retransmit{};
+  std::int16_t Spare{};
   std::string Text;
 
   static constexpr auto Layout() {
@@ -65,12 +65,12 @@ struct AISBroadcastText : AISRecord {
 
 // Id 16. The second station is read whether or not the message names one.
 struct AISAssignmentCommand : AISRecord {
-  std::int32_t DestinationA = 0;
-  std::int16_t OffsetA = 0;
-  std::int16_t IncrementA = 0;
-  std::int32_t DestinationB = 0;
-  std::int16_t OffsetB = 0;
-  std::int16_t IncrementB = 0;
+  std::int32_t DestinationA{};
+  std::int16_t OffsetA{};
+  std::int16_t IncrementA{};
+  std::int32_t DestinationB{};
+  std::int16_t OffsetB{};
+  std::int16_t IncrementB{};
 
   static constexpr auto Layout() {
     using R = AISAssignmentCommand;
@@ -87,17 +87,17 @@ struct AISDGNSSBroadcast : AISRecord {
   template <class Value>
   using Blocks = std::array<Value, kBlocks>;
 
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  std::int16_t RTCMType = 0;
-  std::int32_t StationId = 0;
-  float ZCount = 0.0F;  // seconds of the hour
-  std::int16_t Sequence = 0;
-  std::int16_t WordCount = 0;
-  std::int16_t Health = 0;
-  double StationX = 0.0;  // metres, earth-centred; types 3 and 32
-  double StationY = 0.0;
-  double StationZ = 0.0;
+  double Longitude{};
+  double Latitude{};
+  std::int16_t RTCMType{};
+  std::int32_t StationId{};
+  float ZCount{};  // seconds of the hour
+  std::int16_t Sequence{};
+  std::int16_t WordCount{};
+  std::int16_t Health{};
+  double StationX{};  // metres, earth-centred; types 3 and 32
+  double StationY{};
+  double StationZ{};
   Blocks<std::int16_t> ScaleFactor{};  // the satellites of types 1, 9, 31 and 34
   Blocks<std::int16_t> UDRE{};
   Blocks<std::int16_t> SatelliteId{};
@@ -162,10 +162,10 @@ struct AISDataLinkManagement : AISRecord {
 
 // The corners of an area, as the raw unsigned numbers of the message.
 struct AISArea {
-  double NELongitude = 0.0;
-  double NELatitude = 0.0;
-  double SWLongitude = 0.0;
-  double SWLatitude = 0.0;
+  double NELongitude{};
+  double NELatitude{};
+  double SWLongitude{};
+  double SWLatitude{};
 };
 
 // 70 bits from `first`.
@@ -179,14 +179,14 @@ constexpr auto AreaRows(int first) {
 
 // Id 22.
 struct AISChannelManagement : AISRecord, AISArea {
-  std::int16_t ChannelA = 0;
-  std::int16_t ChannelB = 0;
-  std::int16_t TxRxMode = 0;
-  std::int16_t Power = 0;
-  std::int16_t Addressed = 0;
-  std::int16_t BandA = 0;
-  std::int16_t BandB = 0;
-  std::int16_t ZoneSize = 0;
+  std::int16_t ChannelA{};
+  std::int16_t ChannelB{};
+  std::int16_t TxRxMode{};
+  std::int16_t Power{};
+  std::int16_t Addressed{};
+  std::int16_t BandA{};
+  std::int16_t BandB{};
+  std::int16_t ZoneSize{};
 
   static constexpr auto Layout() {
     using R = AISChannelManagement;
@@ -201,11 +201,11 @@ struct AISChannelManagement : AISRecord, AISArea {
 
 // Id 23.
 struct AISGroupAssignment : AISRecord, AISArea {
-  std::int16_t StationType = 0;
-  std::int16_t ShipType = 0;
-  std::int16_t TxRxMode = 0;
-  std::int16_t ReportingInterval = 0;
-  std::int16_t QuietTime = 0;
+  std::int16_t StationType{};
+  std::int16_t ShipType{};
+  std::int16_t TxRxMode{};
+  std::int16_t ReportingInterval{};
+  std::int16_t QuietTime{};
 
   static constexpr auto Layout() {
     using R = AISGroupAssignment;

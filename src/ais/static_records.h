@@ -29,7 +29,7 @@ constexpr std::string_view CargoOf(std::int16_t shipType) {
 DateTime ETAOf(const AISReception& reception);
 
 struct AISShip {
-  std::int16_t ShipType = 0;
+  std::int16_t ShipType{};
   std::string ShipTypeText;
   std::string CargoText;
 };
@@ -44,10 +44,10 @@ constexpr auto ShipTextRows() {
 }
 
 struct AISDimensions {
-  std::int16_t DimensionA = 0;
-  std::int16_t DimensionB = 0;
-  std::int16_t DimensionC = 0;
-  std::int16_t DimensionD = 0;
+  std::int16_t DimensionA{};
+  std::int16_t DimensionB{};
+  std::int16_t DimensionC{};
+  std::int16_t DimensionD{};
 };
 
 // 30 bits from `first`.
@@ -61,16 +61,16 @@ constexpr auto DimensionRows(int first) {
 
 // Id 5.
 struct AISStaticVoyageData : AISRecord, AISShip, AISDimensions {
-  std::int16_t AISVersion = 0;
-  std::int32_t IMONumber = 0;
+  std::int16_t AISVersion{};
+  std::int32_t IMONumber{};
   std::string CallSign;
   std::string Name;
-  std::int16_t EPFSType = 0;
+  std::int16_t EPFSType{};
   std::string EPFSText;
   DateTime ETA;
-  float Draught = 0.0F;  // metres
+  float Draught{};  // metres
   std::string Destination;
-  std::int16_t DTE = 0;
+  std::int16_t DTE{};
 
   static constexpr auto Layout() {
     using R = AISStaticVoyageData;
@@ -92,13 +92,13 @@ struct AISStaticVoyageData : AISRecord, AISShip, AISDimensions {
 
 // Id 19.
 struct AISClassBExtended : AISClassBReport, AISShip, AISDimensions {
-  std::int16_t Regional2 = 0;
+  std::int16_t Regional2{};
   std::string Name;
   std::string ShipTypeFullText;
-  std::int16_t EPFSType = 0;
+  std::int16_t EPFSType{};
   std::string EPFSText;
-  std::int16_t RAIM = 0;
-  std::int16_t DTE = 0;
+  std::int16_t RAIM{};
+  std::int16_t DTE{};
 
   static constexpr auto Layout() {
     using R = AISClassBExtended;
@@ -117,24 +117,24 @@ struct AISClassBExtended : AISClassBReport, AISShip, AISDimensions {
 
 // Id 21. The three status fields are read in status page 7 alone, and bit 272 never.
 struct AISAidToNavigation : AISRecord, AISDimensions {
-  std::int16_t AtoNType = 0;
+  std::int16_t AtoNType{};
   std::string AtoNTypeText;
   std::string Name;
-  std::int16_t PositionAccuracy = 0;
+  std::int16_t PositionAccuracy{};
   std::string PositionAccuracyText;
-  double Longitude = 0.0;
-  double Latitude = 0.0;
-  std::int16_t EPFSType = 0;
+  double Longitude{};
+  double Latitude{};
+  std::int16_t EPFSType{};
   std::string EPFSText;
-  std::int16_t Timestamp = 0;
-  std::int16_t OffPosition = 0;
-  std::int16_t AtoNStatusPage = 0;
-  std::int16_t RaconStatus = 0;
-  std::int16_t LightStatus = 0;
-  std::int16_t HealthStatus = 0;
-  std::int16_t RAIM = 0;
-  std::int16_t VirtualFlag = 0;
-  std::int16_t AssignedMode = 0;
+  std::int16_t Timestamp{};
+  std::int16_t OffPosition{};
+  std::int16_t AtoNStatusPage{};
+  std::int16_t RaconStatus{};
+  std::int16_t LightStatus{};
+  std::int16_t HealthStatus{};
+  std::int16_t RAIM{};
+  std::int16_t VirtualFlag{};
+  std::int16_t AssignedMode{};
   std::string NameExtension;
 
   static constexpr auto Layout() {
@@ -166,12 +166,12 @@ struct AISAidToNavigation : AISRecord, AISDimensions {
 
 // Id 24. Part A is the name, any other part the rest; the part not received keeps its values.
 struct AISStaticDataReport : AISRecord, AISShip, AISDimensions {
-  std::int16_t PartNumber = 0;
+  std::int16_t PartNumber{};
   std::string Name;
   std::string VendorIdText;  // manufacturer, model and serial number read as one text
   std::string ManufacturerId;
-  std::int16_t UnitModel = 0;
-  std::int32_t SerialNumber = 0;
+  std::int16_t UnitModel{};
+  std::int32_t SerialNumber{};
   std::string CallSign;
 
   static constexpr auto Layout() {
