@@ -101,7 +101,8 @@ TEST_F(ReplayTool, SaysInOneLineWhatItCannotDo) {
   EXPECT_EQ(RunBare({"--version"}), 0);
   EXPECT_THAT(out.str(), StartsWith("fathomline-replay "));
   EXPECT_EQ(RunBare({"--help"}), 0);
-  EXPECT_THAT(out.str(), AllOf(HasSubstr("--reference-used"), HasSubstr("--trace")));
+  EXPECT_THAT(out.str(), AllOf(HasSubstr("\n  --help" + std::string(26, ' ') + "show this\n"),
+                               HasSubstr("--reference-used"), HasSubstr("--trace")));
 }
 
 TEST_F(ReplayTool, TracesEveryLine) {

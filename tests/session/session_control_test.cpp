@@ -12,11 +12,11 @@ struct ModeChange : ::testing::Test, Session {
     Prepare([mode](Records& records) {
       records.Mode = mode;
       records.MessagesToAnalyse[1][0] = "GGA";
-      records.CommSetups[1].ComPort = 3;
-      records.Comport(3).System = 1;
+      records.CommSetups[1].ComPort = 10;
+      records.Comport(10).System = 1;
       records.CommSetups[2].Enabled = true;
-      records.CommSetups[2].ComPort = 12;
-      records.Comport(12).System = 2;
+      records.CommSetups[2].ComPort = 11;
+      records.Comport(11).System = 2;
       records.CommSetups[3].Enabled = true;
       records.CommSetups[3].UseTCPIP = true;
     });
@@ -33,13 +33,13 @@ TEST_F(ModeChange, NoAndTheModeInForceChangeNothing) {
   EXPECT_EQ(face.Boxes().back().icon, BoxIcon::Question);
   EXPECT_EQ(records().Mode, kOnline);
   records().Emptybuffer[1] = true;
-  links.MSComm1(3).Arrive("1\n2\n3\n");
+  links.MSComm1(10).Arrive("1\n2\n3\n");
   Deliver();
   EXPECT_EQ(mainWindow().sbStatusBar.PanelText(9), "2") << "lines that were ignored";
   EXPECT_TRUE(mainWindow().mnuModeOnline.Checked());
   EXPECT_TRUE(mainWindow().tbOnline.Visible());
   EXPECT_FALSE(mainWindow().tbOffline.Visible());
-  EXPECT_TRUE(links.MSComm1(3).PortOpen());
+  EXPECT_TRUE(links.MSComm1(10).PortOpen());
 }
 
 TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
@@ -61,8 +61,8 @@ TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
   EXPECT_FALSE(mainWindow().tbOnline.Visible());
   EXPECT_FALSE(records().OnlinePaused);
   EXPECT_TRUE(program->windows.offlineStatus.Visible());
-  EXPECT_FALSE(links.MSComm1(3).PortOpen());
-  EXPECT_TRUE(links.MSComm1(12).PortOpen()) << "ports above 10 stay open";
+  EXPECT_FALSE(links.MSComm1(10).PortOpen());
+  EXPECT_TRUE(links.MSComm1(11).PortOpen()) << "ports above 10 stay open";
   EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
   EXPECT_TRUE(records().CommSetups[1].Enabled);
   for (int system = 2; system <= kSystems; ++system) {
@@ -73,7 +73,7 @@ TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
 
 TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
   StartIn(kOffline);
-  EXPECT_FALSE(links.MSComm1(3).PortOpen());
+  EXPECT_FALSE(links.MSComm1(10).PortOpen());
   records().CommSetups[1].OfflineFile = folder.Write("a.log", std::string(100000, '\n'));
   mainWindow().tbOffline.Click("PLAY");
   mainWindow().tbOffline.Click("PAUSE");
@@ -86,7 +86,7 @@ TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
   EXPECT_EQ(mainWindow().lblHint.Text(),
             "No view is open.\r\n\r\nOpen views under Window > New Window.");
   EXPECT_FALSE(program->windows.offlineStatus.Loaded());
-  EXPECT_TRUE(links.MSComm1(3).PortOpen());
+  EXPECT_TRUE(links.MSComm1(10).PortOpen());
   EXPECT_FALSE(records().CommSetups[3].Enabled);
   EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
   EXPECT_TRUE(mainWindow().mnuSetupSystem(3).Enabled());
