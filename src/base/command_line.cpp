@@ -1,11 +1,10 @@
 #include "base/command_line.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <system_error>
 
 #include "base/fault.h"
+#include "base/strict_number.h"
 
 namespace fathomline {
 namespace {
@@ -14,12 +13,6 @@ constexpr std::size_t kHelpColumn = 34;
 
 [[noreturn]] void Refuse(std::string_view text, const std::string& why) {
   Raise(FaultNumber::InvalidCall, "\"" + std::string(text) + "\" " + why);
-}
-
-template <class Number>
-bool ReadsWhole(std::string_view text, Number& value) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  return error == std::errc{} && end == text.data() + text.size();
 }
 
 }  // namespace
@@ -73,18 +66,18 @@ std::optional<int> CommandLine::Take(const std::vector<std::string>& arguments, 
 }
 
 double NumberOf(std::string_view text) {
-  double value = 0.0;
-  if (!ReadsWhole(text, value) || !std::isfinite(value)) Refuse(text, "is not a number");
-  return value;
+  const std::optional<double> value = StrictNumber<double>(text);
+  if (!value || !std::isfinite(*value)) Refuse(text, "is not a number");
+  return *value;
 }
 
 int WholeNumberOf(std::string_view text, int least, int most) {
-  int value = 0;
-  if (!ReadsWhole(text, value) || value < least || value > most) {
+  const std::optional<int> value = StrictNumber<int>(text);
+  if (!value || *value < least || *value > most) {
     Refuse(text,
            "is not a whole number from " + std::to_string(least) + " to " + std::to_string(most));
   }
-  return value;
+  return *value;
 }
 
 DateTime MomentOf(std::string_view text) {

@@ -1,12 +1,11 @@
 #include "base/settings.h"
 
-#include <charconv>
 #include <sstream>
-#include <system_error>
 #include <utility>
 
 #include "base/fault.h"
 #include "base/files.h"
+#include "base/strict_number.h"
 #include "base/system.h"
 #include "base/text.h"
 
@@ -77,10 +76,7 @@ std::string SettingsStore::Get(std::string_view section, std::string_view key,
 
 std::int32_t SettingsStore::GetNumber(std::string_view section, std::string_view key,
                                       std::int32_t missing) const {
-  const std::string text = Get(section, key, {});
-  std::int32_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() ? number : missing;
+  return StrictNumber<std::int32_t>(Get(section, key, {})).value_or(missing);
 }
 
 void SettingsStore::Set(std::string_view section, std::string_view key, std::string_view text) {

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <utility>
 
 #include "base/fault.h"
+#include "base/strict_number.h"
 #include "base/text.h"
 #include "toolkit/window_places.h"
 
@@ -29,11 +29,7 @@ std::string_view TakeUntil(std::string_view& rest, char end) {
 }
 
 std::optional<int> TakeNumber(std::string_view& rest, char end) {
-  const std::string_view text = TakeUntil(rest, end);
-  int number = 0;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || stop != text.data() + text.size()) return {};
-  return number;
+  return StrictNumber<int>(TakeUntil(rest, end));
 }
 
 // As a user knows it: "Statistics 2 - Gyro", also before it has been opened.

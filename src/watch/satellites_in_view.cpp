@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 
+#include "base/strict_number.h"
 #include "watch/sentence_address.h"
 
 namespace fathomline {
@@ -19,25 +19,9 @@ constexpr std::size_t kMostGroups = 64;
 // What all others have told so often since will not be told again.
 constexpr std::uint64_t kRoundsUntilStale = 10;
 
-// A whole number that fills the field; none for anything else.
-std::optional<int> Number(std::string_view field, int base = 10) {
-  int number = 0;
-  const auto [end, error] =
-      std::from_chars(field.data(), field.data() + field.size(), number, base);
-  if (error != std::errc() || end != field.data() + field.size()) return {};
-  return number;
-}
-
-std::optional<double> Decimal(std::string_view field) {
-  double number = 0.0;
-  const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), number);
-  if (error != std::errc() || end != field.data() + field.size()) return {};
-  return number;
-}
-
 // Some receivers send "45.0".
 std::optional<std::int16_t> Whole(std::string_view field, double least, double most) {
-  const std::optional<double> number = Decimal(field);
+  const std::optional<double> number = StrictNumber<double>(field);
   if (!number || !(*number >= least && *number <= most)) return {};
   return static_cast<std::int16_t>(*number + (*number < 0.0 ? -0.5 : 0.5));
 }
@@ -112,14 +96,14 @@ SatellitesInView::Group& SatellitesInView::GroupOf(std::string_view talker, std:
 }
 
 void SatellitesInView::TakeGSV(const Fields& fields) {
-  const std::optional<int> total = Number(fields[1]);
-  const std::optional<int> number = Number(fields[2]);
+  const std::optional<int> total = StrictNumber<int>(fields[1]);
+  const std::optional<int> number = StrictNumber<int>(fields[2]);
   if (!total || !number || *number < 1 || *number > *total) return;
   // The signal id stands behind the last satellite.
   std::size_t end = std::max(fields.count, kFirstSatelliteOfGSV);
   std::uint8_t signal = 0;
   if ((end - kFirstSatelliteOfGSV) % kFieldsOfSatellite == 1) {
-    const std::optional<int> id = Number(fields[--end], 16);
+    const std::optional<int> id = StrictNumber<int>(fields[--end], 16);
     if (id && *id >= 0 && *id <= 0xF) signal = static_cast<std::uint8_t>(*id);
   }
   const std::string_view talker = TalkerOf(fields[0]);
@@ -139,7 +123,7 @@ void SatellitesInView::TakeGSV(const Fields& fields) {
 
 void SatellitesInView::TakeSatellite(std::optional<GnssSystem> system, const Fields& fields,
                                      std::size_t at, const Group& group) {
-  const std::optional<int> number = Number(fields[at]);
+  const std::optional<int> number = StrictNumber<int>(fields[at]);
   if (!number) return;
   // A talker that speaks for nobody in particular most likely means GPS by a low number.
   const auto id = SatelliteOf(system ? system : GnssSystem::GPS, *number);
@@ -227,7 +211,7 @@ GnssSystem SatellitesInView::GuessSystem(const Fields& fields) {
   std::array<int, kGnssSystems> inView{};
   bool any = false;
   for (std::size_t i = 0; i < kSatellitesOfGSA; ++i) {
-    const std::optional<int> number = Number(fields[kFirstSatelliteOfGSA + i]);
+    const std::optional<int> number = StrictNumber<int>(fields[kFirstSatelliteOfGSA + i]);
     if (!number) continue;
     any = true;
     const auto told = SatelliteOf({}, *number);
@@ -258,11 +242,12 @@ GnssSystem SatellitesInView::GuessSystem(const Fields& fields) {
 
 void SatellitesInView::TakeGSA(const Fields& fields) {
   solution_ = {.mode = fields[1].empty() ? ' ' : fields[1].front(),
-               .fix = Number(fields[2]).value_or(0),
-               .pdop = Decimal(fields[kDilutions]),
-               .hdop = Decimal(fields[kDilutions + 1]),
-               .vdop = Decimal(fields[kDilutions + 2])};
-  std::optional<GnssSystem> system = SystemOfId(Number(fields[kSystemIdOfGSA], 16).value_or(0));
+               .fix = StrictNumber<int>(fields[2]).value_or(0),
+               .pdop = StrictNumber<double>(fields[kDilutions]),
+               .hdop = StrictNumber<double>(fields[kDilutions + 1]),
+               .vdop = StrictNumber<double>(fields[kDilutions + 2])};
+  std::optional<GnssSystem> system =
+      SystemOfId(StrictNumber<int>(fields[kSystemIdOfGSA], 16).value_or(0));
   if (!system) system = SystemOfTalker(TalkerOf(fields[0]));
   if (!system) system = GuessSystem(fields);
 
@@ -271,7 +256,7 @@ void SatellitesInView::TakeGSA(const Fields& fields) {
   if (latest_ != place || !latestFull_) stream.used = {};
   bool full = true;
   for (std::size_t i = 0; i < kSatellitesOfGSA; ++i) {
-    const std::optional<int> number = Number(fields[kFirstSatelliteOfGSA + i]);
+    const std::optional<int> number = StrictNumber<int>(fields[kFirstSatelliteOfGSA + i]);
     full = full && number.has_value();
     const auto id = number ? SatelliteOf(system, *number) : std::nullopt;
     if (id) stream.used[static_cast<std::size_t>(id->system)] |= std::uint64_t{1} << id->number;

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <system_error>
 
 #include "base/fault.h"
+#include "base/strict_number.h"
 
 namespace fathomline {
 namespace {
@@ -15,13 +14,9 @@ constexpr std::size_t kBytesPerEvent = 32;
 constexpr std::size_t kMostEvents = QueuedSerialLink::kBufferSize / kBytesPerEvent;
 
 int ReadNumber(std::string_view text, int lowest, int highest) {
-  int value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size() || value < lowest ||
-      value > highest) {
-    Raise(FaultNumber::InvalidCall);
-  }
-  return value;
+  const std::optional<int> value = StrictNumber<int>(text);
+  if (!value || *value < lowest || *value > highest) Raise(FaultNumber::InvalidCall);
+  return *value;
 }
 
 std::string_view Stripped(std::string_view text) {
