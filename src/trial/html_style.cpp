@@ -1,5 +1,6 @@
 #include "trial/html_style.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -63,9 +64,7 @@ std::string Variables(LookMode mode) {
   for (int i = 0; i < kSeriesColours; ++i) series[static_cast<std::size_t>(i)] = SeriesColour(i);
   family("n", 1, series, ColourUse::Line);
   std::array<Colour, kConstellations.size() + 1> constellations{};
-  for (std::size_t i = 0; i < kConstellations.size(); ++i) {
-    constellations[i] = kConstellations[i].colour;
-  }
+  std::ranges::transform(kConstellations, constellations.begin(), &Constellation::colour);
   constellations.back() = look::kMutedInk;  // of no known constellation
   family("c", 0, constellations, ColourUse::Line);
   return css;

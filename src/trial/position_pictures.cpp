@@ -61,7 +61,8 @@ void DrawCircle(SvgPicture& picture, const PlotScale& x, const PlotScale& y,
   const double down = y.At(frame.aboutMean ? frame.north : 0.0);
   picture.Circle(right, down, length, "ring");
   const double corner = length * std::sqrt(0.5);
-  if (length > 14.0 && length < x.Pixels() * 0.68) {
+  // No circle is too large for its name: the frame holds what lies farthest on either axis.
+  if (length > 14.0) {
     picture.Text(right + corner + 3.0, down - corner - 3.0, name, "halo b");
   }
 }

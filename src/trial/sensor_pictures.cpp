@@ -122,15 +122,14 @@ std::string AvailabilityPicture(const SystemFigures& system, std::size_t number)
     const double above = kTop + kRow * static_cast<double>(i);
     // The gaps are drawn upon the line, so that the shortest one is seen.
     PlotStretches heard(x);
-    std::string gaps;
-    for (std::size_t s = 0; s < name.spans.size(); ++s) {
-      heard.Add(static_cast<double>(name.spans[s].from), static_cast<double>(name.spans[s].to));
-    }
     PlotStretches silent(x);
-    for (std::size_t s = 1; s < name.spans.size(); ++s) {
-      if (name.spans[s].from <= name.spans[s - 1].to) continue;
-      silent.Add(static_cast<double>(name.spans[s - 1].to),
-                 static_cast<double>(name.spans[s].from) - 1.0);
+    const NameSpans::Span* before = nullptr;
+    for (const NameSpans::Span& span : name.spans) {
+      heard.Add(static_cast<double>(span.from), static_cast<double>(span.to));
+      if (before != nullptr) {
+        silent.Add(static_cast<double>(before->to), static_cast<double>(span.from) - 1.0);
+      }
+      before = &span;
     }
     const bool chosen = system.stream && name.name == *system.stream;
     picture.Text(kLeft - 6.0, above + 14.0, name.name, chosen ? "e row b" : "e row");
@@ -148,17 +147,16 @@ std::string AisPicture(const TrialFigures& trial) {
     std::size_t system;
   };
   std::vector<Row> rows;
-  Count most = 0;
   for (std::size_t s = 0; s < trial.systems.size(); ++s) {
     std::map<Count, Count> byId;
     for (const AisIdCount& row : trial.systems[s].ais.byId) byId[row.id] += row.n;
     for (const auto& [id, n] : byId) {
       const std::string prefix = trial.systems.size() > 1 ? trial.systems[s].name + " " : "";
       rows.push_back({prefix + std::to_string(id), n, s + 1});
-      most = std::max(most, n);
     }
   }
   if (rows.empty()) return {};
+  const Count most = std::ranges::max_element(rows, {}, &Row::n)->n;
   constexpr double kRow = 19.0;
   constexpr double kTop = 26.0;
   const double bottom = kTop + kRow * static_cast<double>(rows.size());

@@ -95,17 +95,18 @@ std::optional<std::int64_t> ReadStrictTime(std::string_view text) {
   if (hours < 0 || hours > 23 || minutes < 0 || minutes > 59 || seconds < 0 || seconds > 59) {
     return std::nullopt;
   }
-  std::int64_t milliseconds = ((hours * 60 + minutes) * 60 + seconds) * std::int64_t{1000};
+  const std::int64_t milliseconds = ((hours * 60 + minutes) * 60 + seconds) * std::int64_t{1000};
   if (text.size() == 6) return milliseconds;
   if (text[6] != '.' || text.size() == 7) return std::nullopt;
   const std::string_view decimals = text.substr(7);
   if (!std::all_of(decimals.begin(), decimals.end(), IsDigit)) return std::nullopt;
-  constexpr auto kWeights = std::to_array<std::int64_t>({100, 10, 1});
+  // In tenths of a millisecond; half of one counts up.
+  constexpr auto kWeights = std::to_array<std::int64_t>({1000, 100, 10, 1});
+  std::int64_t tenths = 0;
   for (std::size_t i = 0; i < std::min(decimals.size(), kWeights.size()); ++i) {
-    milliseconds += kWeights[i] * (decimals[i] - '0');
+    tenths += kWeights[i] * (decimals[i] - '0');
   }
-  if (decimals.size() > 3 && decimals[3] >= '5') ++milliseconds;
-  return milliseconds;
+  return milliseconds + (tenths + 5) / 10;
 }
 
 std::optional<std::int64_t> ReadStrictDate(std::string_view text) {
