@@ -28,7 +28,7 @@ Frame::Frame(const Place& origin)
 LocalPosition Frame::Locate(const Place& place) const {
   const double height = std::isnan(place.height) ? frame_.HeightOrigin() : place.height;
   LocalPosition position{};
-  double plane = 0.0;
+  double plane{};
   frame_.Forward(place.latitude, place.longitude, height, position.east, position.north, plane);
   position.up = place.height - height_;
   return position;

@@ -27,13 +27,14 @@ ScatterFrame FrameOf(const SystemFigures& system) {
   const HorizontalErrors& reference = system.horizontal.reference;
   const HorizontalErrors& mean = system.horizontal.mean;
   ScatterFrame frame;
-  const double north = reference.biasNorth.value_or(0.0);
-  const double east = reference.biasEast.value_or(0.0);
-  const double spread = mean.r95.value_or(mean.largest.value_or(0.0));
-  frame.aboutMean = reference.why.empty() && std::hypot(north, east) > 3.0 * spread && spread > 0.0;
-  if (frame.aboutMean) {
-    frame.north = north;
-    frame.east = east;
+  if (reference.biasNorth && reference.biasEast) {
+    const double spread = mean.r95.value_or(mean.largest.value_or(0.0));
+    frame.aboutMean =
+        std::hypot(*reference.biasNorth, *reference.biasEast) > 3.0 * spread && spread > 0.0;
+    if (frame.aboutMean) {
+      frame.north = *reference.biasNorth;
+      frame.east = *reference.biasEast;
+    }
   }
   const PositionTrack& track = system.pictures.positions;
   double largest = 0.0;
@@ -95,14 +96,16 @@ void DrawScatter(SvgPicture& picture, const SystemFigures& system, std::size_t n
   DrawCircle(picture, x, y, frame, shown.r50, "R50");
   DrawCircle(picture, x, y, frame, shown.r95, "R95");
   const ErrorEllipse& ellipse = system.horizontal.ellipse;
-  const double north = system.horizontal.reference.biasNorth.value_or(0.0);
-  const double east = system.horizontal.reference.biasEast.value_or(0.0);
-  if (ellipse.why.empty() && ellipse.semiMajor && ellipse.semiMinor && ellipse.direction) {
-    const double unit = x.Pixels() / (x.High() - x.Low());
-    picture.Ellipse(x.At(east), y.At(north), *ellipse.semiMajor * unit, *ellipse.semiMinor * unit,
-                    *ellipse.direction, "ellipse");
+  const Value& north = system.horizontal.reference.biasNorth;
+  const Value& east = system.horizontal.reference.biasEast;
+  if (north && east) {
+    if (ellipse.semiMajor && ellipse.semiMinor && ellipse.direction) {
+      const double unit = x.Pixels() / (x.High() - x.Low());
+      picture.Ellipse(x.At(*east), y.At(*north), *ellipse.semiMajor * unit,
+                      *ellipse.semiMinor * unit, *ellipse.direction, "ellipse");
+    }
+    cross(*east, *north, 7.0, "mean");
   }
-  cross(east, north, 7.0, "mean");
   picture.CloseClip();
   if (dots.Beyond() > 0) {
     picture.Text(left + 4.0, top + side - 6.0,

@@ -77,21 +77,26 @@ std::string Plural(std::size_t n, std::string_view one, std::string_view many) {
   return std::to_string(n) + " " + std::string(n == 1 ? one : many);
 }
 
-std::string VerdictWord(const TrialFigures& trial, std::string_view& cls) {
+struct Verdict {
+  std::string word;
+  std::string cls;  // of the section
+};
+
+Verdict VerdictOf(const TrialFigures& trial) {
   const std::size_t all = trial.limits.size();
   const auto missed = static_cast<std::size_t>(
       std::count_if(trial.limits.begin(), trial.limits.end(),
                     [](const LimitFigures& limit) { return !limit.kept; }));
   if (all == 0) {
-    cls = "";
-    return NothingUsable(trial) ? "– Nothing could be judged" : "– No limit was tested";
+    return {NothingUsable(trial) ? "– Nothing could be judged" : "– No limit was tested", {}};
   }
-  cls = missed == 0 ? "kept" : "missed";
-  if (missed == 0 && all == 1) return "✔ The limit is kept";
-  if (missed == 0)
-    return "✔ " + (all == 2 ? "Both" : "All " + std::to_string(all)) + " limits are kept";
-  return "✘ " + std::to_string(missed) + " of " + Plural(all, "limit", "limits") +
-         (missed == 1 ? " is missed" : " are missed");
+  if (missed > 0) {
+    return {"✘ " + std::to_string(missed) + " of " + Plural(all, "limit", "limits") +
+                (missed == 1 ? " is missed" : " are missed"),
+            "missed"};
+  }
+  if (all == 1) return {"✔ The limit is kept", "kept"};
+  return {"✔ " + (all == 2 ? "Both" : "All " + std::to_string(all)) + " limits are kept", "kept"};
 }
 
 // The shortest text of a value that has been rounded before.
@@ -301,11 +306,10 @@ std::string ToHtml(const TrialFigures& trial) {
       title + "</h1>\n";
   Lede(html, trial);
   html += "</header>\n";
-  std::string_view cls;
-  const std::string word = VerdictWord(trial, cls);
+  const Verdict verdict = VerdictOf(trial);
   html += "<section id=\"verdict\" class=\"verdict";
-  if (!cls.empty()) html += " " + std::string(cls);
-  html += "\" aria-label=\"Verdict\">\n<p class=\"word\">" + word + "</p>\n";
+  if (!verdict.cls.empty()) html += " " + verdict.cls;
+  html += "\" aria-label=\"Verdict\">\n<p class=\"word\">" + verdict.word + "</p>\n";
   if (NothingUsable(trial)) {
     html +=
         "<p>No line of what was read is a sentence that can be judged. What became of the lines is "
