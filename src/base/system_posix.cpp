@@ -85,13 +85,12 @@ SystemFile::~SystemFile() {
 }
 
 std::optional<std::size_t> SystemFile::Read(char* into, std::size_t most) {
-  ssize_t count = 0;
-  do {
-    count = ::read(DescriptorOf(handle_), into, most);
-  } while (count < 0 && errno == EINTR);
-  if (count >= 0) return static_cast<std::size_t>(count);
-  if (errno == EAGAIN) return {};
-  RaiseSystemError(LastError(), path_);
+  for (;;) {
+    const ssize_t count = ::read(DescriptorOf(handle_), into, most);
+    if (count >= 0) return static_cast<std::size_t>(count);
+    if (errno == EAGAIN) return {};
+    if (errno != EINTR) RaiseSystemError(LastError(), path_);
+  }
 }
 
 void SystemFile::Wait(std::chrono::milliseconds longest) {

@@ -46,6 +46,7 @@ TEST(LineReader, HoldsAtTheEdgesOfItsBlocks) {
   }
   const std::string large(3 * kBlock + 5, 'x');
   EXPECT_THAT(Lines(folder.Write("f", large + "\n" + large)), ElementsAre(large, large));
+  EXPECT_EQ(ReadWholeFile(folder / "f"), large + "\n" + large);
 }
 
 TEST(LineReader, FaultsNameTheCause) {

@@ -47,10 +47,13 @@ TEST_F(IniSettingsTest, WhatIsSavedIsReadBack) {
 
 TEST_F(IniSettingsTest, ReadsWhatAPersonHasWritten) {
   WriteFile(
-      "; my devices\r\n[Comports]\r\n  COM5 = \"/dev/ttyACM0\" \r\n#x=1\r\n COM6=/dev/b=c\r\n");
+      "; my devices\r\n[Comports]\r\n  COM5 = \"/dev/ttyACM0\" \r\n#x=1\r\n COM6=/dev/b=c\r\n"
+      "COM7 = \"\"\r\nCOM8=\"\r\n");
   const IniSettings settings(file);
   EXPECT_EQ(settings.Get("Comports", "COM5"), "/dev/ttyACM0");
   EXPECT_EQ(settings.Get("Comports", "COM6"), "/dev/b=c");
+  EXPECT_EQ(settings.Get("Comports", "COM7"), "");
+  EXPECT_EQ(settings.Get("Comports", "COM8"), "\"");
   EXPECT_FALSE(settings.Get("Comports", "#x"));
 }
 
@@ -103,6 +106,9 @@ TEST_F(IniSettingsTest, AFileThatCannotBeWrittenIsAFaultAndStaysAsItWas) {
   std::filesystem::remove_all(PathOf(file + ".new"));
   settings.Save();
   EXPECT_EQ(ReadWholeFile(file), "[Settings]\nLeft=2\n\n");
+  std::filesystem::remove(PathOf(file));
+  settings.Save();
+  EXPECT_FALSE(FileExists(file)) << "nothing has changed since";
 }
 
 TEST(SerialDevice, EveryPortHasADeviceUntilTheSettingsNameAnother) {

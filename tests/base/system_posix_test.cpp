@@ -62,6 +62,7 @@ TEST(FileTable, WritesAllOfALineOrNothing) {
   const rlimit full{12, unlimited.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
   for (const int file : {5, 6}) {
+    EXPECT_THROW(files.Write(file, "beyond, at once\r\n"), Fault);
     files.Write(file, "eight\r\n");
     EXPECT_THROW(files.Write(file, "beyond\r\n"), Fault);
   }

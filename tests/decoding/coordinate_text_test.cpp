@@ -80,7 +80,7 @@ TEST(FormatRightAligned, FillsUpToTheWidthOfThePicture) {
 
 TEST(FormatSecondsOfDay, RoundsBeforeItSplits) {
   EXPECT_EQ(FormatSecondsOfDay(0.0, 0), "00:00:00");
-  EXPECT_EQ(FormatSecondsOfDay(1800.25, 2), "00:30:00.25");
+  EXPECT_EQ(FormatSecondsOfDay(3540.25, 2), "00:59:00.25");
   EXPECT_EQ(FormatSecondsOfDay(3660.0, 0), "01:01:00");
   EXPECT_EQ(FormatSecondsOfDay(59.96875, 1), "00:01:00.0");
   EXPECT_EQ(FormatSecondsOfDay(86399.99996, 4), "24:00:00.0000");

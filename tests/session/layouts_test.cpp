@@ -66,8 +66,11 @@ TEST_F(Arrangements, AreSavedAndLoadedByName) {
     EXPECT_EQ(windows().statistics[1]->State(), WindowState::Minimised);
     EXPECT_EQ(windows().charts.TimeSeriesOf(1, SentenceType::GGA).Place(), kPlace);
   };
-  InDialog("Bridge", dialog().cmdLoad);
-  expectBridge();
+  for (int times = 0; times < 2; ++times) {
+    InDialog("Bridge", dialog().cmdLoad);
+    expectBridge();
+    program->desktop.Raise(*windows().statistics[1]);
+  }
   InDialog("Raw", dialog().cmdLoad);
   EXPECT_THAT(Views(), ElementsAre("frmTimeSeriesGSV_SVbySV-1-7", "frmNMEA-1"));
   EXPECT_FALSE(program->session.tools.sources.Visible());
@@ -115,6 +118,8 @@ TEST_F(Arrangements, OfTheLastSessionComeBackIfTheUserWants) {
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
   EXPECT_FALSE(mainWindow().mnuOptionsReopen.Checked());
   mainWindow().mnuOptionsReopen.Click();
+  EXPECT_TRUE(mainWindow().mnuOptionsReopen.Checked());
+  EXPECT_EQ(settings.Get("Settings", "ReopenWindows", ""), "1");
   leave();
   EXPECT_TRUE(mainWindow().mnuOptionsReopen.Checked());
   EXPECT_THAT(Views(), ElementsAre("frmNMEA-1", "frmScatter-1", "frmNumerics-1"));
@@ -143,17 +148,20 @@ TEST_F(Arrangements, OfTheLastSessionComeBackIfTheUserWants) {
 
   // Lines that somebody has spoilt are passed over.
   settings.Set("Layouts", "LastSession",
-               "\nfrmNMEA-1,1,2\nfrmNMEA-1,x,2,900,900,0\nfrmNMEA-1,1,2,0,900,0\nfrmNMEA-1,1,2,"
-               "900,0,0\nfrmNMEA-1,1,2,900,900,-1\nfrmNMEA-1,1,2,900,900,3\nfrmNMEA-9,0,0,900,"
-               "900,0\n,\nfrmNMEA-1,15,30,900,900,0,7\nfrmTimeSeriesGSV_SVbySV-1-0,0,0,9,9,0\n"
-               "frmTimeSeriesGSV_SVbySV-0-7,0,0,9,9,0\nfrmTimeSeriesGSV_SVbySV-5-7,0,0,9,9,0");
+               "frmScatter-1,1,2,9,9,0\nfrmNMEA-1,1,2\nfrmNMEA-1,x,2,900,900,0\nfrmNMEA-1,1,2,0,"
+               "900,0\nfrmNMEA-1,1,2,900,0,0\nfrmNMEA-1,1,2,900,900,-1\nfrmNMEA-1,1,2,900,900,3\n"
+               "frmNMEA-9,0,0,900,900,0\n,\nfrmNMEA-1,15,30,1,1,2,7\n"
+               "frmTimeSeriesGSV_SVbySV-1-0,0,0,9,9,0\nfrmTimeSeriesGSV_SVbySV-1-x,0,0,9,9,0\n"
+               "frmTimeSeriesGSV_SVbySV-x-7,0,0,9,9,0\nfrmTimeSeriesGSV_SVbySV-0-7,0,0,9,9,0\n"
+               "frmTimeSeriesGSV_SVbySV-5-7,0,0,9,9,0");
   mainWindow().mnuOptionsReopen.Click();
   EXPECT_EQ(settings.Get("Settings", "ReopenWindows", ""), "0");
   mainWindow().UserClose();
   settings.Set("Settings", "ReopenWindows", 1);
   ASSERT_TRUE(Start());
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1", "frmNMEA-1"));
-  EXPECT_EQ(windows().monitors[1]->Place(), (WindowPlace{15, 30, 900, 900}));
+  EXPECT_EQ(windows().monitors[1]->Place(), (WindowPlace{15, 30, 1, 1}));
+  EXPECT_EQ(windows().monitors[1]->State(), WindowState::Maximised);
 }
 
 TEST_F(Arrangements, AClosedWindowIsBroughtBackWhereItStood) {
@@ -164,6 +172,7 @@ TEST_F(Arrangements, AClosedWindowIsBroughtBackWhereItStood) {
   windows().numerics[1]->ShowView();
   frmTimeSeries& chart = windows().charts.TimeSeriesOf(1, SentenceType::GGA);
   chart.ShowView();
+  windows().monitors[1]->SetState(WindowState::Maximised);
   windows().monitors[1]->UserClose();
   windows().numerics[1]->UserClose();
   chart.UserClose();
@@ -176,6 +185,7 @@ TEST_F(Arrangements, AClosedWindowIsBroughtBackWhereItStood) {
   reopen.Click();
   EXPECT_THAT(Views(), ElementsAre("frmTimeSeriesGGA-1", "frmNumerics-1", "frmNMEA-1"));
   EXPECT_EQ(windows().monitors[1]->Place(), (WindowPlace{450, 300, 6000, 3000}));
+  EXPECT_EQ(windows().monitors[1]->State(), WindowState::Maximised);
   EXPECT_FALSE(reopen.Enabled());
 
   // No more than so many are remembered.

@@ -195,6 +195,8 @@ TEST_F(TrialReport, TellsThatARecordingIsNotAsItWas) {
       "again for its report.");
   mainWindow().mnuToolsTrialReport.Click();
   EXPECT_FALSE(FileExists(folder / "short.html"));
+  Replay();
+  AskFor(folder / "short.html", Answer::No);  // of one line
 }
 
 TEST_F(TrialReport, TellsWhatItCannotWrite) {

@@ -65,7 +65,7 @@ TEST_F(ReferencePositionsTest, NamesAreComparedAsTheFileHasThem) {
 }
 
 TEST_F(ReferencePositionsTest, AShortLineEndsTheListAndIsTold) {
-  folder.Write(kReferenceFileName, "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",1,2,3\r\n");
+  folder.Write(kReferenceFileName, "\"A\" , 1 ,\t2,3\r\n\r\n\"B\",1,2\r\n\"C\",1,2,3\r\n");
   const auto positions = ReadReferencePositions(folder.Path(), dialogs);
   ASSERT_EQ(positions.size(), 1U);
   EXPECT_EQ(positions[0].longitude, 2.0);
@@ -73,7 +73,8 @@ TEST_F(ReferencePositionsTest, AShortLineEndsTheListAndIsTold) {
   EXPECT_THAT(dialogs.TakeTexts(),
               ElementsAre(HasSubstr("Input past end of file - Error in line 3")));
   // Storing loses nothing of it.
-  EXPECT_EQ(Stored({"C", 7.0, 8.0, 9.0F}, ""), "\"A\",1,2,3\r\n\r\n\"B\",1,2\r\n\"C\",7,8,9\r\n");
+  EXPECT_EQ(Stored({"C", 7.0, 8.0, 9.0F}, ""),
+            "\"A\" , 1 ,\t2,3\r\n\r\n\"B\",1,2\r\n\"C\",7,8,9\r\n");
 }
 
 class ReferenceEditorTest : public testing::Test {

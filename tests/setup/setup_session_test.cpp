@@ -89,6 +89,15 @@ TEST_F(SetupInSession, DeviationsAreFromTheReferenceChosen) {
   OpenDialog();
   Dialog().cmbRefPositions.UserChoose(0);
   expectDeviations(1.8475F, 2.5F);
+  // A port that another program has taken since.
+  OpenDialog();
+  Dialog().txtName.UserText("Quay");
+  session.links.WinsockUDP(1).refusal = "In use";
+  session.face.ExpectBox(kSure, Answer::Yes);
+  session.face.ExpectBox("UDP port 1000 not opened. Select another port number!");
+  session.face.ExpectBox("In use. UDP Port 1000 not available! System 1 -Quay disabled");
+  Dialog().cmdOk.Click();
+  EXPECT_EQ(session.mainWindow().mnuSetupPrimarySystem.Text(), "&Primary System         - Quay");
 }
 
 }  // namespace
