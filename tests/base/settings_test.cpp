@@ -48,12 +48,14 @@ TEST_F(IniSettingsTest, WhatIsSavedIsReadBack) {
 TEST_F(IniSettingsTest, ReadsWhatAPersonHasWritten) {
   WriteFile(
       "; my devices\r\n[Comports]\r\n  COM5 = \"/dev/ttyACM0\" \r\n#x=1\r\n COM6=/dev/b=c\r\n"
-      "COM7 = \"\"\r\nCOM8=\"\r\n");
+      "COM7 = \"\"\r\nCOM8=\"\r\nCOM9=\"a\\\"\n[x]\ny=1\n");
   const IniSettings settings(file);
   EXPECT_EQ(settings.Get("Comports", "COM5"), "/dev/ttyACM0");
   EXPECT_EQ(settings.Get("Comports", "COM6"), "/dev/b=c");
   EXPECT_EQ(settings.Get("Comports", "COM7"), "");
   EXPECT_EQ(settings.Get("Comports", "COM8"), "\"");
+  EXPECT_EQ(settings.Get("Comports", "COM9"), "a\\");
+  EXPECT_EQ(settings.Get("x", "y"), "1");
   EXPECT_FALSE(settings.Get("Comports", "#x"));
 }
 
@@ -85,11 +87,13 @@ TEST_F(IniSettingsTest, WhatCannotBeReadIsToldAndKept) {
     IniSettings settings(file);
     EXPECT_THAT(settings.Trouble(),
                 testing::StartsWith("The settings in " + file + " could not be read: "));
-    settings.Set("Settings", "Left", 1);
-    settings.Save();
+    for (const int left : {0, 1}) {
+      settings.Set("Settings", "Left", left);
+      settings.Save();
+    }
     EXPECT_EQ(IniSettings(file).GetNumber("Settings", "Left", 0), 1);
     EXPECT_EQ(IniSettings(file).Trouble(), "");
-    EXPECT_EQ(FolderExists(kept), isFolder);
+    EXPECT_TRUE(isFolder ? FolderExists(kept) : ReadWholeFile(kept) == "rubbish");
   }
 }
 

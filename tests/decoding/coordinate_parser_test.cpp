@@ -131,7 +131,7 @@ TEST(ParseCoordinateDM, RepairsAndTells) {
       {"10 30 XY", "LON", 10.5, "010° 30.00' E", kTwoLetters},
       {"10 30 Q", "LAT", 10.5, "10° 30.00' N", kDefaultNorth},
       {"-10", "BRG", 350.0, "350° 00.00'", negative.c_str()},
-      {"-370 30", "BRG", 350.5, "350° 30.00'", negative.c_str()},
+      {"-719 30", "BRG", 1.5, "001° 30.00'", negative.c_str()},
       {"-0", "BRG", 0.0, "000° 00.00'", both.c_str()},
       {"725", "BRG", 5.0, "005° 00.00'", over.c_str()},
       {"360", "BRG", 0.0, "000° 00.00'", over.c_str()},

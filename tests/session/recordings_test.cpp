@@ -131,7 +131,8 @@ TEST_F(RecordingsTest, OneClickLeadsFromItsNameToItsFiguresAndNothingIsKept) {
   EXPECT_EQ(settings.Get("Recent recordings", "1", ""), "");
   settings.Set("Recent recordings", "1", kVoyage);
   settings.Set("Recent recordings", "2", folder / "gone.log");
-  settings.Set("Recent recordings", "3", folder / "other.log");
+  settings.Set("Recent recordings", std::to_string(frmMain::kRecentRecordings),
+               folder / "other.log");
   ASSERT_TRUE(Start());
   face.ExpectBox("");
   mainWindow().mnuFileRecentRecording(2).Click();
@@ -176,6 +177,7 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   for (int system = 1; system <= kSystems; ++system) {
     records().Emptybuffer[system] = records().SetTimeFromPC[system] = true;
     records().NotDisplayDGPS[system] = true;
+    records().CommSetups[system].Enabled = system != 1;
     records().MessagesToAnalyse[system][7] = "ZDA";
     records().References[system].ReferenceUsed = kTruePosition;
   }
@@ -190,6 +192,7 @@ TEST_F(RecordingsTest, SavedItIsItsUsersAndLeftItGivesBackWhatWasThere) {
   for (int system = 1; system <= kSystems; ++system) {
     EXPECT_FALSE(records().Emptybuffer[system] || records().SetTimeFromPC[system] ||
                  records().NotDisplayDGPS[system]);
+    EXPECT_EQ(records().CommSetups[system].Enabled, system == 1);
     EXPECT_EQ(records().MessagesToAnalyse[system][7], system == 1 ? "DBT" : "");
     EXPECT_EQ(records().References[system].ReferenceUsed, ReferenceSetup().ReferenceUsed);
   }
@@ -231,9 +234,9 @@ TEST_F(RecordingsTest, TellsWhatItCannotOpen) {
 #endif
   EXPECT_EQ(records().SessionInfo, "Sea trial");
 
-  Drop(folder / kSetupFileName);
+  Drop(folder.Write("other.ini", SetupOf([](Records& other) { other.Mode = kOffline; })));
   EXPECT_FALSE(Dialog().Visible()) << "a setup is opened as such";
-  EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
+  EXPECT_EQ(records().Mode, kOffline);
 }
 
 // Each row of the reviewed file: the sentences of a recording, and what its user is told of them.

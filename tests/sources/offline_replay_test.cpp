@@ -145,6 +145,7 @@ TEST_F(OfflineReplayTest, HoldsInAPauseAndBehindAStandingBox) {
   EXPECT_EQ(status.lblProcessingTime.Text(), "00:01:05");
   EXPECT_EQ(status.lblCurrentTime.Text(), "03:05:10");
   Press("CONT");
+  EXPECT_EQ(Buttons(), "0011");
   RunToTheEnd();
   EXPECT_EQ(Count(), 2);
 }
