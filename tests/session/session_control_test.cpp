@@ -94,6 +94,21 @@ TEST_F(ModeChange, ComingBackEndsTheReplayAndDoesNotEnableTheOtherSystems) {
   EXPECT_FALSE(records().OfflineRunning);
 }
 
+// Fewer lines may all be of one kind.
+TEST_F(ModeChange, ALiveSourceIsJudgedFromItsFiftiethLine) {
+  StartIn(kOnline);
+  const auto whyBehind = [&](int lines) {
+    for (int i = 0; i < lines; ++i) links.MSComm1(10).Arrive("$GPZDA,1*00\r\n");
+    Deliver();
+    mainWindow().Refresh();
+    return mainWindow().lblReason.Text();
+  };
+  EXPECT_EQ(whyBehind(49), "No sentence is ticked for system 2.");
+  EXPECT_EQ(whyBehind(1),
+            "Nothing of what is ticked for system 1 (Bridge) has occurred in 50 lines. "
+            "Ticked: GGA. There are: GPZDA 50.");
+}
+
 struct OnlineSession : Session {
   OnlineSession() {
     Prepare([](Records& records) {
