@@ -37,8 +37,8 @@ std::string_view TrimLeft(std::string_view text) {
 
 std::string_view Trim(std::string_view text) {
   text = TrimLeft(text);
-  const std::size_t last = text.find_last_not_of(' ');
-  return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+  // Behind npos comes 0: blanks alone leave nothing.
+  return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
 std::string_view TrimLine(std::string_view line) {
@@ -113,13 +113,11 @@ std::string_view FirstCharacters(std::string_view text, std::size_t n) {
 }
 
 std::string PadLeft(std::string_view text, std::size_t width) {
-  const std::size_t count = CharacterCount(text);
-  return std::string(count < width ? width - count : 0, ' ').append(text);
+  return std::string(width - std::min(CharacterCount(text), width), ' ').append(text);
 }
 
 std::string PadRight(std::string_view text, std::size_t width) {
-  const std::size_t count = CharacterCount(text);
-  return std::string(text).append(count < width ? width - count : 0, ' ');
+  return std::string(text).append(width - std::min(CharacterCount(text), width), ' ');
 }
 
 std::string UpperCase(std::string_view text) {

@@ -97,7 +97,10 @@ TEST_F(OfflineReplayTest, StepsFromRestAndGoesOnWithoutAReset) {
   face.Turn();
   face.Turn();
   EXPECT_EQ(Count(), 2) << "one line and back into the pause";
+  EXPECT_EQ(records().OfflineStartTime.days, kNow.days);
   Press("CONT");
+  EXPECT_EQ(Status(), "PROCESSING IN PROGRESS");
+  EXPECT_TRUE(status.Timer1.Enabled());
   RunToTheEnd();
   EXPECT_EQ(Count(), 3);
   EXPECT_EQ(toolbar.ButtonAt(1).key, "PLAY");
@@ -108,6 +111,25 @@ TEST_F(OfflineReplayTest, StepsFromRestAndGoesOnWithoutAReset) {
   Press("Real time");
   Press("QUICK");
   EXPECT_FALSE(records().OfflineRunning);
+}
+
+TEST_F(OfflineReplayTest, LooksAtTheClockAndTellsItsProgressEverySixteenLines) {
+  std::string bytes;
+  for (int line = 0; line < 32; ++line) bytes += Speed("5.0");
+  Record(bytes);
+  Press("PLAY");
+  OfflineReplay& replay = program->session.replay;
+  EXPECT_TRUE(replay.RunSlice({}));
+  EXPECT_EQ(records().SentenceCount, 16);
+  EXPECT_EQ(status.prgRead.Share(), 500);
+  Press("PAUSE");
+  EXPECT_FALSE(replay.RunSlice({})) << "nothing to do for now";
+  Press("CONT");
+  EXPECT_TRUE(replay.RunSlice({}));
+  EXPECT_EQ(records().SentenceCount, 32);
+  EXPECT_FALSE(replay.RunSlice({}));
+  face.Turn();
+  EXPECT_EQ(program->session.errorLog.Written(), 0) << "nothing reads on behind the end";
 }
 
 TEST_F(OfflineReplayTest, AStepThroughTheLastLineEndsTheRun) {
@@ -231,10 +253,10 @@ TEST_F(OfflineReplayTest, LogsAFileThatCannotBeReadOnceAndEnds) {
   EXPECT_EQ(records().SentenceCount, 0);
 
   Record(Speed("5.0"));
-  records().CommSetups[2].OfflineFile = folder / "missing.log";
+  records().CommSetups[4].OfflineFile = folder / "missing.log";
   Replay();
   EXPECT_EQ(program->session.errorLog.Written(), 4);
-  EXPECT_EQ(Count(), 1) << "nobody needs the second file";
+  EXPECT_EQ(Count(), 1) << "nobody needs the other files";
 }
 
 // The sentences that tell the time need not be analysed. A second talker lags behind and counts for
