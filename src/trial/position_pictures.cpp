@@ -250,9 +250,7 @@ std::string ScatterPicture(const TrialFigures& trial) {
   const double down = side + 66.0;
   const double rows = std::ceil(static_cast<double>(shown.size()) / 2.0);
   // Systems of a like size are shown to one scale.
-  const auto [least, most] = std::minmax_element(
-      frames.begin(), frames.end(),
-      [](const ScatterFrame& a, const ScatterFrame& b) { return a.half < b.half; });
+  const auto [least, most] = std::ranges::minmax_element(frames, {}, &ScatterFrame::half);
   if (most->half <= 5.0 * least->half) {
     const double half = most->half;
     for (ScatterFrame& frame : frames) frame.half = half;
@@ -313,7 +311,7 @@ std::string ErrorPicture(const SystemFigures& system, std::size_t number) {
   DrawErrors(picture, track, x, system.ledger.dated, longest, qualities, kTop, 38.0);
   for (const std::size_t quality : FromCommonToRare(qualities)) {
     picture.Path(qualities[quality].Boxes(bottom + 3.0, 5.0), Numbered("qs", quality));
-    double free = 0.0;
+    double free = kPlotLeft;
     for (const auto& stretch : qualities[quality].All()) {
       const double middle = (stretch.begin + stretch.end) / 2.0;
       if (stretch.end - stretch.begin < 14 || middle < free) continue;
