@@ -255,8 +255,7 @@ std::string ScatterPicture(const TrialFigures& trial) {
     const double half = most->half;
     for (ScatterFrame& frame : frames) frame.half = half;
   }
-  constexpr double kOneLeft = 40.0;
-  const double width = one ? side + kOneLeft + 30.0 : kPictureWidth;
+  const double width = one ? kPlotLeft + side + 30.0 : kPictureWidth;
   SvgPicture picture(
       width, down * rows, "scatter", "Scatter of the positions",
       "Each dot is a place of fixes, north upwards and east to the right, in metres "
@@ -264,7 +263,7 @@ std::string ScatterPicture(const TrialFigures& trial) {
       "95% of normally distributed ones. The cross is the mean.",
       one ? "square" : "");
   for (std::size_t i = 0; i < shown.size(); ++i) {
-    const double left = one ? kOneLeft : i % 2 == 0 ? kPlotLeft : kPlotLeft + kPictureWidth / 2.0;
+    const double left = kPlotLeft + (i % 2 == 0 ? 0.0 : kPictureWidth / 2.0);
     DrawScatter(picture, trial.systems[shown[i]], shown[i] + 1, frames[i], left,
                 34.0 + down * std::floor(static_cast<double>(i) / 2.0), side);
   }
