@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 #include "base/format.h"
 #include "base/numbers.h"
@@ -78,7 +79,6 @@ void frmSkyplot::DefineLabels() {
 
 void frmSkyplot::MakeContent() {
   std::vector<FormLine> used;
-  used.reserve(kUsedGroups.size());
   int group = 0;
   for (const UsedGroup& design : kUsedGroups) {
     used.push_back({std::string(design.caption), lblUsedSvs(group++)});
@@ -114,7 +114,7 @@ void frmSkyplot::MakeContent() {
 }
 
 void frmSkyplot::LoadView() {
-  modeDue_ = inViewDue_ = dotsDue_ = false;
+  modeDue_ = inViewDue_ = false;
   used_ = {};
   rows_ = {};
   dots_.clear();
@@ -125,6 +125,7 @@ void frmSkyplot::DrawSkyplotBackground() {
   const std::int16_t mask = records_.ElevationMask;
   const std::string maskText = Format(mask, "00");
   drawnMask_ = mask;
+  dotsDue_ = true;
   txtElMask.SetText(maskText);
 
   const auto degrees = [](std::string_view text) { return std::string(text).append(kDegree); };
@@ -156,7 +157,6 @@ bool frmSkyplot::TakeElevationMask() {
   }
   records_.ElevationMask = static_cast<std::int16_t>(value);
   DrawSkyplotBackground();
-  dotsDue_ = true;
   return true;
 }
 
@@ -217,8 +217,8 @@ void frmSkyplot::TakeSatellite(std::int16_t prn, std::size_t position, int row) 
   const auto follow = [&](std::int16_t value, std::int16_t& previous, char& trend, char falls,
                           char rises) {
     if (value == previous) return;
-    const bool seen = satellite.LastDrawn.days != 0.0 &&
-                      DifferenceInSeconds(satellite.LastDrawn, clock_.NowUtc()) < kTrendSeconds;
+    // One that was never drawn was so long ago.
+    const bool seen = DifferenceInSeconds(satellite.LastDrawn, clock_.NowUtc()) < kTrendSeconds;
     trend = !seen ? ' ' : value <= previous ? falls : rises;
     previous = value;
   };
@@ -262,28 +262,19 @@ void frmSkyplot::ClickRow(int row) {
 
 void frmSkyplot::Refresh() {
   // The mask is shared by all systems.
-  if (drawnMask_ != records_.ElevationMask && Focus() != &txtElMask) {
-    DrawSkyplotBackground();
-    dotsDue_ = true;
-  }
-  if (modeDue_) WriteMode();
-  modeDue_ = false;
+  if (drawnMask_ != records_.ElevationMask && Focus() != &txtElMask) DrawSkyplotBackground();
+  if (std::exchange(modeDue_, false)) WriteMode();
   for (int group = 0; group <= lblUsedSvs.Last(); ++group) {
-    UsedList& list = used_[static_cast<std::size_t>(group)];
-    if (list.due) WriteUsed(group);
-    list.due = false;
+    if (std::exchange(used_[static_cast<std::size_t>(group)].due, false)) WriteUsed(group);
   }
-  if (inViewDue_) {
+  if (std::exchange(inViewDue_, false)) {
     lblSvsInView.SetText(satellitesInView_ == NoValue ? std::string(kNotAvailable)
                                                       : PlainText(satellitesInView_));
   }
-  inViewDue_ = false;
   for (int row = 1; row <= kTrackingRows; ++row) {
-    if (RowAt(row).due) WriteRow(row);
-    RowAt(row).due = false;
+    if (std::exchange(RowAt(row).due, false)) WriteRow(row);
   }
-  if (dotsDue_) PaintDots();
-  dotsDue_ = false;
+  if (std::exchange(dotsDue_, false)) PaintDots();
 }
 
 void frmSkyplot::WriteMode() {

@@ -169,7 +169,7 @@ void frmNMEA::CountSentence(std::string_view line) {
   if (line.ends_with(kLineEnd)) line.remove_suffix(kLineEnd.size());
   Count(line.front() == '$' ? counters_.MonitorNMEACount : counters_.MonitorAISCount);
   const std::size_t star = line.find('*');
-  const bool correct = star != std::string_view::npos && star + 1 < line.size() &&
+  const bool correct = star != std::string_view::npos &&
                        line.substr(star + 1) == std::string_view(ComputeChecksum(line));
   Count(correct ? counters_.MonitorChecksumOK : counters_.MonitorChecksumError);
 }

@@ -62,6 +62,22 @@ TEST_F(AxisDialogTest, DisablesWhatIsAutomatic) {
   EXPECT_TRUE(left.AutomaticMinimum());
   EXPECT_FALSE(left.AutomaticMaximum());
   EXPECT_EQ(left.Maximum(), 4.0);
+  face.WhileWaiting([this] {
+    for (CheckBox* box : {&y.chkAutMin, &y.chkAutMax}) box->Click();
+    y.cmdOk.Click();
+  });
+  attitude.TChart(0).ClickAxis(AxisSide::Left);
+  EXPECT_TRUE(left.AutomaticMaximum() && !left.AutomaticMinimum());
+  for (const bool automatic : {false, true}) {
+    face.WhileWaiting([&] {
+      EXPECT_EQ(y.chkAutomatic.Checked(), automatic);
+      EXPECT_TRUE(automatic || (y.chkAutMax.Checked() && !y.chkAutMin.Checked()));
+      y.chkAutomatic.Click();
+      y.cmdOk.Click();
+    });
+    attitude.TChart(0).ClickAxis(AxisSide::Left);
+    EXPECT_NE(left.Automatic(), automatic);
+  }
 }
 
 TEST_F(AxisDialogTest, OpensTheTimeAxisInManualModeOnly) {

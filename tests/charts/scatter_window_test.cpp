@@ -33,6 +33,9 @@ TEST_F(ScatterTest, FollowsThePointsThatStoodBefore) {
   EXPECT_EQ(Shown(), zoom) << "holds while fixes come in";
   EXPECT_EQ(chart.Bottom().Range(), (AxisRange{-1.0, 1.0})) << "as much to the east";
   EXPECT_EQ(chart.Left().Title(), "Northing -4.0 to -2.0 m");
+  scatter.TChart1.UserZoom({.bottom = {}, .left = AxisRange{-4.0, -2.5}, .right = {}});
+  EXPECT_EQ(chart.Left().Title(), "Northing -4.00 to -2.50 m");
+  scatter.TChart1.UserUndoZoom();
   scatter.TChart1.UserUndoZoom();
   EXPECT_EQ(chart.Left().Title(), "Northing +/- 28 m");
   EXPECT_EQ(Shown(), (AxisRange{-28.0, 28.0}));
@@ -110,6 +113,10 @@ TEST_F(ScatterTest, SwitchesTheCirclesOfTheHorizontalFigures) {
   scatter.mnuCircle95.Click();
   EXPECT_FALSE(chart.Tools(3).Design().visible);
   EXPECT_EQ(scatter.mnuCircle95.Text(), "&95% of the fixes");
+  scatter.Close();
+  scatter.Show();
+  scatter.mnuCircle95.Click();
+  EXPECT_EQ(chart.Tools(3).Value(), 0.0) << "no fix since it was opened";
 }
 
 TEST_F(ScatterTest, ComesBackFromAResetShownOrHidden) {

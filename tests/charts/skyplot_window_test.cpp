@@ -92,12 +92,30 @@ TEST_F(SkyplotTest, FillsTheTableRowByRowOverTheSentencesOfAGroup) {
   SendSatellite(9, 60, 90, "01");
   EXPECT_EQ(Row(1), "9|60   |090   |1");
   EXPECT_EQ(sky.lblSNR(1).ShownColour(), 0);
-  SendSatellite(9, 60, 90, "00");
-  EXPECT_EQ(Row(1), "9|60   |090   |0");
+  SendSatellite(9, 10, 90, "00");
+  EXPECT_EQ(Row(1), "9|10  d|090   |0");
+  EXPECT_EQ(sky.lblElevation(1).ShownColour(), 0) << "on the mask";
   EXPECT_EQ(sky.lblSNR(1).ShownColour(), kRed);
   SendSatellite(9, 0, 90);
   EXPECT_EQ(Row(1), "|||");
   EXPECT_EQ(sky.lblColor(1).ShownColour(), kWhite);
+}
+
+TEST_F(SkyplotTest, HasAsManyRowsAsItShowsOfALargeGroup) {
+  for (int number = 1; number <= 13; ++number) {
+    std::string sentence = "$GPGSV,13," + std::to_string(number) + ",52";
+    for (int prn = 4 * number - 3; prn <= 4 * number; ++prn) {
+      sentence += "," + std::to_string(prn) + ",10,020,30";
+    }
+    Send(sentence + "*00");
+  }
+  EXPECT_EQ(Row(1), "1|10   |020   |30");
+  EXPECT_EQ(Row(50), "50|10   |020   |30");
+  EXPECT_EQ(sky.lblChannel(50).Text(), "50");
+  EXPECT_EQ(charts.Satellites()(1, 50).Channel, 50);
+  EXPECT_EQ(charts.Satellites()(1, 51).Channel, 0);
+  Send("$GPGSV,1,1,00*00");
+  for (int row = 1; row <= 50; ++row) EXPECT_EQ(Row(row), "*|*|*|*") << row;
 }
 
 TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
@@ -116,6 +134,7 @@ TEST_F(SkyplotTest, ShowsTheTrendWithinAnHourOfTheComputersTime) {
 
 TEST_F(SkyplotTest, ClearsTheTableAsTheTwoSentencesSay) {
   SendSatellite(151, 30, 10);
+  EXPECT_EQ(Drawn(), std::vector<std::string>{"151"});
   SendSatellite(150, 30, 10);
   SendSatellite(9, 20, 200);
   const SatelliteTable& table = charts.Satellites();
@@ -124,6 +143,8 @@ TEST_F(SkyplotTest, ClearsTheTableAsTheTwoSentencesSay) {
   Send("$GPGSA,A,3,09,,,,,,,,,,,,2.0,1.0,1.7*00");
   EXPECT_EQ(table(1, 151).Elevation, 0);
   EXPECT_TRUE(table(1, 9).Used);
+  Send("$GPGSA,A,3,08,,,,,,,,,,,,2.0,1.0,1.7*00");
+  EXPECT_FALSE(table(1, 9).Used);
   EXPECT_EQ(table(2, 9).Elevation, 0);
 }
 
@@ -159,6 +180,16 @@ TEST_F(SkyplotTest, TakesAMaskWithinItsLimits) {
   // From 10 degrees on the text of the mask stands at its circle.
   EXPECT_TRUE(enter("10"));
   EXPECT_EQ(sky.picSkyplot.Persistent().back().y, -80.0);
+  EXPECT_TRUE(enter("0"));
+  // One that was entered elsewhere is drawn here too, with the dots, but not while one is entered.
+  SendSatellite(9, 20, 200);
+  EXPECT_FALSE(Drawn().empty());
+  for (const int mask : {33, 34}) {
+    records.ElevationMask = static_cast<std::int16_t>(mask);
+    EXPECT_EQ(Drawn(), std::vector<std::string>{"9"});
+    EXPECT_EQ(sky.picSkyplot.Persistent().back().text, "33\u00B0");
+    sky.FocusTo(sky.txtElMask);
+  }
 }
 
 TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
@@ -175,9 +206,11 @@ TEST_F(SkyplotTest, OpensTheWindowOfTheSatelliteClickedAndResetsWhereItIsOpen) {
   EXPECT_TRUE(Drawn().empty());
   EXPECT_FALSE(charts.SkyplotOf(2).Loaded());
   SendSatellite(9, 20, 200);
+  EXPECT_FALSE(Drawn().empty());
   sky.UserClose();
   EXPECT_FALSE(records.SystemSetups[1][WindowFlag::Skyplot]);
   sky.Show();
+  EXPECT_TRUE(Drawn().empty());
   records.ElevationMask = 7;  // all is drawn anew
   EXPECT_TRUE(Drawn().empty());
   EXPECT_EQ(Row(1), "*|*|*|*");

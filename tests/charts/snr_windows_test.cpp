@@ -21,6 +21,10 @@ class SNRTest : public ChartSession {
     Send("$GPGSV,1,1,01," + std::to_string(prn) + "," + std::to_string(elevation) + ",200," +
          std::to_string(snr) + "*00");
   }
+  // From more than six hundred points on, an automatic filter takes every second sample.
+  void FillFirst(ChartWindow& window) {
+    for (int i = 0; i < 601; ++i) window.TChart(0).Series(0).Add(43832.0, 40.0F);
+  }
   Points Ratios(int row, int prn) { return Values(charts.SNROf(1, row).ChartOf(prn)->Series(0)); }
 };
 
@@ -82,18 +86,22 @@ TEST_F(SNRTest, ShowsTheSatellitesChosenAndLosesNoPoints) {
     EXPECT_EQ(dialog.cmbColumns.Text(), "4");
     dialog.chkPRN(0).Click();
     EXPECT_EQ(dialog.lblNoOfSeries.Text(), "31");
-    dialog.cmbColumns.UserChoose(1);
+    dialog.cmbColumns.UserChoose(0);
     dialog.cmdOk.Click();
   });
   window.mnuWindow.Click();
   EXPECT_FALSE(records.VisibleSNR[1].Shown[0]);
-  EXPECT_EQ(records.VisibleSNR[1].Columns, 2);
+  EXPECT_EQ(records.VisibleSNR[1].Columns, 1);
   EXPECT_FALSE(window.TChart(0).Visible());
-  EXPECT_EQ(window.Content().Children().at(1).Columns(), 2);
+  EXPECT_EQ(window.Content().Children().at(1).Columns(), 1);
   EXPECT_EQ(window.Content().Children().at(1).Children().size(), 31U);
   EXPECT_EQ(Ratios(2, 34), Points{40.0F});
+  FillFirst(window);
+  SendSatellite(34, 20);
+  EXPECT_EQ(window.lblFilter.Text(), "2");
 
   face.WhileWaiting([&] {
+    EXPECT_EQ(dialog.cmbColumns.Text(), "1");
     dialog.chkPRN(5).Click();
     dialog.cmdCancel.Click();
   });
@@ -111,6 +119,12 @@ TEST_F(SNRTest, PlotsASingleSatelliteAndHidesOnClose) {
   ASSERT_NE(found, windows.end());
   auto& window = static_cast<frmTimeSeriesGSV_SVbySV&>(**found);
   const auto flag = static_cast<WindowFlag>(14 + 7);
+  FillFirst(window);
+  SendSatellite(7, 1);
+  EXPECT_EQ(window.lblFilter.Text(), "2");
+  charts.ResetTimeSeries();
+  window.Refresh();
+  EXPECT_EQ(window.lblEl.Text(), "");
   window.cmbOption.UserChoose(1);
   SendSatellite(7, 1);
   window.Refresh();
@@ -126,6 +140,8 @@ TEST_F(SNRTest, PlotsASingleSatelliteAndHidesOnClose) {
   charts.ResetTimeSeries();
   EXPECT_FALSE(window.Visible());
   EXPECT_EQ(window.TChart(0).Series(0).Count(), 0);
+  charts.OpenSatellite(1, 149);
+  EXPECT_TRUE(records.SystemSetups[1][static_cast<WindowFlag>(14 + 149)]);
   charts.OpenSatellite(1, 150);
   charts.OpenSatellite(1, 151);
 }

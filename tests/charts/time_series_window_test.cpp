@@ -212,7 +212,7 @@ TEST_F(TimeSeriesWindowTest, ForgetsTheRunOfAStationWhenClosed) {
   Send(fix);
   Send("$GPGGA,120001,0000.0000,N,00000.2000,E,2,9,1.2,12.5,M,0.0,M,3.0,5*00");
   position.Close();
-  charts.ResetTimeSeries();
+  position.Show();
   Send(fix);
   EXPECT_EQ(SeriesOf(SentenceType::GGA, 3, 2).Count(), 0);
   EXPECT_EQ(Values(SeriesOf(SentenceType::GGA, 0, 1)), Values(SeriesOf(SentenceType::GGA, 0, 0)))

@@ -91,7 +91,7 @@ TEST(Words, StandInEveryWindow) {
   TestProgram session;
   session.Analyse({"GGA", "GNS", "GLL", "RMC", "VTG", "GSA", "GST", "GSV", "ZDA", "HDT", "ATT",
                    "ROT", "VHW", "DBT", "TTM", "VDM"});
-  session.program.windows.charts.OpenSatellite(1, 7);
+  session.program.windows.charts.OpenSatellite(1, 9);
   std::map<std::string, std::string> listed = ListedWindows();
   std::map<std::pair<std::string, int>, std::string> ofTheFirst;
   for (Window* window : session.program.desktop.Windows()) {

@@ -49,6 +49,7 @@ struct Monitor : ::testing::Test {
 
 TEST_F(Monitor, CountsWhatItRecognises) {
   StartOnUdp();
+  EXPECT_EQ(Panels(), "|UDP|Port :10110");
   Receive("hello\r\n");
   EXPECT_EQ(Counters(), "1 0 0 0 0 ");
   Receive("!AIVDM,1,1,,A,13u?etPv2;0n:dDPwUM1U1Cb069D,0*24\r\n");
@@ -154,6 +155,16 @@ TEST_F(Monitor, AsksAStableTcpLinkSeldomAndAChangingOneOften) {
     EXPECT_EQ(second.StatusBar1.PanelText(4), row.text);
     EXPECT_EQ(second.timer_State.Interval(), row.interval) << row.text;
   }
+  records.Mode = kOffline;
+  second.ShowInput("of the link");
+  second.Refresh();
+  EXPECT_FALSE(second.timer_State.Enabled());
+  EXPECT_EQ(second.lblInputBuffer2.Text(), "of the link");
+  second.ShowInput("since");
+  second.Close();
+  second.Show();
+  second.Refresh();
+  EXPECT_EQ(second.lblInputBuffer2.Text(), "");
 }
 
 }  // namespace
