@@ -161,6 +161,15 @@ TEST_F(Starting, AFolderOfTheSettingsThatCannotBeMadeIsToldWithTheirPlace) {
                        " :\r\n\r\n[Settings]\r\nProgramFolder="));
 }
 
+TEST_F(Starting, SettingsThatCannotBeReadAreTold) {
+  IniSettings spoilt(folder.Write("spoilt.ini", "rubbish\n"));
+  Program other({face, clock, spoilt, [] {}});
+  face.ExpectBox(spoilt.Trouble());
+  face.ExpectBox(kFirstStart);
+  EXPECT_TRUE(other.session.startUp.Start({.programFolder = folder.Path()}));
+  EXPECT_EQ(face.Boxes()[0].icon, BoxIcon::Exclamation);
+}
+
 // Whichever file was read: the program writes the default one anew when it ends.
 TEST_F(Starting, TheDefaultSetupFileIsKeptWhereOneCouldNotBeRead) {
   const std::string bytes = "\"REM Mode\"\r\n\"OFFLINE\"\r\n\"REM IP List\"\r\n11\r\n";

@@ -56,12 +56,14 @@ TEST(PortNumber, IsAnIntegerInItsRange) {
 
 TEST(AddressList, KeepsTheTenLatest) {
   Records records;
+  records.IPListCount = -3;        // as a setup file may have it
   records.IPList[3] = "10.0.0.3";  // not counted, so not in the list
   for (int i = 1; i <= 10; ++i) ReArrange_IP_List(records, "10.0.0." + std::to_string(i));
   ReArrange_IP_List(records, "10.0.0.1");
   EXPECT_EQ(records.IPList[0], "10.0.0.1");
   EXPECT_EQ(records.IPList[2], "10.0.0.3");
   EXPECT_EQ(records.IPList[9], "10.0.0.10");
+  records.IPListCount = 12;
   ReArrange_IP_List(records, "10.0.0.11");
   EXPECT_EQ(records.IPListCount, 10);
   EXPECT_EQ(records.IPList[0], "10.0.0.2");
