@@ -86,15 +86,6 @@ double StrictValue(const ArrayColumn<Record, Element, Count>&, std::string_view 
   return OrNotRead(ReadStrictNumber(text));
 }
 
-template <class Row>
-constexpr std::size_t StepOf(const Row& row) {
-  if constexpr (requires { row.step; }) {
-    return row.step;
-  } else {
-    return 0;
-  }
-}
-
 // Calls visit with the record of a type; nothing for what is no type of the layouts.
 template <class Visitor>
 void WithRecordOf(SentenceType type, Visitor&& visit) {
@@ -206,7 +197,8 @@ void TrialReader::ReadLayout() {
   const auto readRow = [&](const auto& row) {
     using Row = std::remove_cvref_t<decltype(row)>;
     for (std::size_t i = 0; i < kSlotsOf<Row>; ++i, ++slot) {
-      const std::size_t field = row.field + i * StepOf(row);
+      std::size_t field = row.field;
+      if constexpr (requires { row.step; }) field += i * row.step;
       const std::string_view text = sentence_.Field(field);
       if (text.empty()) {
         sentence_.values_[slot] = kNotRead;
