@@ -1,5 +1,6 @@
 #include "trial/picture_parts.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace fathomline::trial {
@@ -14,6 +15,13 @@ std::string Shortened(const std::string& name, double width) {
 }
 
 }  // namespace
+
+std::int64_t UsualStep(std::vector<std::int64_t> steps) {
+  if (steps.empty()) return 0;
+  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
+  std::nth_element(steps.begin(), middle, steps.end());
+  return *middle;
+}
 
 std::int64_t LongestStep(const Value& interval) {
   if (!interval) return std::numeric_limits<std::int64_t>::max();

@@ -61,6 +61,9 @@ inline PlotTimes TimesOf(const std::vector<std::int64_t>& times) {
   return span;
 }
 
+// The median of the steps, in milliseconds, or the greater of the two in the middle; 0 of none.
+std::int64_t UsualStep(std::vector<std::int64_t> steps);
+
 // A step of more than three intervals breaks a line; nothing does where no interval is known.
 std::int64_t LongestStep(const Value& interval);
 

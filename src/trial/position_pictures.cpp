@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "trial/picture_parts.h"
 
@@ -331,12 +332,7 @@ std::string PairPicture(const PairFigures& pair, std::size_t number, bool dated)
   for (std::size_t i = 1; i < track.times.size(); ++i) {
     steps.push_back(track.times[i] - track.times[i - 1]);
   }
-  Value interval;
-  if (!steps.empty()) {
-    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-    std::nth_element(steps.begin(), middle, steps.end());
-    interval = static_cast<double>(*middle) / 1000.0;
-  }
+  const std::int64_t longest = 3 * UsualStep(std::move(steps));
   constexpr double kTop = 24.0;
   const double bottom = kTop + 2.0 * kErrorStep + kErrorPlot;
   SvgPicture picture(kPictureWidth, bottom + 26.0, Numbered("pair", number),
@@ -344,7 +340,7 @@ std::string PairPicture(const PairFigures& pair, std::size_t number, bool dated)
                      "Three plots of the second system less the first, to the north, to the east "
                      "and upwards, over time.");
   picture.Text(kPlotRight, kTop - 8.0, pair.name + ", " + DayOfAxis(times, dated), "e");
-  DrawErrors(picture, track, x, dated, LongestStep(interval), {}, kTop, 17.0);
+  DrawErrors(picture, track, x, dated, longest, {}, kTop, 17.0);
   return std::move(picture).Finish();
 }
 

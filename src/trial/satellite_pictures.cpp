@@ -217,12 +217,7 @@ PlotBand BandOf(const SatelliteTrack& track, const PlotScale& x, int width,
   for (std::size_t i = 1; i < samples.size() && i <= kEnough; ++i) {
     steps.push_back(track.TimeOf(samples[i]) - track.TimeOf(samples[i - 1]));
   }
-  std::int64_t longest = 0;
-  if (!steps.empty()) {
-    const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-    std::nth_element(steps.begin(), middle, steps.end());
-    longest = 3 * *middle;
-  }
+  const std::int64_t longest = 3 * UsualStep(std::move(steps));
   PlotBand band(x, width);
   for (std::size_t i = 0; i < samples.size(); ++i) {
     if (samples[i].cn0 <= 0.0F) continue;
