@@ -84,7 +84,10 @@ TEST_F(Menu, OpenPutsAnotherSetupIntoForceUnlessItHasVanished) {
   menu.mnuFileOpen.Click();
   EXPECT_THAT(Views(), ElementsAre("frmNumerics-1"));
   EXPECT_EQ(records().CommSetups[1].Name, "Bridge");
+  menu.mnuSetupPrimarySystem.Click();
+  links.WinsockUDP(4).Bind(1000);
   OpenFile("other.ini", [](Records& other) {
+    other.MessagesToAnalyse[4] = {"VDM"};
     other.CommSetups[2].Enabled = true;
     other.CommSetups[1].UseUDP = other.CommSetups[2].UseUDP = true;
     other.CommSetups[2].Name = "Gyro";
@@ -96,6 +99,9 @@ TEST_F(Menu, OpenPutsAnotherSetupIntoForceUnlessItHasVanished) {
   EXPECT_FALSE(program->windows.offlineStatus.Loaded());
   EXPECT_THAT(Views(), ElementsAre("frmStatistics-2"));
   EXPECT_EQ(links.WinsockUDP(2).State(), LinkState::Open);
+  EXPECT_EQ(links.WinsockUDP(4).State(), LinkState::Closed);
+  EXPECT_TRUE(records().CommSetups[4].AnalyseVDM);
+  EXPECT_FALSE(program->session.setupDialog.Loaded());
 }
 
 TEST_F(Menu, OpenFromOfflineToOfflineShowsTheNewRecording) {
