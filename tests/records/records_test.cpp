@@ -9,14 +9,14 @@ namespace {
 TEST(Records, DefaultsLeaveSomeThingsAlone) {
   Records records;
   CommSetup& setup = records.CommSetups[2];
-  setup.Enabled = setup.UseUDP = setup.AnalyseGGA = setup.AnalyseTTM = true;
+  setup.Enabled = setup.UseUDP = setup.AnalyseGGA = setup.AnalyseTTM = setup.AnalyseVDM = true;
   setup.UDPPort = 7;
   records.Emptybuffer[2] = records.ChecksumTest[2] = true;
   records.SetDefaultSetup();
   EXPECT_FALSE(setup.Enabled || setup.AnalyseGGA || records.ChecksumTest[2]);
   EXPECT_EQ(setup.IPAddress, "127.0.0.1");
   EXPECT_EQ(setup.TCPPort, 8040);
-  EXPECT_TRUE(setup.UseUDP && setup.AnalyseTTM && records.Emptybuffer[2]);
+  EXPECT_TRUE(setup.UseUDP && setup.AnalyseTTM && setup.AnalyseVDM && records.Emptybuffer[2]);
   EXPECT_EQ(setup.UDPPort, 7);
 }
 

@@ -178,6 +178,7 @@ TEST_F(Menu, SetupOpensOneDialogAtATime) {
 TEST_F(Menu, OptionsAreTickedAndKeptInTheSettings) {
   menu.mnuOptionsBinaryStandardIALA.Click();
   EXPECT_TRUE(program->engine.ais.BinaryStandardIALA());
+  EXPECT_EQ(settings.Get("Settings", "BinaryStandardIALA", ""), "1");
   EXPECT_TRUE(menu.mnuOptionsLookChoice(0).Checked());
   menu.mnuOptionsLookChoice(2).Click();
   EXPECT_FALSE(menu.mnuOptionsLookChoice(0).Checked());

@@ -63,6 +63,9 @@ TEST_F(ModeChange, GoingOfflineHoldsThePrimarySystemAlone) {
   EXPECT_TRUE(program->windows.offlineStatus.Visible());
   EXPECT_FALSE(links.MSComm1(10).PortOpen());
   EXPECT_TRUE(links.MSComm1(11).PortOpen()) << "ports above 10 stay open";
+  program->windows.numerics[1]->Show();
+  mainWindow().Refresh();
+  EXPECT_FALSE(mainWindow().lblHint.Visible()) << "there is a view to be seen";
   EXPECT_EQ(links.Winsock1(3).State(), LinkState::Closed);
   EXPECT_TRUE(records().CommSetups[1].Enabled);
   for (int system = 2; system <= kSystems; ++system) {

@@ -169,6 +169,10 @@ TEST_F(ReferenceEditorTest, CopiesTheAverageAndThePrimary) {
 
   records.References[1] = {kFirstSample, "Primary", 0.5, 0.25, 1.0F, 2.0F, 3.0F, 4.0F};
   editor.CopyPrimary();
+  EXPECT_EQ(editor.Values().ReferenceName, "Primary");
+  EXPECT_EQ(editor.Values().ReferenceLatitude, 0.5);
+  EXPECT_EQ(editor.Values().ReferenceLongitude, 0.25);
+  EXPECT_EQ(editor.Values().ReferenceHeight, 1.0F);
   EXPECT_EQ(editor.Values().ReferenceHeading, 2.0F);
   EXPECT_EQ(editor.Values().ReferencePitch, 0.126F);
   EXPECT_EQ(editor.Values().ReferenceUsed, kTruePosition);
