@@ -236,7 +236,8 @@ TEST_F(Document, IsOneWellFormedFileThatNeedsNothing) {
   EXPECT_THAT(Seen(page), Not(HasSubstr("2026-01-02T03:13")));
 
   systems.clear();
-  Add("A", SystemRecorder());
+  const SystemRecorder nothing;
+  Add("A", nothing);
   ExpectWellFormed(ToHtml(WorkOut(systems, options)));
 }
 
