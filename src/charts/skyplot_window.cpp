@@ -79,6 +79,7 @@ void frmSkyplot::DefineLabels() {
 
 void frmSkyplot::MakeContent() {
   std::vector<FormLine> used;
+  used.reserve(kUsedGroups.size());
   int group = 0;
   for (const UsedGroup& design : kUsedGroups) {
     used.push_back({std::string(design.caption), lblUsedSvs(group++)});

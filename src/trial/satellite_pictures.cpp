@@ -72,6 +72,7 @@ std::vector<const SatelliteTrack*> OnePerSatellite(const SystemFigures& system) 
     if (kept == nullptr || track.samples->size() > kept->samples->size()) kept = &track;
   }
   std::vector<const SatelliteTrack*> tracks;
+  tracks.reserve(byNumber.size());
   for (const auto& [key, track] : byNumber) tracks.push_back(track);
   return tracks;
 }

@@ -346,6 +346,7 @@ TrialFigures WorkOut(const std::vector<TrialSystem>& systems, const TrialOptions
   const std::array<Window, 2> windows = {WindowOf(options, false, systems),
                                          WindowOf(options, true, systems)};
   std::vector<Work> works;
+  works.reserve(systems.size());
   for (const TrialSystem& system : systems) {
     works.push_back(Prepare(system, windows[system.recorder->Clock().IsDated() ? 1 : 0]));
   }

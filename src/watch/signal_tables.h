@@ -21,6 +21,7 @@ struct SatelliteId {
   GnssSystem system = GnssSystem::GPS;
   int number = 0;  // 1 to kHighestSatellite
 
+  // NOLINTNEXTLINE(modernize-use-nullptr)
   constexpr auto operator<=>(const SatelliteId&) const = default;
 };
 inline constexpr int kHighestSatellite = 63;
