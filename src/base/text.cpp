@@ -37,7 +37,7 @@ std::string_view TrimLeft(std::string_view text) {
 
 std::string_view Trim(std::string_view text) {
   text = TrimLeft(text);
-  // Behind npos comes 0: blanks alone leave nothing.
+  // Of blanks alone nothing is left by now; one behind npos is 0.
   return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 

@@ -218,7 +218,7 @@ void frmSkyplot::TakeSatellite(std::int16_t prn, std::size_t position, int row) 
   const auto follow = [&](std::int16_t value, std::int16_t& previous, char& trend, char falls,
                           char rises) {
     if (value == previous) return;
-    // One that was never drawn was so long ago.
+    // What was never drawn was drawn in 1899, which is long enough ago.
     const bool seen = DifferenceInSeconds(satellite.LastDrawn, clock_.NowUtc()) < kTrendSeconds;
     trend = !seen ? ' ' : value <= previous ? falls : rises;
     previous = value;

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kBytesPerEvent = 32;
 constexpr std::size_t kMostEvents = QueuedSerialLink::kBufferSize / kBytesPerEvent;
 
-int ReadNumber(std::string_view text, int lowest, int highest) {
+int SettingWithin(std::string_view text, int lowest, int highest) {
   const std::optional<int> value = StrictNumber<int>(text);
   if (!value || *value < lowest || *value > highest) Raise(FaultNumber::InvalidCall);
   return *value;
@@ -39,14 +39,14 @@ SerialSettings ParseSerialSettings(std::string_view text) {
   }
   constexpr int kHighestBaud = 20'000'000;
   SerialSettings settings;
-  settings.baud = ReadNumber(parts[0], 1, kHighestBaud);
+  settings.baud = SettingWithin(parts[0], 1, kHighestBaud);
   constexpr std::string_view kParities = "NEOMSneoms";
   if (parts[1].size() != 1 || kParities.find(parts[1]) == std::string_view::npos) {
     Raise(FaultNumber::InvalidCall);
   }
   settings.parity = static_cast<char>(parts[1][0] | 0x20);
-  settings.dataBits = ReadNumber(parts[2], 5, 8);
-  settings.twoStopBits = ReadNumber(parts[3], 1, 2) == 2;
+  settings.dataBits = SettingWithin(parts[2], 5, 8);
+  settings.twoStopBits = SettingWithin(parts[3], 1, 2) == 2;
   return settings;
 }
 
